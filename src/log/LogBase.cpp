@@ -1,0 +1,20 @@
+#include "log/LogBase.h"
+
+#include <charconv>
+#include <limits>
+
+#include "text/StringBuffer.h"
+
+namespace bouncecheck {
+
+void LogBase::LogDataLong(const char* tag, long value) {
+    char digits[std::numeric_limits<long>::digits10 + 3] = {};
+    std::to_chars(digits, digits + sizeof digits - 1, value);
+    LogData(tag, digits);
+}
+
+void LogBase::LogDataSb(const char* tag, const StringBuffer& value) {
+    LogData(tag, value.getString());
+}
+
+}  // namespace bouncecheck

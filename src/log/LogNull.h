@@ -1,0 +1,18 @@
+#pragma once
+
+#include "log/LogBase.h"
+
+namespace bouncecheck {
+
+/// A log that keeps nothing.
+class LogNull final : public LogBase {
+public:
+    void LogInfo(const char*) override {}
+    void LogWarning(const char*) override {}
+    void LogError(const char*) override {}
+    void EnterContext(const char*, bool) override {}
+    void LeaveContext() override {}
+    void LogData(const char*, const char*) override {}
+};
+
+}  // namespace bouncecheck

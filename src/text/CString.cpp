@@ -1,0 +1,18 @@
+#include "text/CString.h"
+
+#include <cstring>
+
+namespace bouncecheck {
+namespace {
+
+const char* orEmpty(const char* s) noexcept { return s ? s : ""; }
+
+}  // namespace
+
+const char* bxStrChr(const char* s, int c) noexcept { return std::strchr(orEmpty(s), c); }
+const char* bxStrrChr(const char* s, int c) noexcept { return std::strrchr(orEmpty(s), c); }
+const char* bxStrStr(const char* s, const char* t) noexcept {
+    return std::strstr(orEmpty(s), orEmpty(t));
+}
+
+}  // namespace bouncecheck

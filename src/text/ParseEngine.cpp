@@ -1,0 +1,46 @@
+#include "text/ParseEngine.h"
+
+#include <algorithm>
+
+#include "text/Search.h"
+
+namespace bouncecheck {
+
+std::string_view ParseEngine::rest() const noexcept {
+    const std::string_view text = m_sbText.view();
+    return text.substr(std::min(m_pos, text.size()));
+}
+
+char ParseEngine::current() const noexcept {
+    const std::string_view ahead = rest();
+    return ahead.empty() ? '\0' : ahead.front();
+}
+
+void ParseEngine::moveTo(std::size_t offsetInRest) noexcept {
+    const std::size_t size = m_sbText.view().size();
+    const std::size_t from = std::min(m_pos, size);
+    m_pos = from + std::min(offsetInRest, size - from);
+}
+
+bool ParseEngine::seekAndSkip(std::string_view s) noexcept {
+    const std::size_t at = findBytes(rest(), s);
+    if (at == npos) return false;
+    moveTo(at + s.size());
+    return true;
+}
+
+void ParseEngine::skipUntilNotChar4(char a, char b, char c, char d) noexcept {
+    const char set[] = {a, b, c, d};
+    moveTo(rest().find_first_not_of(std::string_view(set, sizeof set)));
+}
+
+void ParseEngine::skipUntilChar(char c) noexcept { moveTo(rest().find(c)); }
+
+void ParseEngine::captureToNext(const char* stopSet, StringBuffer& out) {
+    const std::string_view ahead = rest();
+    const std::size_t stop = std::min(ahead.find_first_of(ascii::viewOf(stopSet)), ahead.size());
+    out.append(ahead.substr(0, stop));
+    moveTo(stop);
+}
+
+}  // namespace bouncecheck

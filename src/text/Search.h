@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "text/Ascii.h"
+
+/// Substring search over texts of known length: NUL bytes are ordinary, and
+/// the time is linear in text plus needle whatever they hold.
+namespace bouncecheck {
+
+inline constexpr std::size_t npos = std::string_view::npos;
+
+/// Whether a comparison tells capital and small ASCII letters apart.
+enum class LetterCase { exact, ignored };
+
+/// The trailing flag of the text operations: true ignores letter case.
+constexpr LetterCase letterCase(bool ignoreCase) noexcept {
+    return ignoreCase ? LetterCase::ignored : LetterCase::exact;
+}
+
+/// The first position of `needle` in `text` at or after `from`, or npos.
+/// An empty needle is found at `from` as long as that is not past the end.
+std::size_t findBytes(std::string_view text, std::string_view needle,
+                      std::size_t from = 0) noexcept;
+
+/// The same with the case of ASCII letters ignored.
+std::size_t findBytesNoCase(std::string_view text, std::string_view needle,
+                            std::size_t from = 0) noexcept;
+
+inline std::size_t findBytes(std::string_view text, std::string_view needle, std::size_t from,
+                             LetterCase letters) noexcept {
+    return letters == LetterCase::ignored ? findBytesNoCase(text, needle, from)
+                                          : findBytes(text, needle, from);
+}
+
+inline bool contains(std::string_view text, std::string_view needle) noexcept {
+    return findBytes(text, needle) != npos;
+}
+
+inline bool containsNoCase(std::string_view text, std::string_view needle) noexcept {
+    return findBytesNoCase(text, needle) != npos;
+}
+
+/// Whether `text` begins with `prefix`.
+constexpr bool startsWith(std::string_view text, std::string_view prefix,
+                          LetterCase letters) noexcept {
+    return letters == LetterCase::ignored ? ascii::startsWithNoCase(text, prefix)
+                                          : text.starts_with(prefix);
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,160 @@
+#include "text/StringBuffer.h"
+
+#include <algorithm>
+
+#include "text/Ascii.h"
+#include "text/DataBuffer.h"
+#include "text/ExtPtrArray.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+
+using ascii::viewOf;
+
+namespace {
+
+std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
+    std::string result;
+    result.reserve(text.size());
+    std::size_t at = 0;
+    for (std::size_t hit; (hit = findBytes(text, from, at)) != npos; at = hit + from.size()) {
+        result.append(text, at, hit - at);
+        result.append(to);
+    }
+    result.append(text, at);
+    return result;
+}
+
+}  // namespace
+
+void StringBuffer::setString(const char* s) { setString(viewOf(s)); }
+void StringBuffer::setString(const StringBuffer& other) { setString(other.view()); }
+void StringBuffer::setString(std::string_view s) { text_.assign(s); }
+
+void StringBuffer::append(const char* s) { append(viewOf(s)); }
+void StringBuffer::append(const StringBuffer& other) { append(other.view()); }
+void StringBuffer::append(const DataBuffer& bytes) { append(bytes.view()); }
+void StringBuffer::append(std::string_view s) { text_.append(s); }
+void StringBuffer::appendN(const char* p, unsigned n) {
+    if (p) append(std::string_view(p, n));
+}
+
+void StringBuffer::clear() noexcept { std::string().swap(text_); }
+
+bool StringBuffer::equals(const char* s) const noexcept { return view() == viewOf(s); }
+
+bool StringBuffer::equalsIgnoreCase(const char* s) const noexcept {
+    return ascii::equalsNoCase(view(), viewOf(s));
+}
+
+bool StringBuffer::beginsWith(const char* prefix) const noexcept {
+    return view().starts_with(viewOf(prefix));
+}
+
+bool StringBuffer::beginsWithIgnoreCase(const char* prefix) const noexcept {
+    return ascii::startsWithNoCase(view(), viewOf(prefix));
+}
+
+bool StringBuffer::beginsWithIgnoreCaseN(const char* s, unsigned n) const noexcept {
+    const std::string_view prefix = viewOf(s);
+    return prefix.size() >= n && ascii::startsWithNoCase(view(), prefix.substr(0, n));
+}
+
+bool StringBuffer::endsWith(const char* suffix) const noexcept {
+    return view().ends_with(viewOf(suffix));
+}
+
+bool StringBuffer::containsSubstring(const char* s) const noexcept {
+    return contains(view(), viewOf(s));
+}
+
+bool StringBuffer::containsSubstringNoCase(const char* s) const noexcept {
+    return containsNoCase(view(), viewOf(s));
+}
+
+bool StringBuffer::containsChar(char c) const noexcept { return text_.find(c) != npos; }
+
+int StringBuffer::indexOf(const char* s) const noexcept {
+    const std::size_t at = findBytes(view(), viewOf(s));
+    return at == npos ? -1 : static_cast<int>(at);
+}
+
+char StringBuffer::charAt(unsigned i) const noexcept { return i < text_.size() ? text_[i] : '\0'; }
+
+const char* StringBuffer::pCharAt(unsigned i) const noexcept {
+    return text_.c_str() + std::min<std::size_t>(i, text_.size());
+}
+
+char StringBuffer::lastChar() const noexcept { return text_.empty() ? '\0' : text_.back(); }
+
+unsigned StringBuffer::countCharOccurances(char c) const noexcept {
+    return static_cast<unsigned>(std::ranges::count(text_, c));
+}
+
+void StringBuffer::removeCharOccurances(char c) { std::erase(text_, c); }
+
+void StringBuffer::replaceAllOccurances(const char* from, const char* to) {
+    const std::string_view old = viewOf(from);
+    if (old.empty() || !contains(view(), old)) return;
+    text_ = replaceAll(view(), old, viewOf(to));
+}
+
+bool StringBuffer::replaceFirstOccurance(const char* from, const char* to, bool ignoreCase) {
+    const std::string_view old = viewOf(from);
+    if (old.empty()) return false;
+    const std::size_t at = findBytes(view(), old, 0, letterCase(ignoreCase));
+    if (at == npos) return false;
+    text_.replace(at, old.size(), std::string(viewOf(to)));
+    return true;
+}
+
+void StringBuffer::replaceAllWithUchar(const char* from, unsigned byte) {
+    const char to = static_cast<char>(byte);
+    const std::string_view old = viewOf(from);
+    if (old.empty() || !contains(view(), old)) return;
+    text_ = replaceAll(view(), old, std::string_view(&to, 1));
+}
+
+void StringBuffer::trim2() {
+    const std::string_view trimmed = ascii::trim(view());
+    if (trimmed.size() != text_.size()) text_ = std::string(trimmed);
+}
+
+void StringBuffer::captureNonWS(const char* p) {
+    std::string_view word = viewOf(p);
+    word = word.substr(
+        0, static_cast<std::size_t>(std::ranges::find_if(word, ascii::isSpace) - word.begin()));
+    append(word);
+}
+
+void StringBuffer::chopAtFirstChar(char c) {
+    const std::size_t at = text_.find(c);
+    if (at != npos) text_.resize(at);
+}
+
+void StringBuffer::chopAtSubstr(const char* s, bool ignoreCase) {
+    const std::string_view mark = viewOf(s);
+    if (mark.empty()) return;
+    const std::size_t at = findBytes(view(), mark, 0, letterCase(ignoreCase));
+    if (at != npos) text_.resize(at);
+}
+
+void StringBuffer::shorten(unsigned n) {
+    text_.resize(text_.size() - std::min<std::size_t>(n, text_.size()));
+}
+
+void StringBuffer::split(ExtPtrArraySb& out, char separator, bool exceptDoubleQuoted,
+                         bool trimEach) const {
+    bool quoted = false;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= text_.size(); ++i) {
+        const bool atEnd = i == text_.size();
+        if (!atEnd && exceptDoubleQuoted && text_[i] == '"') quoted = !quoted;
+        if (!atEnd && (quoted || text_[i] != separator)) continue;
+        const std::string_view field = view().substr(start, i - start);
+        out.appendSb(trimEach ? ascii::trim(field) : field);
+        start = i + 1;
+    }
+}
+
+}  // namespace bouncecheck

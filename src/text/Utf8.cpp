@@ -1,0 +1,103 @@
+#include "text/Utf8.h"
+
+#include <algorithm>
+
+#include "text/Ascii.h"
+
+namespace bouncecheck {
+namespace {
+
+/// What stands at the start of a text: a whole character, or the longest
+/// stretch that could have begun one.
+struct Sequence {
+    std::size_t length;
+    bool wellFormed;
+};
+
+Sequence sequenceAt(std::string_view text) noexcept {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const unsigned char lead = byte(0);
+    if (lead < 0x80) return {1, true};
+
+    std::size_t length = 0;
+    // The second byte alone keeps out overlong forms, surrogates and too large
+    // values (the table of RFC 3629, section 4).
+    unsigned char low = 0x80;
+    unsigned char high = 0xBF;
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        length = 2;
+    } else if (lead >= 0xE0 && lead <= 0xEF) {
+        length = 3;
+        if (lead == 0xE0) low = 0xA0;
+        if (lead == 0xED) high = 0x9F;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+        length = 4;
+        if (lead == 0xF0) low = 0x90;
+        if (lead == 0xF4) high = 0x8F;
+    } else {
+        return {1, false};
+    }
+    for (std::size_t i = 1; i < length; ++i) {
+        if (i >= text.size() || byte(i) < low || byte(i) > high) return {i, false};
+        low = 0x80;
+        high = 0xBF;
+    }
+    return {length, true};
+}
+
+std::size_t asciiPrefix(std::string_view text) noexcept {
+    const auto end = std::ranges::find_if_not(text, ascii::isAscii);
+    return static_cast<std::size_t>(end - text.begin());
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view text) noexcept {
+    for (;;) {
+        text.remove_prefix(asciiPrefix(text));
+        if (text.empty()) return true;
+        const Sequence sequence = sequenceAt(text);
+        if (!sequence.wellFormed) return false;
+        text.remove_prefix(sequence.length);
+    }
+}
+
+void appendUtf8(std::string& out, std::uint32_t codePoint) {
+    const auto put = [&](std::uint32_t byte) { out.push_back(static_cast<char>(byte)); };
+    const auto putTail = [&](unsigned shift) { put(0x80 | ((codePoint >> shift) & 0x3F)); };
+    if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) {
+        out += replacementCharacter;
+    } else if (codePoint < 0x80) {
+        put(codePoint);
+    } else if (codePoint < 0x800) {
+        put(0xC0 | (codePoint >> 6));
+        putTail(0);
+    } else if (codePoint < 0x10000) {
+        put(0xE0 | (codePoint >> 12));
+        putTail(6);
+        putTail(0);
+    } else {
+        put(0xF0 | (codePoint >> 18));
+        putTail(12);
+        putTail(6);
+        putTail(0);
+    }
+}
+
+void appendWellFormed(std::string& out, std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t plain = asciiPrefix(text);
+        out.append(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) return;
+        const Sequence sequence = sequenceAt(text);
+        if (sequence.wellFormed) {
+            out.append(text.substr(0, sequence.length));
+        } else {
+            out += replacementCharacter;
+        }
+        text.remove_prefix(sequence.length);
+    }
+}
+
+}  // namespace bouncecheck

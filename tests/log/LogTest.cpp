@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "log/LogContextExitor.h"
+#include "log/LogGuard.h"
+#include "log/TraceTree.h"
+#include "text/Search.h"
+#include "text/StringBuffer.h"
+#include "text/Utf8.h"
+
+namespace bouncecheck {
+namespace {
+
+/// Keeps what it is told and fails each time, by an exception of no class too.
+class FailingLog final : public LogBase {
+public:
+    LogTrace trace;
+    void LogInfo(const char* text) override { trace.LogInfo(text), throw 1; }
+    void LogWarning(const char* text) override { trace.LogWarning(text), fail(); }
+    void LogError(const char* text) override { trace.LogError(text), fail(); }
+    void EnterContext(const char* name, bool) override { trace.EnterContext(name, true), fail(); }
+    void LeaveContext() override { trace.LeaveContext(), fail(); }
+    void LogData(const char* tag, const char* value) override { trace.LogData(tag, value), fail(); }
+    [[noreturn]] static void fail() { throw std::string("disk full"); }
+};
+
+void decide(LogBase& log, int way) {
+    const LogContextExitor outer(log, "outer");
+    log.LogInfo("before");
+    const LogContextExitor inner(log, "inner");
+    if (way == 1) return;
+    if (way == 2) FailingLog::fail();
+    log.LogData("tag", "value");
+}
+
+TEST(LogTrace, ClosesContextsOnEveryWayOut) {
+    for (const int way : {0, 1, 2}) {
+        LogTrace log;
+        try {
+            decide(log, way);
+        } catch (const std::string&) {
+        }
+        std::string events;
+        for (const auto& event : log.takeEvents())
+            events += "+-=:"[static_cast<int>(event.kind)] + event.text + event.value;
+        EXPECT_EQ(events, way == 0 ? "+outer=before+inner:tagvalue-inner-outer"
+                                   : "+outer=before+inner-inner-outer");
+    }
+}
+
+TEST(LogTrace, KeepsCopiesAndBearsWhatDoesNotMatch) {
+    LogTrace log;
+    log.EnterContext("taken", true), log.takeEvents(), log.LeaveContext(), log.LeaveContext();
+    EXPECT_EQ(log.depth(), 0U);
+    log.takeEvents();
+    std::string text = "first";
+    log.LogInfo(text.c_str()), text = "later";
+    StringBuffer sb;
+    sb.appendN("ab\0c", 4), log.LogDataSb("sb", sb);
+    log.LogData(nullptr, nullptr), log.EnterContext(nullptr, false);
+    log.LogDataLong("n", LONG_MIN);
+    EXPECT_EQ(traceTree(log.events()),
+              "first\nsb: \"ab\"\n: \"\"\n:\n  n: \"" + std::to_string(LONG_MIN) + "\"\n");
+}
+
+TEST(LogGuard, SwallowsWhatALogThrows) {
+    FailingLog failing;
+    LogGuard log(failing);
+    EXPECT_NO_THROW(decide(log, 0); log.LogWarning("warning"); log.LogError("error"));
+    EXPECT_EQ(traceTree(failing.trace.events()),
+              "outer:\n  before\n  inner:\n    tag: \"value\"\nwarning\nerror\n");
+}
+
+TEST(TraceTree, MarksCutsAndEscapes) {
+    LogTrace log;
+    const char* nasty = "a\r\n\t\x1B[31m\x7F\x01 \u00E9";
+    const std::string safe = "a\\r\\n\\t\\x1B[31m\\x7F\\x01 \u00E9";
+    log.EnterContext(nasty, true), log.LogInfo(nasty), log.LogData(nasty, nasty);
+    EXPECT_EQ(traceTree(log.events(), {.margin = "| ", .markedEvent = 1, .mark = " <-"}),
+              "| " + safe + ":\n|   " + safe + " <-\n|   " + safe + ": \"" + safe + "\"\n");
+    // CSI, the one-character form of ESC [.
+    EXPECT_FALSE(contains(escapeControls("\u009B31m"), "\u009B"));
+    log.LogData("a", ("xxx\u00E9" + std::string(4995, 'y')).c_str());
+    const std::string cut = traceTree(log.events(), {.maxValueBytes = 4});
+    EXPECT_TRUE(contains(cut, "\"xxx") && !contains(cut, "yy") && contains(cut, "5000") &&
+                isUtf8(cut));
+}
+
+}  // namespace
+}  // namespace bouncecheck

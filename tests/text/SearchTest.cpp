@@ -1,0 +1,72 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "text/CString.h"
+#include "text/Wildcard.h"
+
+namespace bouncecheck {
+namespace {
+
+std::string generated(std::mt19937& random, std::size_t maxSize, std::string_view alphabet) {
+    std::string text(random() % (maxSize + 1), '\0');
+    for (char& c : text) c = alphabet[random() % alphabet.size()];
+    return text;
+}
+
+std::size_t plainFind(std::string_view text, std::string_view needle, std::size_t from) {
+    for (; from + needle.size() <= text.size(); ++from)
+        if (text.substr(from, needle.size()) == needle) return from;
+    return npos;
+}
+
+bool plainMatch(std::string_view text, std::string_view pattern) {
+    if (pattern.empty()) return text.empty();
+    if (pattern[0] == '*' && plainMatch(text, pattern.substr(1))) return true;
+    if (text.empty() || (pattern[0] != '*' && pattern[0] != text[0])) return false;
+    return plainMatch(text.substr(1), pattern.substr(pattern[0] != '*'));
+}
+
+TEST(Search, AgreesWithThePlainSearchAndMatch) {
+    std::mt19937 random(20240501);
+    for (int i = 0; i < 60'000; ++i) {
+        const std::string_view alphabet = i % 2 == 0 ? "ab" : "aA[{@`\x01\xC3\xE3";
+        const std::string text = generated(random, 40, alphabet), line = text.substr(0, 10);
+        const std::string needle = generated(random, i % 12, alphabet);
+        const std::string glob = generated(random, 8, "aA**"), lower = ascii::lowerCase(text);
+        const std::size_t from = random() % 44;
+        SCOPED_TRACE(text + " / " + needle + " / " + glob);
+        ASSERT_EQ(findBytes(text, needle, from), plainFind(text, needle, from));
+        ASSERT_EQ(findBytesNoCase(text, needle, from),
+                  plainFind(lower, ascii::lowerCase(needle), from));
+        ASSERT_EQ(wildcardMatch(line.c_str(), glob.c_str(), false), plainMatch(line, glob));
+        ASSERT_EQ(wildcardMatch(line.c_str(), glob.c_str(), true),
+                  plainMatch(lower.substr(0, 10), ascii::lowerCase(glob)));
+    }
+}
+
+TEST(Search, TakesCStrings) {
+    const char *s = "a?cab\xE9", *null = nullptr;
+    EXPECT_TRUE(wildcardMatch(null, "**", false) && !wildcardMatch("abc", "a?c", false));
+    EXPECT_TRUE(bxStrChr(s, 'a') == s && bxStrChr(s, 0xE9) == s + 5 && bxStrChr(s, -23) == s + 5);
+    EXPECT_TRUE(bxStrrChr(s, 'a') == s + 3 && bxStrStr(s, "ab\xE9") == s + 3);
+    EXPECT_TRUE(bxStrStr(s, "") == s && bxStrStr(s, null) == s && !bxStrStr(s, "abd"));
+    EXPECT_TRUE(!bxStrrChr(s, 'x') && !bxStrChr(null, 'a') && !bxStrStr(null, s));
+}
+
+// Where the time grows with the square of the size, these do not come to an end.
+TEST(Search, FinishesOnHostileTexts) {
+    const std::string run(1'000'000, 'a'), half(500'000, 'a'), quarter(250'000, 'a');
+    for (const std::string& hostile : {half + 'b', 'b' + half, quarter + 'b' + quarter}) {
+        EXPECT_EQ(findBytesNoCase(run, hostile), npos);
+        EXPECT_EQ(findBytes(run + 'c' + hostile, hostile), run.size() + 1);
+        EXPECT_EQ(bxStrStr(run.c_str(), hostile.c_str()), nullptr);
+        EXPECT_FALSE(wildcardMatch(run, '*' + hostile + '*', LetterCase::ignored));
+    }
+    std::string stars;
+    for (int i = 0; i < 100'000; ++i) stars += "*a";
+    EXPECT_FALSE(wildcardMatch(run, stars + "b*", LetterCase::exact));
+}
+
+}  // namespace
+}  // namespace bouncecheck

@@ -1,0 +1,90 @@
+#include "text/StringBuffer.h"
+
+#include <gtest/gtest.h>
+
+#include "text/DataBuffer.h"
+#include "text/ExtPtrArray.h"
+#include "text/XString.h"
+
+namespace bouncecheck {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr const char* null = nullptr;
+constexpr unsigned max = static_cast<unsigned>(-1);
+
+/// Splits the last element of an array into that array and makes `sb` the fields.
+void splitFields(StringBuffer& sb, bool exceptQuoted, bool trimEach) {
+    ExtPtrArraySb fields;
+    fields.appendSb(sb.view());
+    fields.elementAt(0)->split(fields, ' ', exceptQuoted, trimEach);
+    sb.clear();
+    for (int i = 1; fields.elementAt(i); ++i) sb.append(*fields.elementAt(i)), sb.append("|");
+    fields.removeAllSbs();
+    EXPECT_TRUE(fields.getSize() == 0 && !fields.elementAt(0) && !fields.elementAt(-1));
+}
+
+TEST(StringBuffer, ChangesItsText) {
+    struct Case {
+        std::string_view before;
+        void (*change)(StringBuffer&);
+        std::string_view after;
+    };
+    const Case cases[] = {
+        {"a", [](auto& s) { s.append(null), s.appendN("c\0d", 3), s.appendN(null, 0); }, "ac\0d"sv},
+        {"a", [](auto& s) { s.setString(null), s.append(DataBuffer("\xFF")); }, "\xFF"},
+        {"a\0b\0-"sv, [](auto& s) { s.removeCharOccurances('\0'); }, "ab-"},
+        {"xa\0xX"sv, [](auto& s) { s.replaceAllOccurances("x", "xx"); }, "xxa\0xxX"sv},
+        {"Ab;ab;", [](auto& s) { s.replaceFirstOccurance("ab;", null, false); }, "Ab;"},
+        {"a[AT]b[DOT]c[AT]", [](auto& s) { s.replaceAllWithUchar("[AT]", '@'); }, "a@b[DOT]c@"},
+        {"\r\n a \t b\0\v\f"sv, [](auto& s) { s.trim2(); }, "a \t b\0"sv},
+        {"x", [](auto& s) { s.captureNonWS("y\tz"), s.captureNonWS(" y"); }, "xy"},
+        {"a;\0b"sv, [](auto& s) { s.chopAtFirstChar('\0'), s.chopAtFirstChar('x'); }, "a;"},
+        {"A <mailto:a>", [](auto& s) { s.chopAtSubstr("a", false); }, "A <m"},
+        {"a <MailTo:a>", [](auto& s) { s.chopAtSubstr("<mAILTO", true); }, "a "},
+        {"abc", [](auto& s) { s.shorten(2); }, "a"},
+        {"abc", [](auto& s) { s.shorten(4), s.shorten(1), s.shorten(max); }, ""},
+        {" a  b ", [](auto& s) { splitFields(s, false, false); }, "|a||b||"},
+        {"\"a b\" c", [](auto& s) { splitFields(s, true, false); }, "\"a b\"|c|"},
+        {"\ta\n b\0"sv, [](auto& s) { splitFields(s, false, true); }, "a|b\0|"sv},
+        // Arguments that lie in the buffer itself, which must grow for some.
+        {"01234567890abc e", [](auto& s) { s.append(s.pCharAt(8)); }, "01234567890abc e890abc e"},
+        {"01234567890abc e", [](auto& s) { s.append(s); }, "01234567890abc e01234567890abc e"},
+        {"0123456789abc de", [](auto& s) { s.captureNonWS(s.pCharAt(12)); }, "0123456789abc dec"},
+        {"abc", [](auto& s) { s.setString(s.getString() + 1), s.setString(s); }, "bc"},
+        {"b-ab-ab", [](auto& s) { s.replaceAllOccurances(s.pCharAt(5), s.pCharAt(6)); }, "b-b-b"},
+        {"A-a", [](auto& s) { s.replaceFirstOccurance(s.pCharAt(2), s.pCharAt(1), true); }, "-a-a"},
+    };
+    for (const Case& c : cases) {
+        StringBuffer sb;
+        sb.append(c.before);
+        c.change(sb);
+        EXPECT_EQ(sb.view(), c.after) << "case " << &c - cases << " on " << c.before;
+        EXPECT_EQ(sb.getString()[sb.getSize()], '\0');
+    }
+}
+
+TEST(StringBuffer, AnswersAboutItsText) {
+    StringBuffer none, a, n;
+    a.append("aBc"), n.append("a\0bc\0b"sv);
+    EXPECT_TRUE(none.equals(null) && none.beginsWith("") && !none.beginsWith("a"));
+    EXPECT_TRUE(a.equalsIgnoreCase("AbC") && !a.equalsIgnoreCase("AbCd") && !n.equals("a"));
+    EXPECT_TRUE(a.beginsWith("aB") && !a.beginsWith("ab") && !a.beginsWithIgnoreCase("abcd"));
+    EXPECT_TRUE(a.beginsWithIgnoreCaseN("ABx", 2) && !a.beginsWithIgnoreCaseN("abc:", 4));
+    EXPECT_FALSE(a.beginsWithIgnoreCaseN("ax", 2) || a.beginsWithIgnoreCaseN("abc", 9));
+    EXPECT_TRUE(a.endsWith("Bc") && !a.endsWith("bc") && !a.endsWith("aaBc") && !n.endsWith("c"));
+    EXPECT_TRUE(n.containsSubstring("bc") && !a.containsSubstring("bc"));
+    EXPECT_TRUE(a.containsSubstringNoCase("bC") && n.containsChar('c') && !a.containsChar('\0'));
+    EXPECT_TRUE(n.indexOf("b") == 2 && a.indexOf("aBc") == 0 && a.indexOf("aBcd") == -1);
+    EXPECT_TRUE(n.countCharOccurances('\0') == 2 && a.charAt(2) == 'c' && a.pCharAt(1)[1] == 'c');
+    EXPECT_EQ(a.charAt(3) + a.charAt(max) + none.lastChar() + *a.pCharAt(3) + *a.pCharAt(max), 0);
+    XString x;
+    x.appendUtf8(null), x.appendUtf8(" LOCAL; \u00E5\t"), x.trim2();
+    EXPECT_TRUE(x.beginsWithUtf8("local;", true) && !x.beginsWithUtf8("local;", false));
+    x.replaceFirstOccuranceUtf8("LOCAL; ", "", false);
+    EXPECT_STREQ(x.getAnsi(), "\u00E5");
+}
+
+}  // namespace
+}  // namespace bouncecheck
