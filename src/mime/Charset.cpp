@@ -1,0 +1,175 @@
+#include "mime/Charset.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+
+#include "text/Ascii.h"
+#include "text/Utf8.h"
+
+namespace bouncecheck {
+namespace {
+
+constexpr std::uint32_t none = 0xFFFD;
+
+/// The characters of bytes 0x80 to 0x9F in Windows-1252; elsewhere it is
+/// ISO-8859-1.
+constexpr std::array<std::uint32_t, 32> windows1252 = {
+    0x20AC, none,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, none,   0x017D, none,   none,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, none,   0x017E, 0x0178};
+
+std::uint32_t fromUsAscii(unsigned char byte) noexcept { return byte < 0x80 ? byte : none; }
+
+std::uint32_t fromLatin1(unsigned char byte) noexcept { return byte; }
+
+std::uint32_t fromLatin9(unsigned char byte) noexcept {
+    switch (byte) {
+        case 0xA4: return 0x20AC;
+        case 0xA6: return 0x0160;
+        case 0xA8: return 0x0161;
+        case 0xB4: return 0x017D;
+        case 0xB8: return 0x017E;
+        case 0xBC: return 0x0152;
+        case 0xBD: return 0x0153;
+        case 0xBE: return 0x0178;
+        default: return byte;
+    }
+}
+
+std::uint32_t fromWindows1252(unsigned char byte) noexcept {
+    return byte >= 0x80 && byte <= 0x9F ? windows1252[byte - 0x80u] : byte;
+}
+
+using ByteDecoder = std::uint32_t (*)(unsigned char) noexcept;
+
+struct WesternCharset {
+    std::string_view name;
+    ByteDecoder decoder;
+};
+
+/// The charsets decoded here, by the names that mail gives them.
+constexpr WesternCharset westernCharsets[] = {
+    {"us-ascii", fromUsAscii},   {"ascii", fromUsAscii},          {"ansi_x3.4-1968", fromUsAscii},
+    {"iso646-us", fromUsAscii},  {"iso-8859-1", fromLatin1},      {"iso8859-1", fromLatin1},
+    {"iso_8859-1", fromLatin1},  {"iso_8859-1:1987", fromLatin1}, {"latin1", fromLatin1},
+    {"l1", fromLatin1},          {"iso-8859-15", fromLatin9},     {"iso8859-15", fromLatin9},
+    {"iso_8859-15", fromLatin9}, {"latin-9", fromLatin9},         {"windows-1252", fromWindows1252},
+    {"cp1252", fromWindows1252}, {"cp-1252", fromWindows1252},    {"x-cp1252", fromWindows1252},
+};
+
+struct Alias {
+    std::string_view inMail;
+    const char* inIconv;
+};
+
+/// Names that mail uses and iconv lacks, or has for a smaller set of
+/// characters than those who use the name in mail mean.
+constexpr Alias aliases[] = {
+    {"unicode-1-1-utf-7", "UTF-7"}, {"unicode-1-1-utf-8", "UTF-8"}, {"x-sjis", "CP932"},
+    {"shift_jis", "CP932"},         {"shift-jis", "CP932"},         {"gb2312", "GB18030"},
+    {"x-gbk", "GB18030"},           {"ks_c_5601-1987", "CP949"},    {"x-euc-jp", "EUC-JP"},
+    {"iso-8859-8-i", "ISO-8859-8"}, {"x-windows-949", "CP949"},     {"x-mac-roman", "MACINTOSH"},
+};
+
+std::string decodeBytes(std::string_view bytes, ByteDecoder decoder) {
+    std::string out;
+    out.reserve(bytes.size() + bytes.size() / 8);
+    for (const char c : bytes) {
+        if (ascii::isAscii(c)) {
+            out += c;
+        } else {
+            appendUtf8(out, decoder(static_cast<unsigned char>(c)));
+        }
+    }
+    return out;
+}
+
+/// A conversion of the C library, from one charset to UTF-8.
+class Iconv {
+public:
+    explicit Iconv(const char* charset) noexcept : handle_(iconv_open("UTF-8", charset)) {}
+    Iconv(const Iconv&) = delete;
+    Iconv& operator=(const Iconv&) = delete;
+    ~Iconv() {
+        if (isOpen()) iconv_close(handle_);
+    }
+
+    bool isOpen() const noexcept { return handle_ != reinterpret_cast<iconv_t>(-1); }
+
+    /// Where nothing can be decoded, `unit` bytes are passed over.
+    std::string convert(std::string_view bytes, std::size_t unit) {
+        std::string out;
+        std::array<char, 8192> chunk;
+        char* in = const_cast<char*>(bytes.data());  // iconv reads it only
+        std::size_t left = bytes.size();
+        const auto step = [&](char** from, std::size_t* fromLeft) {
+            char* to = chunk.data();
+            std::size_t room = chunk.size();
+            const std::size_t result = iconv(handle_, from, fromLeft, &to, &room);
+            const int error = result == static_cast<std::size_t>(-1) ? errno : 0;
+            out.append(chunk.data(), chunk.size() - room);
+            return error;
+        };
+        while (left > 0) {
+            const int error = step(&in, &left);
+            if (error == 0 || error == E2BIG) continue;
+            out += replacementCharacter;
+            const std::size_t skip = std::min(unit, left);
+            in += skip;
+            left -= skip;
+        }
+        step(nullptr, nullptr);
+        return out;
+    }
+
+private:
+    iconv_t handle_;
+};
+
+/// Whether iconv may be asked for the name, which comes from the message: what
+/// follows a '/' would be instructions to it.
+bool isCharsetName(std::string_view name) noexcept {
+    const auto allowed = [](char c) {
+        return ascii::isAlnum(c) || std::string_view("-_.:()+").find(c) != std::string_view::npos;
+    };
+    return !name.empty() && name.size() <= 64 && std::ranges::all_of(name, allowed);
+}
+
+/// How many bytes the smallest character of a charset takes.
+std::size_t unitSize(std::string_view name) noexcept {
+    if (name.starts_with("utf-16") || name.starts_with("ucs-2")) return 2;
+    if (name.starts_with("utf-32") || name.starts_with("ucs-4")) return 4;
+    return 1;
+}
+
+}  // namespace
+
+std::string toUtf8(std::string_view bytes, std::string_view charset) {
+    const std::string name = ascii::lowerCase(ascii::trim(charset));
+    if (name == "utf-8" || name == "utf8") {
+        if (isUtf8(bytes)) return std::string(bytes);
+        std::string out;
+        appendWellFormed(out, bytes);
+        return out;
+    }
+    const std::size_t unit = unitSize(name);
+    const bool hasEightBit = !std::ranges::all_of(bytes, ascii::isAscii);
+    if (unit == 1 && hasEightBit && isUtf8(bytes)) return std::string(bytes);
+
+    const auto western = std::ranges::find(westernCharsets, name, &WesternCharset::name);
+    if (western != std::end(westernCharsets)) return decodeBytes(bytes, western->decoder);
+    if (!isCharsetName(name)) return std::string(bytes);
+    const auto alias = std::ranges::find(aliases, name, &Alias::inMail);
+    Iconv conversion(alias != std::end(aliases) ? alias->inIconv : name.c_str());
+    return conversion.isOpen() ? conversion.convert(bytes, unit) : std::string(bytes);
+}
+
+std::string undeclaredToUtf8(std::string_view bytes) {
+    return isUtf8(bytes) ? std::string(bytes) : decodeBytes(bytes, fromWindows1252);
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,126 @@
+#include "mime/HeaderFields.h"
+
+#include <algorithm>
+
+#include "mime/Charset.h"
+#include "mime/EncodedWords.h"
+#include "text/Ascii.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+namespace {
+
+constexpr std::string_view lineEnd = "\r\n";
+
+/// The length of the line that `text` begins with, its end included.
+std::size_t lineLength(std::string_view text) noexcept {
+    const std::size_t end = findBytes(text, lineEnd);
+    return end == npos ? text.size() : end + lineEnd.size();
+}
+
+/// The length of a field with the folded lines that go on with it.
+std::size_t fieldLength(std::string_view text) noexcept {
+    std::size_t length = lineLength(text);
+    while (length < text.size() && ascii::isBlank(text[length])) {
+        length += lineLength(text.substr(length));
+    }
+    return length;
+}
+
+/// The length of the field name that `line` begins with; 0 when a colon does
+/// not follow it, blanks aside.
+std::size_t nameLength(std::string_view line) noexcept {
+    std::size_t length = 0;
+    while (length < line.size() && line[length] > ' ' && line[length] < '\x7F' &&
+           line[length] != ':') {
+        ++length;
+    }
+    std::size_t colon = length;
+    while (colon < line.size() && ascii::isBlank(line[colon])) ++colon;
+    return colon < line.size() && line[colon] == ':' ? length : 0;
+}
+
+bool isMailboxLine(std::string_view line) noexcept {
+    return line.starts_with("From ") || line.starts_with(">From ");
+}
+
+std::size_t blankLinesLength(std::string_view text) noexcept {
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < text.size() && ascii::isSpace(text[i]); ++i) {
+        if (text[i] == '\n') length = i + 1;
+    }
+    return length;
+}
+
+}  // namespace
+
+std::string HeaderField::unfolded() const {
+    std::string out;
+    out.reserve(rawValue.size());
+    std::string_view rest = rawValue;
+    for (std::size_t end; (end = findBytes(rest, lineEnd)) != npos;) {
+        out += rest.substr(0, end);
+        out += ' ';
+        rest.remove_prefix(end + lineEnd.size());
+        while (!rest.empty() && ascii::isBlank(rest.front())) rest.remove_prefix(1);
+    }
+    out += rest;
+    return undeclaredToUtf8(ascii::trim(out));
+}
+
+std::string HeaderField::decoded() const { return decodeEncodedWords(unfolded()); }
+
+std::size_t HeaderFields::startIn(std::string_view text) {
+    std::size_t start = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+    start += blankLinesLength(text.substr(start));
+    if (!text.substr(start).starts_with("From ")) return start;
+    // "From " may begin a sentence too; it is an envelope when a header follows.
+    const std::size_t lineEnd = text.find('\n', start);
+    if (lineEnd == npos) return start;
+    const std::size_t next = lineEnd + 1 + blankLinesLength(text.substr(lineEnd + 1));
+    return ofMessage(text.substr(next)).all().empty() ? start : next;
+}
+
+HeaderFields HeaderFields::ofMessage(std::string_view text) {
+    HeaderFields block = read(text, OtherLines::endBlock);
+    // Without a field, a "From " line is a sentence of the body.
+    if (block.fields_.empty()) block.size_ = text.starts_with(lineEnd) ? lineEnd.size() : 0;
+    return block;
+}
+
+HeaderFields HeaderFields::ofReport(std::string_view text) {
+    return read(text, OtherLines::areSkipped);
+}
+
+HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines) {
+    HeaderFields block;
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        if (rest.starts_with(lineEnd)) {
+            rest.remove_prefix(lineEnd.size());
+            if (otherLines == OtherLines::endBlock) break;
+            continue;
+        }
+        const std::size_t length = fieldLength(rest);
+        const std::string_view field = rest.substr(0, length);
+        // A line that begins with "--" is a boundary in the wrong place.
+        const std::size_t name = field.starts_with("--") ? 0 : nameLength(field);
+        if (name > 0) {
+            const std::size_t colon = field.find(':', name);
+            block.fields_.push_back({field.substr(0, name), field.substr(colon + 1)});
+        } else if (otherLines == OtherLines::endBlock && !isMailboxLine(field)) {
+            break;
+        }
+        rest.remove_prefix(length);
+    }
+    block.size_ = text.size() - rest.size();
+    return block;
+}
+
+const HeaderField* HeaderFields::find(std::string_view name) const noexcept {
+    const auto found = std::ranges::find_if(
+        fields_, [&](const HeaderField& field) { return ascii::equalsNoCase(field.name, name); });
+    return found == fields_.end() ? nullptr : &*found;
+}
+
+}  // namespace bouncecheck

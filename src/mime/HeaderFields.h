@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bouncecheck {
+
+/// One field of a header block (RFC 5322, section 2.2).
+struct HeaderField {
+    std::string_view name;
+    /// What follows the colon, folds and encodings included.
+    std::string_view rawValue;
+
+    /// The value with each fold (a line break and the white space after it) as
+    /// one blank, trimmed, 8-bit bytes made UTF-8; encoded words as they are.
+    /// For structured values, which are taken apart before they are decoded.
+    std::string unfolded() const;
+
+    /// `unfolded` with its encoded words decoded: the value as a person reads it.
+    std::string decoded() const;
+};
+
+/// The fields of a block of header lines, in order.
+///
+/// Refers into the text that it was read from, whose line ends are CRLF. Names
+/// are matched ignoring case; blanks before the colon do not belong to them.
+class HeaderFields {
+public:
+    HeaderFields() = default;
+
+    /// Where the header of the message `text` begins: after what mailboxes and
+    /// editors put before it (blank lines, a "From " line, a byte order mark).
+    static std::size_t startIn(std::string_view text);
+
+    /// The header block that `text` begins with. It ends at the first blank
+    /// line, which it takes along, or at the first line that is neither a field
+    /// nor one of the "From " lines of mailboxes: a body without a blank line
+    /// before it. A text without header yields no fields, and no size unless it
+    /// begins with a blank line.
+    static HeaderFields ofMessage(std::string_view text);
+
+    /// All fields of `text`, whose groups are divided by blank lines, as in the
+    /// bodies of reports (RFC 3464). Other lines are passed over.
+    static HeaderFields ofReport(std::string_view text);
+
+    /// The first field of that name, or null.
+    const HeaderField* find(std::string_view name) const noexcept;
+
+    std::span<const HeaderField> all() const noexcept { return fields_; }
+
+    /// How many bytes of the text belong to the block.
+    std::size_t size() const noexcept { return size_; }
+
+private:
+    enum class OtherLines { endBlock, areSkipped };
+    static HeaderFields read(std::string_view text, OtherLines otherLines);
+
+    std::vector<HeaderField> fields_;
+    std::size_t size_ = 0;
+};
+
+}  // namespace bouncecheck

@@ -1,0 +1,191 @@
+#include "mime/HtmlText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+
+#include "mime/tables/HtmlEntities.h"
+#include "text/Ascii.h"
+#include "text/Search.h"
+#include "text/Utf8.h"
+
+namespace bouncecheck {
+namespace {
+
+/// Elements that begin and end on lines of their own.
+constexpr std::string_view blockElements[] = {
+    "address", "article", "aside", "blockquote", "body",     "br",     "caption", "center",
+    "dd",      "div",     "dl",    "dt",         "fieldset", "footer", "form",    "h1",
+    "h2",      "h3",      "h4",    "h5",         "h6",       "head",   "header",  "hr",
+    "html",    "li",      "main",  "nav",        "ol",       "p",      "pre",     "section",
+    "table",   "tbody",   "tfoot", "thead",      "title",    "tr",     "ul"};
+
+/// Text in the making, with white space as a browser lays it out.
+class TextFlow {
+public:
+    void add(std::string_view text, bool preformatted) {
+        for (const char c : text) {
+            if (preformatted && (c == '\n' || c == '\r')) {
+                if (c == '\n') out_ += "\r\n";
+                blank_ = false;
+            } else if (ascii::isSpace(c) && !preformatted) {
+                blank_ = true;
+            } else {
+                settleBlank();
+                out_ += c;
+            }
+        }
+    }
+    void addBlank() noexcept { blank_ = true; }
+    void breakLine() {
+        blank_ = false;
+        if (!atLineStart()) out_ += "\r\n";
+    }
+    std::string finish() { return std::move(out_); }
+
+private:
+    bool atLineStart() const noexcept { return out_.empty() || out_.ends_with('\n'); }
+    void settleBlank() {
+        if (blank_ && !atLineStart()) out_ += ' ';
+        blank_ = false;
+    }
+
+    std::string out_;
+    bool blank_ = false;
+};
+
+class HtmlReader {
+public:
+    explicit HtmlReader(std::string_view html) noexcept : rest_(html) {}
+
+    std::string read() {
+        while (!rest_.empty()) {
+            const std::size_t plain = std::min(rest_.find_first_of("<&"), rest_.size());
+            flow_.add(take(plain), preformatted_);
+            if (rest_.empty()) break;
+            const bool done = rest_.front() == '<' ? readMarkup() : readReference();
+            if (!done) flow_.add(take(1), preformatted_);
+        }
+        return flow_.finish();
+    }
+
+private:
+    std::string_view take(std::size_t count) noexcept {
+        const std::string_view taken = rest_.substr(0, count);
+        rest_.remove_prefix(taken.size());
+        return taken;
+    }
+
+    /// Passes over what `rest_` begins with up to and including `end`.
+    bool skipPast(std::string_view end, bool& isLost) noexcept {
+        if (isLost) return false;
+        const std::size_t at = findBytes(rest_, end);
+        isLost = at == npos;
+        if (isLost) return false;
+        rest_.remove_prefix(at + end.size());
+        return true;
+    }
+
+    bool readMarkup() {
+        if (rest_.starts_with("<!--") && skipPast("-->", commentEndLost_)) return true;
+        if (rest_.starts_with("<!") || rest_.starts_with("<?")) return skipPast(">", tagEndLost_);
+
+        const bool closing = rest_.starts_with("</");
+        const std::string_view inside = rest_.substr(closing ? 2 : 1);
+        if (inside.empty() || !ascii::isAlpha(inside.front())) return false;
+        const auto nameEnd = std::ranges::find_if_not(
+            inside, [](char c) { return ascii::isAlnum(c) || c == ':' || c == '-'; });
+        const auto nameLength = static_cast<std::size_t>(nameEnd - inside.begin());
+        const char next = nameLength < inside.size() ? inside[nameLength] : '\0';
+        if (!ascii::isSpace(next) && next != '/' && next != '>') return false;
+        const std::string name = ascii::lowerCase(inside.substr(0, nameLength));
+        if (!skipTag()) return false;
+        onTag(name, closing);
+        return true;
+    }
+
+    /// Passes over a tag, whose attribute values may hold '>' in quotes.
+    bool skipTag() noexcept {
+        if (!quotesLost_) {
+            char quote = '\0';
+            for (std::size_t i = 0; i < rest_.size(); ++i) {
+                const char c = rest_[i];
+                if (quote != '\0') {
+                    if (c == quote) quote = '\0';
+                } else if ((c == '"' || c == '\'') && i > 0 && rest_[i - 1] == '=') {
+                    quote = c;
+                } else if (c == '>') {
+                    rest_.remove_prefix(i + 1);
+                    return true;
+                }
+            }
+            quotesLost_ = true;
+        }
+        return skipPast(">", tagEndLost_);
+    }
+
+    void onTag(const std::string& name, bool closing) {
+        if (!closing && (name == "script" || name == "style")) {
+            skipRawText("</" + name);
+        } else if (std::ranges::find(blockElements, name) != std::end(blockElements)) {
+            if (name == "pre") preformatted_ = !closing;
+            flow_.breakLine();
+        } else if (name == "td" || name == "th") {
+            flow_.addBlank();
+        }
+    }
+
+    void skipRawText(std::string_view endTag) {
+        rest_.remove_prefix(std::min(findBytesNoCase(rest_, endTag), rest_.size()));
+    }
+
+    /// A character reference: &name; or &#number; the ';' may be missing.
+    bool readReference() {
+        constexpr std::size_t longest = 32;
+        std::string_view body = rest_.substr(1, longest);
+        const bool numeric = body.starts_with('#');
+        if (numeric) body.remove_prefix(1);
+        const auto end = std::ranges::find_if_not(body, ascii::isAlnum);
+        body = body.substr(0, static_cast<std::size_t>(end - body.begin()));
+        const std::optional<std::uint32_t> codePoint = numeric ? number(body) : named(body);
+        if (!codePoint) return false;
+
+        take(1 + (numeric ? 1 : 0) + body.size());
+        if (rest_.starts_with(';')) take(1);
+        std::string character;
+        appendUtf8(character, *codePoint);
+        flow_.add(character, preformatted_);
+        return true;
+    }
+
+    static std::optional<std::uint32_t> number(std::string_view digits) noexcept {
+        const bool hex = digits.starts_with('x') || digits.starts_with('X');
+        if (hex) digits.remove_prefix(1);
+        std::uint32_t value = 0;
+        const char* const end = digits.data() + digits.size();
+        const auto [stop, error] = std::from_chars(digits.data(), end, value, hex ? 16 : 10);
+        if (stop != end || error != std::errc()) return std::nullopt;
+        return value == 0xA0 ? 0x20 : value;  // as &nbsp;
+    }
+
+    static std::optional<std::uint32_t> named(std::string_view name) noexcept {
+        const auto found = std::ranges::lower_bound(htmlEntities, name, {}, &HtmlEntity::name);
+        if (found == std::end(htmlEntities) || found->name != name) return std::nullopt;
+        return found->codePoint;
+    }
+
+    std::string_view rest_;
+    TextFlow flow_;
+    bool preformatted_ = false;
+    // Set once an end was looked for in vain: it will not come any more.
+    bool commentEndLost_ = false;
+    bool tagEndLost_ = false;
+    bool quotesLost_ = false;
+};
+
+}  // namespace
+
+std::string htmlToText(std::string_view html) { return HtmlReader(html).read(); }
+
+}  // namespace bouncecheck

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace bouncecheck {
+
+/// The text of an HTML document (UTF-8) as a reader sees it: tags, comments,
+/// scripts and styles gone, character references decoded, white space run
+/// together outside `pre`, and each block, table row and `br` on a line of its
+/// own, lines ending in CRLF.
+///
+/// Anything is taken: a '<' that begins no tag stays, so that an address in
+/// unescaped brackets survives; what is never closed ends with the text.
+/// Linear in the size of `html`.
+std::string htmlToText(std::string_view html);
+
+}  // namespace bouncecheck

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bouncecheck {
+
+/// One entry of an address field, in UTF-8.
+struct Mailbox {
+    /// The display name, else the comment beside a bare address, without quotes
+    /// and with encoded words decoded; "" when there is none.
+    std::string name;
+    /// local-part@domain without brackets, source route, comments and white
+    /// space; "" when the entry is only a name.
+    std::string address;
+};
+
+/// The first `limit` mailboxes of an address field (RFC 5322, section 3.4), read
+/// as a person would: brackets may be missing or doubled, quotes and comments
+/// left open; names of groups, and groups without members, do not count.
+/// `field` is unfolded, its encoded words as they are. Linear in its size.
+std::vector<Mailbox> parseMailboxes(std::string_view field, std::size_t limit);
+
+}  // namespace bouncecheck

@@ -1,0 +1,206 @@
+#include "mime/MediaType.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <span>
+#include <tuple>
+
+#include "mime/Charset.h"
+#include "mime/Limits.h"
+#include "text/Ascii.h"
+
+namespace bouncecheck {
+namespace {
+
+constexpr std::size_t npos = std::string_view::npos;
+
+/// Reads the pieces of a structured value from left to right.
+class ValueReader {
+public:
+    explicit ValueReader(std::string_view text) noexcept : rest_(text) {}
+
+    bool atEnd() const noexcept { return rest_.empty(); }
+
+    /// Passes over white space, comments and `separators`.
+    void skip(std::string_view separators) noexcept {
+        while (!rest_.empty()) {
+            if (rest_.front() == '(') {
+                skipComment();
+            } else if (ascii::isSpace(rest_.front()) || separators.find(rest_.front()) != npos) {
+                rest_.remove_prefix(1);
+            } else {
+                return;
+            }
+        }
+    }
+
+    bool take(char c) noexcept {
+        if (rest_.empty() || rest_.front() != c) return false;
+        rest_.remove_prefix(1);
+        return true;
+    }
+
+    /// What stands before the next byte of `stops` or white space.
+    std::string_view word(std::string_view stops) noexcept {
+        const auto isEnd = [&](char c) { return ascii::isSpace(c) || stops.find(c) != npos; };
+        const auto end = std::ranges::find_if(rest_, isEnd);
+        const std::string_view found =
+            rest_.substr(0, static_cast<std::size_t>(end - rest_.begin()));
+        rest_.remove_prefix(found.size());
+        return found;
+    }
+
+    /// A quoted or a bare value; a quote that is never closed ends at a ';'.
+    std::string value() {
+        if (!rest_.starts_with('"')) return std::string(word(";"));
+        std::string out;
+        std::size_t i = 1;
+        for (; i < rest_.size() && rest_[i] != '"'; ++i) {
+            if (rest_[i] == '\\' && i + 1 < rest_.size()) ++i;
+            out += rest_[i];
+        }
+        if (i < rest_.size()) {
+            rest_.remove_prefix(i + 1);
+            return out;
+        }
+        rest_.remove_prefix(1);
+        const std::string_view open = rest_.substr(0, rest_.find(';'));
+        rest_.remove_prefix(open.size());
+        return std::string(ascii::trim(open));
+    }
+
+private:
+    void skipComment() noexcept {
+        std::size_t depth = 0;
+        std::size_t i = 0;
+        for (; i < rest_.size(); ++i) {
+            if (rest_[i] == '\\') {
+                ++i;
+            } else if (rest_[i] == '(') {
+                ++depth;
+            } else if (rest_[i] == ')' && --depth == 0) {
+                break;
+            }
+        }
+        rest_.remove_prefix(std::min(i + 1, rest_.size()));
+    }
+
+    std::string_view rest_;
+};
+
+std::string percentDecoded(std::string_view text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool escape = text[i] == '%' && i + 2 < text.size();
+        const int high = escape ? ascii::hexValue(text[i + 1]) : -1;
+        const int low = escape ? ascii::hexValue(text[i + 2]) : -1;
+        if (high < 0 || low < 0) {
+            out += text[i];
+        } else {
+            out += static_cast<char>(high * 16 + low);
+            i += 2;
+        }
+    }
+    return out;
+}
+
+/// One `name=value` as written: a plain parameter (`name`), an extended one
+/// (`name*`) or a piece of one in several (`name*0`, `name*0*`).
+struct Piece {
+    std::string name;
+    std::optional<unsigned> index;
+    bool extended = false;
+    std::string value;
+
+    Piece(std::string_view writtenName, std::string writtenValue) : value(std::move(writtenValue)) {
+        const std::size_t star = writtenName.find('*');
+        name = ascii::lowerCase(writtenName.substr(0, star));
+        if (star == npos) return;
+        std::string_view section = writtenName.substr(star + 1);
+        extended = section.empty() || section.ends_with('*');
+        if (section.ends_with('*')) section.remove_suffix(1);
+        unsigned number = 0;
+        const auto [end, error] =
+            std::from_chars(section.data(), section.data() + section.size(), number);
+        if (error == std::errc() && end == section.data() + section.size()) index = number;
+    }
+};
+
+/// Joins the pieces of one parameter, which stand in order, up to the first gap.
+std::string joined(std::span<const Piece> pieces) {
+    std::string bytes;
+    std::string charset;
+    unsigned expected = 0;
+    for (const Piece& piece : pieces) {
+        if (piece.index.value_or(0) != expected) {
+            if (piece.index.value_or(0) < expected) continue;  // given twice
+            break;
+        }
+        std::string_view value = piece.value;
+        if (piece.extended && expected == 0) {
+            // charset'language'text
+            const std::size_t first = value.find('\'');
+            const std::size_t second = first == npos ? npos : value.find('\'', first + 1);
+            if (second != npos) {
+                charset = value.substr(0, first);
+                value.remove_prefix(second + 1);
+            }
+        }
+        bytes += piece.extended ? percentDecoded(value) : std::string(value);
+        ++expected;
+    }
+    return toUtf8(bytes, charset);
+}
+
+}  // namespace
+
+ParameterizedValue::ParameterizedValue(std::string_view value) {
+    ValueReader reader(value);
+    reader.skip("");
+    head_ = ascii::lowerCase(reader.word(";("));
+
+    std::vector<Piece> pieces;
+    while (pieces.size() < limits::parameters) {
+        reader.skip(";");
+        if (reader.atEnd()) break;
+        const std::string_view name = reader.word("=;");
+        reader.skip("");
+        if (!reader.take('=')) continue;
+        reader.skip("");
+        std::string written = reader.value();
+        if (!name.empty()) pieces.emplace_back(name, std::move(written));
+    }
+
+    // Extended and divided forms first, so that they win over a plain one.
+    std::ranges::stable_sort(pieces, [](const Piece& a, const Piece& b) {
+        const auto rank = [](const Piece& p) { return p.extended || p.index ? 0 : 1; };
+        return std::tuple(std::string_view(a.name), rank(a), a.index.value_or(0)) <
+               std::tuple(std::string_view(b.name), rank(b), b.index.value_or(0));
+    });
+    for (auto group = pieces.begin(); group != pieces.end();) {
+        const auto end = std::find_if(
+            group, pieces.end(), [&](const Piece& piece) { return piece.name != group->name; });
+        parameters_.push_back({group->name, joined({group, end})});
+        group = end;
+    }
+}
+
+std::string_view ParameterizedValue::parameter(std::string_view name) const noexcept {
+    const auto found = std::ranges::find(parameters_, name, &Parameter::name);
+    return found == parameters_.end() ? std::string_view() : found->value;
+}
+
+MediaType::MediaType(std::string_view value, std::string_view defaultType) : value_(value) {
+    const std::string& head = value_.head();
+    const std::size_t slash = head.find('/');
+    const bool wellFormed =
+        slash != npos && slash > 0 && slash + 1 < head.size() && head.find('/', slash + 1) == npos;
+    name_ = wellFormed ? head : std::string(defaultType);
+}
+
+bool MediaType::isOf(std::string_view type) const noexcept {
+    return name_.size() > type.size() && name_.starts_with(type) && name_[type.size()] == '/';
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bouncecheck {
+
+/// A value of the form `head; name=value; ...`, as Content-Type and
+/// Content-Disposition have it (RFC 2045, section 5.1; RFC 2183; RFC 2231).
+///
+/// Values may be quoted or not and carry comments; continuations are joined and
+/// charsets converted to UTF-8. Of a parameter given twice the first counts, and
+/// an extended form (`name*`) before a plain one. What makes no parameter is
+/// passed over.
+class ParameterizedValue {
+public:
+    ParameterizedValue() = default;
+    /// `value` is unfolded.
+    explicit ParameterizedValue(std::string_view value);
+
+    /// What stands before the first ';', in lower case, without comments.
+    const std::string& head() const noexcept { return head_; }
+
+    /// The parameter of that name (given in lower case); "" when absent.
+    std::string_view parameter(std::string_view name) const noexcept;
+
+private:
+    struct Parameter {
+        std::string name;
+        std::string value;
+    };
+
+    std::string head_;
+    std::vector<Parameter> parameters_;
+};
+
+/// A Content-Type (RFC 2045, section 5).
+class MediaType {
+public:
+    MediaType() : MediaType("", "text/plain") {}
+
+    /// `value` is the unfolded field; "" or what has not the form type/subtype
+    /// reads as `defaultType`.
+    MediaType(std::string_view value, std::string_view defaultType);
+
+    /// "type/subtype" in lower case.
+    const std::string& name() const noexcept { return name_; }
+    bool is(std::string_view name) const noexcept { return name_ == name; }
+    /// Whether the type before the slash is `type`.
+    bool isOf(std::string_view type) const noexcept;
+    /// As in ParameterizedValue.
+    std::string_view parameter(std::string_view name) const noexcept {
+        return value_.parameter(name);
+    }
+
+private:
+    ParameterizedValue value_;
+    std::string name_;
+};
+
+}  // namespace bouncecheck

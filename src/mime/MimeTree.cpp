@@ -1,0 +1,88 @@
+#include "mime/MimeTree.h"
+
+#include <algorithm>
+
+#include "mime/Email2.h"
+#include "mime/Limits.h"
+#include "text/Ascii.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+namespace {
+
+constexpr std::string_view lineEnd = "\r\n";
+
+std::string delimiterOf(const MediaType& type) {
+    const std::string_view boundary = ascii::trimRight(type.parameter("boundary"));
+    if (!type.isOf("multipart") || boundary.empty()) return {};
+    return std::string("--").append(boundary);
+}
+
+}  // namespace
+
+void MimeTreeBuilder::build(Email2& root, std::string_view text, std::size_t headerStart) {
+    MimeTreeBuilder builder(text);
+    builder.open(root, headerStart, "text/plain");
+    std::size_t at = builder.position_;
+    if (!text.substr(at).starts_with("--")) at = builder.nextDashLine(at);
+    while (at != npos) {
+        const std::size_t end = std::min(findBytes(text, lineEnd, at), text.size());
+        if (builder.onDashLine(at, ascii::trimRight(text.substr(at, end - at)))) {
+            at = builder.position_;
+            if (text.substr(at).starts_with("--")) continue;
+        }
+        at = builder.nextDashLine(at);
+    }
+    builder.closeDownTo(0, text.size());
+}
+
+std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
+    const std::size_t at = findBytes(text_, "\r\n--", from);
+    return at == npos ? npos : at + lineEnd.size();
+}
+
+void MimeTreeBuilder::open(Email2& entity, std::size_t headerStart, std::string_view defaultType) {
+    entity.readHeader(text_.substr(headerStart), defaultType);
+    position_ = headerStart + entity.header_.size();
+    std::string delimiter = delimiterOf(entity.mediaType_);
+    if (open_.size() >= limits::nesting) delimiter.clear();
+    open_.push_back({&entity, position_, std::move(delimiter)});
+}
+
+void MimeTreeBuilder::closeDownTo(std::size_t keep, std::size_t end) {
+    while (open_.size() > keep) {
+        const OpenEntity& last = open_.back();
+        last.entity->bodyText_ =
+            text_.substr(last.bodyStart, std::max(end, last.bodyStart) - last.bodyStart);
+        open_.pop_back();
+    }
+}
+
+bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
+    for (std::size_t i = open_.size(); i-- > 0;) {
+        std::string& delimiter = open_[i].delimiter;
+        if (delimiter.empty() || !line.starts_with(delimiter)) continue;
+        const std::string_view rest = line.substr(delimiter.size());
+        const bool isClose = rest == "--";
+        if (!rest.empty() && !isClose) continue;
+
+        // The line end before a delimiter is part of it.
+        closeDownTo(i + 1, lineStart - std::min(lineStart, lineEnd.size()));
+        position_ = lineStart + line.size();
+        if (isClose || parts_ >= limits::parts) {
+            delimiter.clear();
+            return true;
+        }
+        ++parts_;
+        Email2& parent = *open_[i].entity;
+        parent.parts_.push_back(std::make_unique<Email2>());
+        const std::size_t lineStop = findBytes(text_, lineEnd, position_);
+        const std::size_t partStart = lineStop == npos ? text_.size() : lineStop + lineEnd.size();
+        open(*parent.parts_.back(), partStart,
+             parent.mediaType_.is("multipart/digest") ? "message/rfc822" : "text/plain");
+        return true;
+    }
+    return false;
+}
+
+}  // namespace bouncecheck

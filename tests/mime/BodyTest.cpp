@@ -1,0 +1,63 @@
+#include "mime/HtmlText.h"
+#include "mime/MailText.h"
+
+namespace bouncecheck {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(Body, IsDecoded) {
+    const Text encoded = "\nContent-Transfer-Encoding: ", base64 = encoded + "BASE64\n\n";
+    const Text quoted = encoded + "Quoted-Printable\n\n", plain = "text/plain";
+    const Case cases[] = {
+        {plain + quoted + "a=\nb=3d=3D= \nc \t\nd=ZZ=0A=4=", "ab==c\r\nd=ZZ\r\n=4"},
+        {plain + base64 + "aGV\nsb G8*=\r\nCg==eA", "hello\r\nx"},
+        {"x/y" + base64 + "YQpiAA==", "a\nb\0"s},
+        {plain + encoded + "x-uuencode\n\npre\nbegin 644 x\n#86)C\n`\nend\nafter", "abc"},
+        {plain + encoded + "x-other\n\n=41 aGk=\0\xE9"s, "=41 aGk=\0\xE9"s},
+        {plain + "; charset=windows-1252\n\n\x80", "\u20AC"},
+        {plain + "; charset=windows-1252\n\n\u00E9", "\u00E9"},
+        {plain + "; charset=utf-8\n\n\u00E9\xFFx", "\u00E9\uFFFDx"},
+        {"text/plain; charset*0=koi; charset*1*=8%2Dr\n\n\xF0\xD2", "\u041F\u0440"},
+        {plain + "; charset=utf-16" + base64 + "//5hAAoA6QA=", "a\r\n\u00E9"},
+        {plain + "; charset=gb18030\n\n\xC4\xE3.\xC4", "\u4F60.\uFFFD"},
+        {plain + "; charset=x-none\n\n\xE9", "\xE9"},
+    };
+    expectEach(cases, [](Text mail) { return bodyOf(Email2("Content-Type: " + mail)); });
+}
+
+TEST(Body, ReadsHtmlAsText) {
+    const Case cases[] = {
+        {"<p>a</p><div>b<br>c</div><tr><td>d</td></tr>e", "a|b|c|d|e"},
+        {"<style>p{}</style>a<SCRIPT>if (a<b) '</p>'</script >b<!-- <p>c --->d", "abd"},
+        {" a \n\t <b>b</b>\nc <pre>d\n  e</pre>f", "a b c|d|  e|f"},
+        {"&amp;lt;&eacute;&#233;&#xE9;&x;&#x110000;& &#;", "&lt;\u00E9\u00E9\u00E9&x;\uFFFD& &#;"},
+        {"<i title='x>' a=\"y>\">b</i> <a@b> 1 < 2 <3<script>d", "b <a@b> 1 < 2 <3"},
+    };
+    expectEach(cases, [](Text html) {
+        Text lines = htmlToText(html);
+        std::replace(lines.begin(), lines.end(), '\n', '|');
+        return std::erase(lines, '\r'), lines;
+    });
+}
+
+TEST(Body, IsChosenAmongParts) {
+    const Text text = "--b\n\nplain\n", type = "--b\nContent-Type: ", html = type + "text/html\n\n";
+    const Text file = "--b\nContent-Disposition: ATTACHMENT; filename=x\n\nfile\n";
+    const Text nested = type + "multipart/x; boundary=c\n\n--c\n" + html.substr(4) + "in\n--c--\n";
+    // The plain-text body, a bar, the effective body.
+    const Case cases[] = {
+        {html + "<b>1\n" + text, "plain|<b>1"},
+        {file + html + "<b>1\n" + nested, "1|<b>1"},
+        {nested + html + "1\n" + text, "plain|in"},
+        {file + text + "--b\n\nsecond\n", "plain|plain"},
+        {file + type + "message/rfc822\n\n\nbody\n", "|"},
+    };
+    expectEach(cases, [](Text parts) {
+        const Email2 mail("Content-Type: multipart/mixed; boundary=b\n\n" + parts + "--b--\n");
+        return plainOf(mail) + '|' + effectiveOf(mail);
+    });
+}
+
+}  // namespace
+}  // namespace bouncecheck
