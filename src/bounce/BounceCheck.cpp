@@ -1,5 +1,6 @@
 #include "bounce/BounceCheck.h"
 
+#include "bounce/Utf7.h"
 #include "bounce/Verdict.h"
 #include "log/LogContextExitor.h"
 #include "log/LogGuard.h"
@@ -111,8 +112,7 @@ void BounceCheck::cleanBounceAddress() {
         m_sbBounceAddr.removeCharOccurances('>');
     }
     if (m_sbBounceAddr.isEmpty()) return;
-    m_sbBounceAddr.replaceAllWithUchar("+AEA-", '@');
-    m_sbBounceAddr.replaceAllWithUchar("+AF8-", '_');
+    decodeUtf7Signs(m_sbBounceAddr);
     if (m_sbBounceAddr.charAt(0) == '@') m_sbBounceAddr.replaceFirstOccurance("@", "", false);
 }
 

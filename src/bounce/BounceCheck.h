@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
 #include "bounce/BounceRule.h"
 #include "bounce/BounceType.h"
 #include "text/StringBuffer.h"
@@ -71,15 +75,25 @@ protected:
     /// Reports that a virus scanner wrapped in a multipart/mixed.
     int checkAVGMAIL(Email2& email, LogBase& log);
 
-    // Checks that give no verdict yet (LaterChecks.cpp)
+    // Fixed headers, subjects and phrases (SpecialCases.cpp)
 
-    int checkSpecialCases1(Email2& email, LogBase& log);
     int checkSpecialSubjects(Email2& email, LogBase& log);
-    int checkSubjectList(Email2& email, LogBase& log);
-    int checkFromAddrList(Email2& email, LogBase& log);
+    int checkSpecialCases1(Email2& email, LogBase& log);
     int checkSpecialCases2(Email2& email, LogBase& log);
     int checkSpecialCases3(Email2& email, LogBase& log);
+
+    // Subjects and senders worth a look at the text (PatternLists.cpp)
+
+    int checkSubjectList(Email2& email, LogBase& log);
+    int checkFromAddrList(Email2& email, LogBase& log);
+
+    // The text (BodyClassification.cpp, AutoReply.cpp)
+
+    /// Decides by the text of the message and finds the address in it. Begins
+    /// with an empty `m_sbBounceAddr`.
     int checkEmailBody(Email2& email, LogBase& log);
+    /// Whether `text`, the sender or the subject is that of an automatic reply.
+    bool containsAutoReplyIndicator(Email2& email, StringBuffer& text, LogBase& log) const;
 
     // Phrases and rules (Indicators.cpp)
 
@@ -105,12 +119,39 @@ protected:
     StringBuffer m_sbBounceAddr;
 
 private:
+    // BounceCheck.cpp
     int completeVerdict(int type, Email2& email, LogBase& log);
     int reconsiderNone(Email2& email, LogBase& log);
     int autoReply(LogBase& log);
+    void takeAddressFromReturnedHeader(Email2& email, LogBase& log);
+
+    // BounceData.cpp
     bool appendFirstBodies(Email2& email, LogBase& log);
     bool appendSecondOfMixed(Email2& email, const Email2& second, LogBase& log);
-    void takeAddressFromReturnedHeader(Email2& email, LogBase& log);
+
+    // SpecialCases.cpp
+    int checkSubjectForms(Email2& email, LogBase& log);
+    int checkAolBounce(LogBase& log);
+    int checkChallengeService(Email2& email, LogBase& log);
+    void takeSender();
+    /// Takes the first word of `text`, without the `unwanted` bytes, if it holds
+    /// an '@'.
+    void takeWord(std::string_view text, std::string_view unwanted);
+
+    // The phases of checkEmailBody, in order. A verdict ends it, be it 0.
+    std::optional<int> decideByNoLongerValid(LogBase& log);
+    std::optional<int> decideByMarkers(Email2& email, LogBase& log);
+    std::optional<int> decideByIndicators(Email2& email, LogBase& log);
+    std::optional<int> decideByAttachedMessage(Email2& email, LogBase& log);
+    int decideByPlainBody(Email2& email, LogBase& log);
+    int decideByRules(LogBase& log);
+
+    std::optional<int> decideNotice(Email2& email, LogBase& log);
+    int decideBounce(LogBase& log);
+    int decideAutoReply(LogBase& log);
+    void fallBackToSender();
+
+    // Indicators.cpp
     const StringBuffer* textOf(std::int32_t ruleSource) const noexcept;
 };
 

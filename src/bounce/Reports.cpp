@@ -78,7 +78,7 @@ bool BounceCheck::getMultipartReportInfo(Email2& email, LogBase& log,
 
     XString content;
     email.getDeliveryStatusContent(content, log);
-    sbDeliveryStatus.setString(content.view());
+    sbDeliveryStatus.setString(content.ansiView());
     return true;
 }
 

@@ -16,31 +16,27 @@ char ParseEngine::current() const noexcept {
     return ahead.empty() ? '\0' : ahead.front();
 }
 
-void ParseEngine::moveTo(std::size_t offsetInRest) noexcept {
-    const std::size_t size = m_sbText.view().size();
-    const std::size_t from = std::min(m_pos, size);
-    m_pos = from + std::min(offsetInRest, size - from);
-}
+void ParseEngine::advance(std::size_t n) noexcept { m_pos += std::min(n, rest().size()); }
 
 bool ParseEngine::seekAndSkip(std::string_view s) noexcept {
     const std::size_t at = findBytes(rest(), s);
     if (at == npos) return false;
-    moveTo(at + s.size());
+    advance(at + s.size());
     return true;
 }
 
 void ParseEngine::skipUntilNotChar4(char a, char b, char c, char d) noexcept {
     const char set[] = {a, b, c, d};
-    moveTo(rest().find_first_not_of(std::string_view(set, sizeof set)));
+    advance(rest().find_first_not_of(std::string_view(set, sizeof set)));
 }
 
-void ParseEngine::skipUntilChar(char c) noexcept { moveTo(rest().find(c)); }
+void ParseEngine::skipUntilChar(char c) noexcept { advance(rest().find(c)); }
 
 void ParseEngine::captureToNext(const char* stopSet, StringBuffer& out) {
     const std::string_view ahead = rest();
     const std::size_t stop = std::min(ahead.find_first_of(ascii::viewOf(stopSet)), ahead.size());
     out.append(ahead.substr(0, stop));
-    moveTo(stop);
+    advance(stop);
 }
 
 }  // namespace bouncecheck

@@ -29,6 +29,8 @@ public:
     /// The byte at the position, 0 at the end.
     char current() const noexcept;
 
+    /// Moves `n` bytes on, or to the end.
+    void advance(std::size_t n) noexcept;
     /// Moves just past the next `s` and returns true; without one, stays.
     bool seekAndSkip(const char* s) noexcept { return seekAndSkip(ascii::viewOf(s)); }
     bool seekAndSkip(std::string_view s) noexcept;
@@ -39,9 +41,6 @@ public:
     /// Appends to `out` what lies before the next byte of `stopSet`, or before
     /// the end, and moves there.
     void captureToNext(const char* stopSet, StringBuffer& out);
-
-private:
-    void moveTo(std::size_t offsetInRest) noexcept;
 };
 
 }  // namespace bouncecheck

@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "bounce/Classification.h"
+#include "bounce/tables/BounceRules.h"
 #include "bounce/tables/MailboxFullIndicators.h"
 #include "bounce/tables/SoftBounceAndVirusIndicators.h"
-#include "bounce/tables/bounceRules.h"
 #include "log/LogNull.h"
 
 namespace bouncecheck {
@@ -74,7 +74,7 @@ TEST(ApplyRules, TellTheTypeAndTheRow) {
         check.m_sbSubject.setString(c.subject);
         check.m_sbFromAddr.setString(c.fromAddr);
         int row = -1;
-        EXPECT_EQ(check.applyRules(bounceRules, row, log), c.type);
+        EXPECT_EQ(check.applyRules(BounceRules, row, log), c.type);
         EXPECT_EQ(row, c.row);
     }
 }

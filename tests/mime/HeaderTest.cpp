@@ -12,13 +12,11 @@ TEST(Header, ReadsSubjects) {
         {"SUBJECT \t: \t a  b \t\nSubject: later", "a  b"},
         {"Subject-Line: x\nX-Subject: y\nSub: z\nSubject:\nSubject: second", ""},
         {"Subject:\n\t one\n  t\0o\n \t three"s, "one t\0o three"s},
-        {"Subject: =?utf-8?q?a_=C3=A9=20b?= c", "a \u00E9 b c"},
-        {"Subject: =?ISO-8859-1*sv?Q?Fr=e5nvaro?=", "Fr\u00E5nvaro"},
+        {"Subject: =?utf-8?q?a_=C3=A9=20=ZZ?= c", "a \u00E9 =ZZ c"},
         {"Subject: x =?utf-8?B?w6k=?= \n =?utf-8?b?w6k?= y", "x \u00E9\u00E9 y"},
         {"Subject: =?utf-8?Q?=E2=82?=\n =?UTF-8?Q?=AC?=", "\u20AC"},
         {"Subject: =?iso-2022-jp?B?GyRCRnw=?= =?iso-2022-jp?B?S1wbKEI=?=", "\u65E5\u672C"},
-        {"Subject: =?utf-8?X?a?= =?utf-8?B?!?= =?x?=", "=?utf-8?X?a?= =?utf-8?B?!?= =?x?="},
-        {"Subject: =?utf-8?Q?a=ZZ?= =?utf-8?Q?b", "a=ZZ =?utf-8?Q?b"},
+        {"Subject: =?x?X?a?= =?x?B?!?= =?x?= =?x?Q?b", "=?x?X?a?= =?x?B?!?= =?x?= =?x?Q?b"},
         {"Subject: caf\xE9 \x80", "caf\u00E9 \u20AC"},
     };
     expectEach(cases, [](Text header) { return subjectOf(Email2(header + "\n\nSubject: no")); });
@@ -35,8 +33,7 @@ TEST(Header, UsesParameters) {
         {"boundary*1=\"c d\"; boundary*0=ab\n\n--abc d\n\nx", "([x])"},
         {"junk; =; boundary*0*=''%61; boundary*1=%62; boundary=x\n\n--a%62\n\nx", "([x])"},
     };
-    expectEach(cases,
-               [](Text text) { return outlineOf(Email2("Content-Type: multipart/x; " + text)); });
+    expectEach(cases, [](Text t) { return outlineOf(Email2("Content-Type: multipart/x; " + t)); });
 }
 
 TEST(Header, MatchesWholeValues) {
@@ -49,11 +46,10 @@ TEST(Header, MatchesWholeValues) {
 TEST(MimeHeader, ReadsHeaderLines) {
     MimeHeader header;
     StringBuffer out;
-    for (const char* text : {"To: old", "Tox: no\rTO :\n =?utf-8?Q?J=C3=B6?=\r\n <j@b>\n\nX: body"})
-        header.loadMimeHeaderText(text, nullptr, 0, out, noLog);
+    const char* text = "Tox: no\rTO :\n =?utf-8?Q?J=C3=B6?=\r\n <j@b>\n\nTo: body";
+    for (const char* block : {text, "", "To: old", static_cast<const char*>(nullptr), text})
+        header.loadMimeHeaderText(block, nullptr, 0, out, noLog);
     header.getMimeFieldUtf8_2("Toxic", 2, out, noLog);
-    header.loadMimeHeaderText(nullptr, nullptr, 0, out, noLog);
-    header.getMimeFieldUtf8_2("To", 2, out, noLog);
     EXPECT_EQ(out.view(), "J\u00F6 <j@b>");
 }
 

@@ -7,7 +7,6 @@
 #include "log/LogNull.h"
 #include "mime/Email2.h"
 #include "mime/SystemCerts.h"
-#include "text/StringBuffer.h"
 #include "text/XString.h"
 
 /// The answers of a message as values, where the library appends to buffers.

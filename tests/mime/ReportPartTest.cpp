@@ -20,7 +20,6 @@ TEST(ReportPart, FindsFields) {
         {part(status, "Y: 1\nX:\n\nX: delayed"), ""},
         {part(status, "\n\nY: 1\nnot a field\n\n\n\nX: failed"), "failed"},
         {part(status + encoded + "base64", "WTogMQoKWDogZmFp\nbGVk"), "failed"},
-        {part(status + encoded + "quoted-printable", "X: fai=\nled"), "failed"},
         {part("multipart/x; boundary=c", "--c\nContent-Type: " + status + "\n\nX: 1\n--c--"), "1"},
         {complaint + part(status, "X: one") + part(status, "X: two"), "one"},
         {complaint + part(status, "Y: failed"), ""},
@@ -41,8 +40,7 @@ TEST(ReportPart, HandsOutItsWholeText) {
 TEST(ReportPart, HandsOutAttachedMessages) {
     const Text nested = "--c\nContent-Type: message/RFC822\n\nTo: \"A\" <a@b>\n\n1\n--c--";
     const Text last = part("message/rfc822\nContent-Transfer-Encoding: base64", "VG86IGJAYg==");
-    const Text text =
-        part("text/plain", "To: x@y") + part("multipart/x; boundary=c", nested) + last;
+    const Text text = part("x/y", "To: x@y") + part("multipart/x; boundary=c", nested) + last;
     auto mail = std::make_unique<Email2>(report(text));
     EXPECT_TRUE(!attachedTo(*mail, -1) && !attachedTo(*mail, 2) && !attachedTo(Email2()));
     const auto first = attachedTo(*mail), second = attachedTo(*mail, 1);
@@ -54,8 +52,7 @@ TEST(ReportPart, HandsOutAttachedMessages) {
 TEST(SystemCerts, CanBeAbsent) {
     const auto store = [] { return SystemCertsHolder().getSystemCertsPtr(); };
     EXPECT_TRUE(store());
-    const SystemCertsHolder::Absence outer;
-    { const SystemCertsHolder::Absence inner; }
+    const SystemCertsHolder::Absence absence;
     EXPECT_FALSE(store());
 }
 

@@ -12,7 +12,6 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr const char* null = nullptr;
-constexpr unsigned max = static_cast<unsigned>(-1);
 
 /// Splits the last element of an array into that array and makes `sb` the fields.
 void splitFields(StringBuffer& sb, bool exceptQuoted, bool trimEach) {
@@ -41,10 +40,9 @@ TEST(StringBuffer, ChangesItsText) {
         {"\r\n a \t b\0\v\f"sv, [](auto& s) { s.trim2(); }, "a \t b\0"sv},
         {"x", [](auto& s) { s.captureNonWS("y\tz"), s.captureNonWS(" y"); }, "xy"},
         {"a;\0b"sv, [](auto& s) { s.chopAtFirstChar('\0'), s.chopAtFirstChar('x'); }, "a;"},
-        {"A <mailto:a>", [](auto& s) { s.chopAtSubstr("a", false); }, "A <m"},
         {"a <MailTo:a>", [](auto& s) { s.chopAtSubstr("<mAILTO", true); }, "a "},
         {"abc", [](auto& s) { s.shorten(2); }, "a"},
-        {"abc", [](auto& s) { s.shorten(4), s.shorten(1), s.shorten(max); }, ""},
+        {"abc", [](auto& s) { s.shorten(4), s.shorten(1), s.shorten(~0U); }, ""},
         {" a  b ", [](auto& s) { splitFields(s, false, false); }, "|a||b||"},
         {"\"a b\" c", [](auto& s) { splitFields(s, true, false); }, "\"a b\"|c|"},
         {"\ta\n b\0"sv, [](auto& s) { splitFields(s, false, true); }, "a|b\0|"sv},
@@ -61,7 +59,6 @@ TEST(StringBuffer, ChangesItsText) {
         sb.append(c.before);
         c.change(sb);
         EXPECT_EQ(sb.view(), c.after) << "case " << &c - cases << " on " << c.before;
-        EXPECT_EQ(sb.getString()[sb.getSize()], '\0');
     }
 }
 
@@ -78,7 +75,7 @@ TEST(StringBuffer, AnswersAboutItsText) {
     EXPECT_TRUE(a.containsSubstringNoCase("bC") && n.containsChar('c') && !a.containsChar('\0'));
     EXPECT_TRUE(n.indexOf("b") == 2 && a.indexOf("aBc") == 0 && a.indexOf("aBcd") == -1);
     EXPECT_TRUE(n.countCharOccurances('\0') == 2 && a.charAt(2) == 'c' && a.pCharAt(1)[1] == 'c');
-    EXPECT_EQ(a.charAt(3) + a.charAt(max) + none.lastChar() + *a.pCharAt(3) + *a.pCharAt(max), 0);
+    EXPECT_EQ(a.charAt(3) + a.charAt(~0U) + none.lastChar() + *a.pCharAt(3) + *a.pCharAt(~0U), 0);
     XString x;
     x.appendUtf8(null), x.appendUtf8(" LOCAL; \u00E5\t"), x.trim2();
     EXPECT_TRUE(x.beginsWithUtf8("local;", true) && !x.beginsWithUtf8("local;", false));

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
@@ -129,6 +130,33 @@ TEST_F(Tool, GoesOnAfterWhatItCannotRead) {
     EXPECT_EQ(result.lines().size(), 2U);
     EXPECT_NE(result.err.find(path("b.eml") + ": No such file"), std::string::npos);
     EXPECT_NE(result.err.find(path("missing") + ": No such file"), std::string::npos);
+}
+
+TEST_F(Tool, ListsEveryRowOfEveryTable) {
+    std::map<std::string, std::size_t> rows;
+    for (const Json& line : run({"--list-phrases"}).lines()) {
+        EXPECT_EQ(line["row"], rows[line["table"]]++);
+        EXPECT_NE(line["phrase"], "");
+    }
+    const std::map<std::string, std::size_t> expected = {{"SenderBlockedIndicators", 35},
+                                                         {"MailboxFullIndicators", 30},
+                                                         {"SoftBounceIndicators", 7},
+                                                         {"VirusIndicators", 67},
+                                                         {"NetworkProblems", 2},
+                                                         {"TransientIndicators", 16},
+                                                         {"SpamFilterIndicators", 22},
+                                                         {"UnsubscribeBodyIndicators", 2},
+                                                         {"UnsubscribeSubjectIndicators", 2},
+                                                         {"ScanIndicators", 1},
+                                                         {"CannotDetermineRecipientStrings", 3},
+                                                         {"AbuseIndicators", 3},
+                                                         {"AutoReplyIndicators", 37},
+                                                         {"AutoReplySubjectIndicators", 62},
+                                                         {"BounceFromAddrList", 12},
+                                                         {"BounceSubjectList", 281},
+                                                         {"BounceDataMarkers", 269},
+                                                         {"BounceRules", 18}};
+    EXPECT_EQ(rows, expected);
 }
 
 TEST_F(Tool, TellsWrongUsageInOneLine) {

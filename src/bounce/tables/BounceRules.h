@@ -7,7 +7,7 @@ namespace bouncecheck {
 
 /// The last word on a text that no indicator decided: subjects and senders that
 /// are common to bounces and to other mail.
-inline constexpr BounceRule bounceRules[] = {
+inline constexpr BounceRule BounceRules[] = {
     {RULE_SUBJECT, RULE_BEGINS_WITH, "NDN:", BOUNCE_HARD},
     {RULE_SUBJECT, RULE_BEGINS_WITH_NO_CASE, "Non-Delivery", BOUNCE_HARD},
     {RULE_SUBJECT, RULE_CONTAINS_NO_CASE, "Delivery Failure", BOUNCE_HARD},
