@@ -36,12 +36,11 @@ header() {
 }
 
 # Configures, if that was not done yet, and builds a preset.
-build() {
+build() (
     cd "$root"
     [ -e "build/$1/build.ninja" ] || quietly cmake --preset "$1"
     quietly cmake --build --preset "$1"
-    cd "$OLDPWD"
-}
+)
 
 # Runs a command and shows what it printed only when it fails.
 quietly() {

@@ -33,10 +33,12 @@ private:
 }  // namespace
 
 std::size_t decidingEvent(std::span<const LogTrace::Event> events) noexcept {
-    std::size_t i = events.size();
-    while (i-- > 0) {
-        const bool isLine = events[i].kind == LogTrace::Kind::info;
-        if (isLine && !verdictLabel(events[i].text).empty()) return i;
+    for (std::size_t i = events.size(); i-- > 0;) {
+        const LogTrace::Event& event = events[i];
+        const bool isLabel =
+            event.kind == LogTrace::Kind::info && !verdictLabel(event.text).empty();
+        const bool isRule = event.kind == LogTrace::Kind::data && event.text == "BounceType";
+        if (isLabel || isRule) return i;
     }
     return events.size();
 }
@@ -52,9 +54,9 @@ Classified classify(std::string source, std::string message, Trace trace) {
         LogTrace log;
         result.type = check.checkEmail(email, address, data, log);
         result.trace = log.takeEvents();
-        const std::size_t deciding = decidingEvent(result.trace);
-        if (deciding < result.trace.size()) {
-            result.label = verdictLabel(result.trace[deciding].text);
+        for (const LogTrace::Event& event : result.trace) {
+            const std::string_view label = verdictLabel(event.text);
+            if (event.kind == LogTrace::Kind::info && !label.empty()) result.label = label;
         }
     } else {
         LabelLog log;

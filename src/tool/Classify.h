@@ -21,7 +21,8 @@ struct Classified {
     std::vector<LogTrace::Event> trace;
 };
 
-/// The index of the last event that names a rule, or the number of events.
+/// The index of the last event that names the deciding rule: its label, or the
+/// type that the rule table gave. The number of events when there is none.
 std::size_t decidingEvent(std::span<const LogTrace::Event> events) noexcept;
 
 enum class Trace { off, on };

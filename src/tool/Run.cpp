@@ -10,6 +10,7 @@
 
 #include "log/TraceTree.h"
 #include "tool/Classify.h"
+#include "tool/ListPhrases.h"
 #include "tool/Output.h"
 #include "tool/Sources.h"
 
@@ -20,6 +21,7 @@ struct Options {
     std::vector<std::string> paths;
     std::string format = "table";
     OutputParts parts;
+    bool listPhrases = false;
 };
 
 void declare(CLI::App& app, Options& options) {
@@ -32,6 +34,8 @@ void declare(CLI::App& app, Options& options) {
         ->capture_default_str();
     app.add_flag("--trace", options.parts.trace, "Show every step on the way to a verdict");
     app.add_flag("--data", options.parts.data, "Show the text that was decided upon");
+    app.add_flag("--list-phrases", options.listPhrases,
+                 "Print every phrase, pattern, marker and rule as JSON lines, and stop");
     app.footer(
         "Exit status: 0 when all messages were classified, 1 when something could not be read\n"
         "(the rest is still done), 2 for wrong usage.");
@@ -56,9 +60,19 @@ int classifyAll(Options options, std::ostream& out, std::ostream& err) {
             status = EXIT_SOME_UNREADABLE;
         });
     output->finish();
+    return status;
+}
+
+int runWith(Options options, std::ostream& out, std::ostream& err) {
+    int status = EXIT_ALL_CLASSIFIED;
+    if (options.listPhrases) {
+        listPhrases(out);
+    } else {
+        status = classifyAll(std::move(options), out, err);
+    }
     if (!out.flush()) {
         err << "bouncecheck: the output could not be written\n";
-        status = EXIT_SOME_UNREADABLE;
+        return EXIT_SOME_UNREADABLE;
     }
     return status;
 }
@@ -78,7 +92,7 @@ int runTool(int argc, const char* const* argv, std::ostream& out, std::ostream& 
             err << "bouncecheck: " << error.what() << " (see --help)\n";
             return EXIT_WRONG_USAGE;
         }
-        return classifyAll(std::move(options), out, err);
+        return runWith(std::move(options), out, err);
     } catch (const std::exception& error) {
         err << "bouncecheck: " << error.what() << '\n';
         return EXIT_SOME_UNREADABLE;
