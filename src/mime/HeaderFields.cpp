@@ -75,9 +75,9 @@ std::size_t HeaderFields::startIn(std::string_view text) {
     start += blankLinesLength(text.substr(start));
     if (!text.substr(start).starts_with("From ")) return start;
     // "From " may begin a sentence too; it is an envelope when a header follows.
-    const std::size_t lineEnd = text.find('\n', start);
-    if (lineEnd == npos) return start;
-    const std::size_t next = lineEnd + 1 + blankLinesLength(text.substr(lineEnd + 1));
+    const std::size_t lineFeed = text.find('\n', start);
+    if (lineFeed == npos) return start;
+    const std::size_t next = lineFeed + 1 + blankLinesLength(text.substr(lineFeed + 1));
     return ofMessage(text.substr(next)).all().empty() ? start : next;
 }
 
