@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "mime/Charset.h"
 #include "mime/tables/HtmlEntities.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -153,9 +154,7 @@ private:
 
         take(1 + (numeric ? 1 : 0) + body.size());
         if (rest_.starts_with(';')) take(1);
-        std::string character;
-        appendUtf8(character, *codePoint);
-        flow_.add(character, preformatted_);
+        flow_.add(character(*codePoint), preformatted_);
         return true;
     }
 
@@ -166,7 +165,19 @@ private:
         const char* const end = digits.data() + digits.size();
         const auto [stop, error] = std::from_chars(digits.data(), end, value, hex ? 16 : 10);
         if (stop != end || error != std::errc()) return std::nullopt;
-        return value == 0xA0 ? 0x20 : value;  // as &nbsp;
+        return value;
+    }
+
+    static std::string character(std::uint32_t codePoint) {
+        // Numbers of control characters are meant as Windows-1252.
+        if (codePoint >= 0x80 && codePoint <= 0x9F) {
+            const char byte = static_cast<char>(codePoint);
+            return undeclaredToUtf8(std::string_view(&byte, 1));
+        }
+        std::string out;
+        if (codePoint == 0) codePoint = 0xFFFD;
+        appendUtf8(out, codePoint == 0xA0 ? ' ' : codePoint);  // phrases are written with blanks
+        return out;
     }
 
     static std::optional<std::uint32_t> named(std::string_view name) noexcept {

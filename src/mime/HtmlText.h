@@ -11,7 +11,8 @@ namespace bouncecheck {
 /// own, lines ending in CRLF.
 ///
 /// Anything is taken: a '<' that begins no tag stays, so that an address in
-/// unescaped brackets survives; what is never closed ends with the text.
+/// unescaped brackets survives, and so does a tag that is never closed; a script
+/// or style that is never closed ends with the text.
 /// Linear in the size of `html`.
 std::string htmlToText(std::string_view html);
 

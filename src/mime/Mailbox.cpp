@@ -81,6 +81,9 @@ bool hasAt(std::string_view text) noexcept { return text.find('@') != npos; }
 class Draft {
 public:
     bool isEmpty() const noexcept { return words_.empty() && !angle_ && comment_.empty(); }
+    bool isOnlyName() const noexcept {
+        return !words_.empty() && !angle_ && !hasAddressWord_ && comment_.empty();
+    }
     bool hasAngle() const noexcept { return angle_; }
     bool hasAddressWord() const noexcept { return hasAddressWord_; }
 
@@ -191,6 +194,10 @@ private:
         if (ascii::isSpace(c)) {
             draft_.endWord();
             ++at_;
+        } else if (c == ',' && draft_.isOnlyName()) {
+            draft_.addPlain(c);  // Doe, John <john@example.com>, without the quotes
+            draft_.endWord();
+            ++at_;
         } else if (c == ',' || c == ';') {
             endMailbox();
             ++at_;
@@ -282,7 +289,14 @@ private:
 }  // namespace
 
 std::vector<Mailbox> parseMailboxes(std::string_view field, std::size_t limit) {
-    return MailboxReader(field, limit).read();
+    std::vector<Mailbox> mailboxes = MailboxReader(field, limit).read();
+    for (Mailbox& mailbox : mailboxes) {
+        // Some mailers encode the address along with the name.
+        if (!mailbox.address.empty() || !hasAt(mailbox.name)) continue;
+        std::vector<Mailbox> inside = MailboxReader(mailbox.name, 1).read();
+        if (!inside.empty()) mailbox = std::move(inside.front());
+    }
+    return mailboxes;
 }
 
 }  // namespace bouncecheck

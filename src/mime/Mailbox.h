@@ -19,7 +19,8 @@ struct Mailbox {
 
 /// The first `limit` mailboxes of an address field (RFC 5322, section 3.4), read
 /// as a person would: brackets may be missing or doubled, quotes and comments
-/// left open; names of groups, and groups without members, do not count.
+/// left open, commas stand in names; names of groups, and groups without members,
+/// do not count.
 /// `field` is unfolded, its encoded words as they are. Linear in its size.
 std::vector<Mailbox> parseMailboxes(std::string_view field, std::size_t limit);
 

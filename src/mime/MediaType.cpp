@@ -153,6 +153,14 @@ std::string joined(std::span<const Piece> pieces) {
     return toUtf8(bytes, charset);
 }
 
+/// RFC 2045, section 5.1.
+bool isToken(std::string_view text) noexcept {
+    const auto isTokenChar = [](char c) {
+        return c > ' ' && c < '\x7F' && std::string_view("()<>@,;:\\\"/[]?=").find(c) == npos;
+    };
+    return !text.empty() && std::ranges::all_of(text, isTokenChar);
+}
+
 }  // namespace
 
 ParameterizedValue::ParameterizedValue(std::string_view value) {
@@ -192,11 +200,11 @@ std::string_view ParameterizedValue::parameter(std::string_view name) const noex
 }
 
 MediaType::MediaType(std::string_view value, std::string_view defaultType) : value_(value) {
-    const std::string& head = value_.head();
+    const std::string_view head = value_.head();
     const std::size_t slash = head.find('/');
-    const bool wellFormed =
-        slash != npos && slash > 0 && slash + 1 < head.size() && head.find('/', slash + 1) == npos;
-    name_ = wellFormed ? head : std::string(defaultType);
+    const bool isWellFormed =
+        slash != npos && isToken(head.substr(0, slash)) && isToken(head.substr(slash + 1));
+    name_ = isWellFormed ? head : value.empty() ? defaultType : "text/plain";
 }
 
 bool MediaType::isOf(std::string_view type) const noexcept {

@@ -40,8 +40,8 @@ class MediaType {
 public:
     MediaType() : MediaType("", "text/plain") {}
 
-    /// `value` is the unfolded field; "" or what has not the form type/subtype
-    /// reads as `defaultType`.
+    /// `value` is the unfolded field; "" reads as `defaultType`, what has not the
+    /// form type/subtype as "text/plain" (RFC 2045, section 5.2).
     MediaType(std::string_view value, std::string_view defaultType);
 
     /// "type/subtype" in lower case.

@@ -18,6 +18,10 @@ TEST(Address, ReadsFromAsAPersonWould) {
         {"\"a b,<\"@c.ex", "\"a b,<\"@c.ex|"},
         {"<<@r.ex,@s.ex:a . b @ c.ex >>", "a.b@c.ex|"},
         {"Ann <a@b.ex", "a@b.ex|Ann"},
+        {"Bee, Ann <a@b.ex>, c@d.ex", "a@b.ex|Bee, Ann"},
+        {"=?utf-8?Q?Ann_=3Ca=40b.ex=3E?=", "a@b.ex|Ann"},
+        {"MAILER-DAEMON <>", "|MAILER-DAEMON"},
+        {"MAILER-DAEMON (Mail System)", "MAILER-DAEMON|Mail System"},
         {"undisclosed recipients:;, , T: Ann <a@b.ex>, c@d.ex;", "a@b.ex|Ann"},
     };
     expectEach(cases, [](Text field) {

@@ -31,6 +31,7 @@ TEST(Body, ReadsHtmlAsText) {
         {"<style>p{}</style>a<SCRIPT>if (a<b) '</p>'</script >b<!-- <p>c --->d", "abd"},
         {" a \n\t <b>b</b>\nc <pre>d\n  e</pre>f", "a b c|d|  e|f"},
         {"&amp;lt;&eacute;&#233;&#xE9;&x;&#x110000;& &#;", "&lt;\u00E9\u00E9\u00E9&x;\uFFFD& &#;"},
+        {"a&#0;b&#128;c&nbsp;&#160;d", "a\uFFFDb\u20ACc d"},
         {"<i title='x>' a=\"y>\">b</i> <a@b> 1 < 2 <3<script>d", "b <a@b> 1 < 2 <3"},
     };
     expectEach(cases, [](Text html) {

@@ -33,6 +33,7 @@ TEST(Structure, IsTheSameForAllLineEnds) {
         {type + "multipart/x\n\n--b\n\n1\n--b--\n", "multipart/x[--b\n\n1\n--b--\n]"},
         {type + "garbage\n\nx", "[x]"},
         {type + "\"a b\"/x,y\n\nx", "[x]"},
+        {type + "text/html,x\n\nx", "[x]"},
     };
     const Ends crlf{"\r\n", "\r\n", "\r\n"}, cr{"\r", "\r", "\r"}, mixed{"\n", "\r", "\r\n"};
     expectEach(cases, [&](Text text) {

@@ -38,7 +38,7 @@ TEST(StringBuffer, ChangesItsText) {
         {"Ab;ab;", [](auto& s) { s.replaceFirstOccurance("ab;", null, false); }, "Ab;"},
         {"a[AT]b[DOT]c[AT]", [](auto& s) { s.replaceAllWithUchar("[AT]", '@'); }, "a@b[DOT]c@"},
         {"\r\n a \t b\0\v\f"sv, [](auto& s) { s.trim2(); }, "a \t b\0"sv},
-        {"x", [](auto& s) { s.captureNonWS("y\tz"), s.captureNonWS(" y"); }, "xy"},
+        {"x", [](auto& s) { s.captureNonWS("y\nz"), s.captureNonWS("\ty"); }, "xy"},
         {"a;\0b"sv, [](auto& s) { s.chopAtFirstChar('\0'), s.chopAtFirstChar('x'); }, "a;"},
         {"a <MailTo:a>", [](auto& s) { s.chopAtSubstr("<mAILTO", true); }, "a "},
         {"abc", [](auto& s) { s.shorten(2); }, "a"},

@@ -10,8 +10,7 @@ struct HtmlEntity {
     std::uint32_t codePoint;
 };
 
-/// The named characters of HTML 4 and "apos", sorted by name. A no-break space
-/// reads as a blank, as phrases are written with blanks.
+/// The named characters of HTML 4 and "apos", sorted by name.
 inline constexpr HtmlEntity htmlEntities[] = {
     {"AElig", 0x00C6},
     {"Aacute", 0x00C1},
@@ -170,7 +169,7 @@ inline constexpr HtmlEntity htmlEntities[] = {
     {"minus", 0x2212},
     {"mu", 0x03BC},
     {"nabla", 0x2207},
-    {"nbsp", 0x0020},
+    {"nbsp", 0x00A0},
     {"ndash", 0x2013},
     {"ne", 0x2260},
     {"ni", 0x220B},
