@@ -15,4 +15,13 @@ std::string_view verdictLabel(std::string_view line) noexcept {
     return !line.empty() && ascii::isDigit(line.front()) ? line : std::string_view();
 }
 
+std::string_view lastVerdictLabel(std::span<const LogTrace::Event> events) noexcept {
+    for (std::size_t i = events.size(); i-- > 0;) {
+        if (events[i].kind != LogTrace::Kind::info) continue;
+        const std::string_view label = verdictLabel(events[i].text);
+        if (!label.empty()) return label;
+    }
+    return {};
+}
+
 }  // namespace bouncecheck

@@ -6,6 +6,7 @@
 #include "mime/Charset.h"
 #include "mime/TransferEncoding.h"
 #include "text/Ascii.h"
+#include "text/HexEscapes.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -22,24 +23,9 @@ bool isCharsetChar(char c) noexcept {
 }
 
 std::string decodeQ(std::string_view text) {
-    std::string out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '_') {
-            out += ' ';
-            continue;
-        }
-        if (text[i] == '=' && i + 2 < text.size()) {
-            const int high = ascii::hexValue(text[i + 1]);
-            const int low = ascii::hexValue(text[i + 2]);
-            if (high >= 0 && low >= 0) {
-                out += static_cast<char>(high * 16 + low);
-                i += 2;
-                continue;
-            }
-        }
-        out += text[i];
-    }
-    return out;
+    std::string blanks(text);
+    std::ranges::replace(blanks, '_', ' ');
+    return decodeHexEscapes(blanks, '=');
 }
 
 /// The end of the encoded text that begins `text`, where "?=" stands, or npos.

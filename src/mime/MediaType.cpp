@@ -9,6 +9,7 @@
 #include "mime/Charset.h"
 #include "mime/Limits.h"
 #include "text/Ascii.h"
+#include "text/HexEscapes.h"
 
 namespace bouncecheck {
 namespace {
@@ -89,22 +90,6 @@ private:
     std::string_view rest_;
 };
 
-std::string percentDecoded(std::string_view text) {
-    std::string out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool escape = text[i] == '%' && i + 2 < text.size();
-        const int high = escape ? ascii::hexValue(text[i + 1]) : -1;
-        const int low = escape ? ascii::hexValue(text[i + 2]) : -1;
-        if (high < 0 || low < 0) {
-            out += text[i];
-        } else {
-            out += static_cast<char>(high * 16 + low);
-            i += 2;
-        }
-    }
-    return out;
-}
-
 /// One `name=value` as written: a plain parameter (`name`), an extended one
 /// (`name*`) or a piece of one in several (`name*0`, `name*0*`).
 struct Piece {
@@ -147,7 +132,7 @@ std::string joined(std::span<const Piece> pieces) {
                 value.remove_prefix(second + 1);
             }
         }
-        bytes += piece.extended ? percentDecoded(value) : std::string(value);
+        bytes += piece.extended ? decodeHexEscapes(value, '%') : std::string(value);
         ++expected;
     }
     return toUtf8(bytes, charset);

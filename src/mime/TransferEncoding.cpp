@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "text/Ascii.h"
+#include "text/HexEscapes.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -31,20 +32,6 @@ void forEachLine(std::string_view text, OnLine onLine) {
     }
 }
 
-void appendQuotedPrintable(std::string& out, std::string_view line) {
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        const bool escape = line[i] == '=' && i + 2 < line.size();
-        const int high = escape ? ascii::hexValue(line[i + 1]) : -1;
-        const int low = escape ? ascii::hexValue(line[i + 2]) : -1;
-        if (high < 0 || low < 0) {
-            out += line[i];
-        } else {
-            out += static_cast<char>(high * 16 + low);
-            i += 2;
-        }
-    }
-}
-
 std::string decodeQuotedPrintable(std::string_view text) {
     std::string out;
     out.reserve(text.size());
@@ -53,7 +40,7 @@ std::string decodeQuotedPrintable(std::string_view text) {
         while (!line.empty() && ascii::isBlank(line.back())) line.remove_suffix(1);
         const bool softBreak = line.ends_with('=');
         if (softBreak) line.remove_suffix(1);
-        appendQuotedPrintable(out, line);
+        out += decodeHexEscapes(line, '=');
         if (ended && !softBreak) out += "\r\n";
     });
     return out;

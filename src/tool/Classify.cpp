@@ -54,10 +54,7 @@ Classified classify(std::string source, std::string message, Trace trace) {
         LogTrace log;
         result.type = check.checkEmail(email, address, data, log);
         result.trace = log.takeEvents();
-        for (const LogTrace::Event& event : result.trace) {
-            const std::string_view label = verdictLabel(event.text);
-            if (event.kind == LogTrace::Kind::info && !label.empty()) result.label = label;
-        }
+        result.label = lastVerdictLabel(result.trace);
     } else {
         LabelLog log;
         result.type = check.checkEmail(email, address, data, log);

@@ -19,14 +19,7 @@ struct Classification {
     std::string data;
     std::vector<LogTrace::Event> trace;
 
-    std::string label() const {
-        std::string last;
-        for (const LogTrace::Event& event : trace) {
-            const std::string_view label = verdictLabel(event.text);
-            if (event.kind == LogTrace::Kind::info && !label.empty()) last = label;
-        }
-        return last;
-    }
+    std::string label() const { return std::string(lastVerdictLabel(trace)); }
     bool logged(std::string_view line) const {
         return std::ranges::any_of(trace, [&](const LogTrace::Event& event) {
             return event.kind == LogTrace::Kind::info && event.text == line;
