@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -85,11 +86,15 @@ private:
     }
 
     void readFile(const std::string& name, std::FILE* file) {
-        std::optional<std::string> bytes = readAll(file);
-        if (bytes) {
-            onMessage_(name, std::move(*bytes));
-        } else {
-            onProblem_(name, std::strerror(errno));
+        try {
+            std::optional<std::string> bytes = readAll(file);
+            if (bytes) {
+                onMessage_(name, std::move(*bytes));
+            } else {
+                onProblem_(name, std::strerror(errno));
+            }
+        } catch (const std::bad_alloc&) {  // one huge file does not end the run
+            onProblem_(name, "not enough memory");
         }
     }
 
