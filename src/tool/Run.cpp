@@ -89,7 +89,7 @@ int runTool(int argc, const char* const* argv, std::ostream& out, std::ostream& 
         } catch (const CLI::Success& request) {  // --help, --version
             return app.exit(request, out, err);
         } catch (const CLI::ParseError& error) {
-            err << "bouncecheck: " << error.what() << " (see --help)\n";
+            err << "bouncecheck: " << escapeControls(error.what()) << " (see --help)\n";
             return EXIT_WRONG_USAGE;
         }
         return runWith(std::move(options), out, err);
