@@ -1,5 +1,6 @@
 #include "bounce/BounceCheck.h"
 
+#include "bounce/PhraseSearch.h"
 #include "bounce/Utf7.h"
 #include "bounce/Verdict.h"
 #include "log/LogContextExitor.h"
@@ -57,8 +58,8 @@ int BounceCheck::completeVerdict(int type, Email2& email, LogBase& log) {
 
 /// A message that no check decided may still be an answer from somebody away.
 int BounceCheck::reconsiderNone(Email2& email, LogBase& log) {
-    if (!m_sbBounceData.containsSubstring("I am out of the office") &&
-        !m_sbBounceData.containsSubstring("I will be out of the office")) {
+    const PhraseSearch data(m_sbBounceData);
+    if (!data.has("I am out of the office") && !data.has("I will be out of the office")) {
         return BOUNCE_NONE;
     }
     log.LogInfo("Bounce type: 6.481");
@@ -81,9 +82,7 @@ void BounceCheck::takeAddressFromReturnedHeader(Email2& email, LogBase& log) {
     for (int i = 0; i < email.getNumParts(); ++i) {
         const Email2* part = email.getPart(i);
         if (!part) continue;
-        StringBuffer contentType;
-        part->getContentType(contentType);
-        if (!contentType.containsSubstringNoCase("text/rfc822-headers")) continue;
+        if (!PhraseSearch(part->contentType()).hasNoCase("text/rfc822-headers")) continue;
 
         DataBuffer text;
         part->getNonMultipartBodyData(text);
@@ -104,7 +103,7 @@ void BounceCheck::takeAddressFromReturnedHeader(Email2& email, LogBase& log) {
 void BounceCheck::cleanBounceAddress() {
     constexpr std::size_t longestAddress = 300;
     if (m_sbBounceAddr.view().size() > longestAddress &&
-        m_sbBounceAddr.containsSubstring("vFileStorage")) {
+        PhraseSearch(m_sbBounceAddr).has("vFileStorage")) {
         m_sbBounceAddr.clear();
     }
     if (m_sbBounceAddr.beginsWith("<")) {

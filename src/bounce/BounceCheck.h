@@ -40,7 +40,8 @@ public:
     ///
     /// Both buffers are emptied and filled: `bounceAddr` with the address that
     /// failed or answered (may stay empty), `bounceData` with the text that was
-    /// decided upon, UTF-8 with CRLF line ends. What `log` throws is swallowed.
+    /// decided upon: decoded, UTF-8 unless the charset was unknown, with CRLF line
+    /// ends unless it was no text. What `log` throws is swallowed.
     int checkEmail(Email2& email, StringBuffer& bounceAddr, StringBuffer& bounceData, LogBase& log);
 
     /// Makes `m_sbBounceAddr` a bare address: brackets, UTF-7 forms and one

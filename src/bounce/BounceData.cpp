@@ -1,18 +1,13 @@
 #include <string_view>
 
 #include "bounce/BounceCheck.h"
+#include "bounce/PhraseSearch.h"
 #include "log/LogBase.h"
 #include "mime/Email2.h"
 #include "text/DataBuffer.h"
 
 namespace bouncecheck {
 namespace {
-
-StringBuffer contentTypeOf(const Email2& entity) {
-    StringBuffer type;
-    entity.getContentType(type);
-    return type;
-}
 
 long sizeOf(const StringBuffer& text) { return static_cast<long>(text.view().size()); }
 
@@ -88,16 +83,15 @@ bool BounceCheck::appendFirstBodies(Email2& email, LogBase& log) {
 
 /// The second part of a mixed message, when it is a returned message or text.
 bool BounceCheck::appendSecondOfMixed(Email2& email, const Email2& second, LogBase& log) {
-    const StringBuffer contentType = contentTypeOf(second);
-    const bool isMessage = contentType.containsSubstringNoCase("rfc822");
-    if (!isMessage && !contentType.equals("text/plain")) return true;
+    const bool isMessage = PhraseSearch(second.contentType()).hasNoCase("rfc822");
+    if (!isMessage && second.contentType() != "text/plain") return true;
     const DataBuffer* body = second.getNonMultipartBody3();
     if (!body) return false;
     if (body->getSize() == 0) return true;
 
     StringBuffer text;
     text.append(*body);
-    if (isMessage && text.containsSubstringNoCase("Content-Transfer-Encoding: base64")) {
+    if (isMessage && PhraseSearch(text).hasNoCase("Content-Transfer-Encoding: base64")) {
         text.clear();
         email.getPlainTextBodyUtf8(email, text, log);
         if (!text.isEmpty()) {

@@ -8,7 +8,7 @@ namespace {
 /// A list without its terminator ends here at the latest.
 constexpr std::size_t longestList = 2001;
 
-bool matches(std::int32_t mode, std::string_view text, std::string_view phrase) noexcept {
+bool matches(std::int32_t mode, std::string_view text, std::string_view phrase) {
     switch (mode) {
         case RULE_BEGINS_WITH: return text.starts_with(phrase);
         case RULE_BEGINS_WITH_NO_CASE: return ascii::startsWithNoCase(text, phrase);

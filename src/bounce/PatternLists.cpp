@@ -13,7 +13,7 @@ namespace {
 
 /// A pattern with a '*' has to match the whole text, with letter case; one
 /// without is a prefix.
-bool matchesPattern(std::string_view text, const char* pattern, LetterCase ofPrefix) noexcept {
+bool matchesPattern(std::string_view text, const char* pattern, LetterCase ofPrefix) {
     return bxStrChr(pattern, '*') ? wildcardMatch(text, pattern, LetterCase::exact)
                                   : startsWith(text, pattern, ofPrefix);
 }

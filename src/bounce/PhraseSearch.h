@@ -19,12 +19,12 @@ public:
     explicit PhraseSearch(const StringBuffer& text) noexcept : text_(text.view()) {}
 
     bool has(std::string_view phrase) const noexcept { return contains(text_, phrase); }
-    bool hasNoCase(std::string_view phrase) const noexcept { return containsNoCase(text_, phrase); }
+    bool hasNoCase(std::string_view phrase) const { return containsNoCase(text_, phrase); }
 
     /// The first phrase in the order of `list` that the text holds, or null. The
     /// list ends at an empty phrase or null, or after `maxEntries`.
     const char* firstOf(const char* const* list, LetterCase letters,
-                        std::size_t maxEntries = npos) const noexcept {
+                        std::size_t maxEntries = npos) const {
         for (std::size_t i = 0; i < maxEntries && list[i] && *list[i]; ++i) {
             if (findBytes(text_, list[i], 0, letters) != npos) return list[i];
         }

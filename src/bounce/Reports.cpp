@@ -1,4 +1,5 @@
 #include "bounce/BounceCheck.h"
+#include "bounce/PhraseSearch.h"
 #include "bounce/Verdict.h"
 #include "bounce/tables/MailboxFullIndicators.h"
 #include "bounce/tables/SenderBlockedIndicators.h"
@@ -9,12 +10,6 @@
 namespace bouncecheck {
 namespace {
 
-bool hasContentType(const Email2& entity, const char* name) {
-    StringBuffer type;
-    entity.getContentType(type);
-    return type.equals(name);
-}
-
 void readField(Email2& email, const char* name, StringBuffer& value, LogBase& log) {
     XString field;
     email.getDeliveryStatusInfo(name, field, log);
@@ -24,10 +19,10 @@ void readField(Email2& email, const char* name, StringBuffer& value, LogBase& lo
 }  // namespace
 
 bool BounceCheck::isMultipartReport(Email2& email, LogBase& log) {
-    if (hasContentType(email, "multipart/report")) return true;
-    if (!hasContentType(email, "multipart/mixed")) return false;
+    if (email.contentType() == "multipart/report") return true;
+    if (email.contentType() != "multipart/mixed") return false;
     const Email2* first = email.getPart(0);
-    if (!first || !hasContentType(*first, "multipart/report")) return false;
+    if (!first || first->contentType() != "multipart/report") return false;
     log.LogInfo("Found multipart/mixed --> multipart/report");
     return true;
 }
@@ -64,7 +59,7 @@ bool BounceCheck::getMultipartReportInfo(Email2& email, LogBase& log,
     email.getDeliveryStatusInfo("Original-recipient", recipient, log);
     // With "(generated from" in the text the final recipient is the address
     // behind an alias, which is not the one that the sender knows.
-    if (recipient.isEmpty() && !sbPlainTextBody.containsSubstring("(generated from")) {
+    if (recipient.isEmpty() && !PhraseSearch(sbPlainTextBody).has("(generated from")) {
         email.getDeliveryStatusInfo("Final-Recipient", recipient, log);
     }
     if (recipient.isEmpty()) email.getDeliveryStatusInfo("Original-Rcpt-To", recipient, log);
@@ -74,7 +69,7 @@ bool BounceCheck::getMultipartReportInfo(Email2& email, LogBase& log,
     }
     recipient.trim2();
     m_sbBounceAddr.setString(recipient.getAnsi());
-    if (m_sbBounceAddr.containsSubstring("vFileStorage")) m_sbBounceAddr.clear();
+    if (PhraseSearch(m_sbBounceAddr).has("vFileStorage")) m_sbBounceAddr.clear();
 
     XString content;
     email.getDeliveryStatusContent(content, log);
@@ -142,9 +137,9 @@ int BounceCheck::checkAVGMAIL(Email2& email, LogBase& log) {
     if (!email.isMultipartMixed()) return BOUNCE_NONE;
     StringBuffer contentType;
     email.getHeaderFieldUtf8("content-type", contentType, log);
-    if (!contentType.containsSubstring("AVGMAIL")) return BOUNCE_NONE;
+    if (!PhraseSearch(contentType).has("AVGMAIL")) return BOUNCE_NONE;
     const Email2* first = email.getPart(0);
-    if (!first || !hasContentType(*first, "multipart/report")) return BOUNCE_NONE;
+    if (!first || first->contentType() != "multipart/report") return BOUNCE_NONE;
 
     // The fields of the report are found through the message around it.
     bool ignored = false;

@@ -56,7 +56,7 @@ std::string traceTree(std::span<const LogTrace::Event> events, const TreeStyle& 
     for (std::size_t i = 0; i < events.size(); ++i) {
         const LogTrace::Event& event = events[i];
         if (event.kind == Kind::leave) {
-            --level;
+            if (level > 0) --level;  // its context began before these events
             continue;
         }
         out.append(style.margin).append(2 * level, ' ').append(escapeControls(event.text));

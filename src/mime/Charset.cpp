@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <initializer_list>
 
 #include "text/Ascii.h"
 #include "text/Utf8.h"
@@ -63,16 +64,17 @@ constexpr WesternCharset westernCharsets[] = {
 
 struct Alias {
     std::string_view inMail;
-    const char* inIconv;
+    std::string_view inIconv;
 };
 
 /// Names that mail uses and iconv lacks, or has for a smaller set of
 /// characters than those who use the name in mail mean.
 constexpr Alias aliases[] = {
-    {"unicode-1-1-utf-7", "UTF-7"}, {"unicode-1-1-utf-8", "UTF-8"}, {"x-sjis", "CP932"},
-    {"shift_jis", "CP932"},         {"shift-jis", "CP932"},         {"gb2312", "GB18030"},
-    {"x-gbk", "GB18030"},           {"ks_c_5601-1987", "CP949"},    {"x-euc-jp", "EUC-JP"},
-    {"iso-8859-8-i", "ISO-8859-8"}, {"x-windows-949", "CP949"},     {"x-mac-roman", "MACINTOSH"},
+    {"unicode", "utf-16"},        {"unicode-1-1-utf-7", "UTF-7"}, {"unicode-1-1-utf-8", "UTF-8"},
+    {"x-sjis", "CP932"},          {"shift_jis", "CP932"},         {"shift-jis", "CP932"},
+    {"gb2312", "GB18030"},        {"x-gbk", "GB18030"},           {"ks_c_5601-1987", "CP949"},
+    {"x-euc-jp", "EUC-JP"},       {"iso-8859-8-i", "ISO-8859-8"}, {"x-windows-949", "CP949"},
+    {"x-mac-roman", "MACINTOSH"},
 };
 
 std::string decodeBytes(std::string_view bytes, ByteDecoder decoder) {
@@ -139,10 +141,24 @@ bool isCharsetName(std::string_view name) noexcept {
     return !name.empty() && name.size() <= 64 && std::ranges::all_of(name, allowed);
 }
 
+/// The name that iconv knows a charset by; "" when it must not be asked.
+std::string iconvName(const std::string& name) {
+    // Charsets of the process rather than of mail.
+    for (const std::string_view internal : {"wchar_t", "internal", "char"}) {
+        if (name == internal) return {};
+    }
+    const auto alias = std::ranges::find(aliases, name, &Alias::inMail);
+    if (alias != std::end(aliases)) return std::string(alias->inIconv);
+    return isCharsetName(name) ? name : std::string();
+}
+
 /// How many bytes the smallest character of a charset takes.
 std::size_t unitSize(std::string_view name) noexcept {
-    if (name.starts_with("utf-16") || name.starts_with("ucs-2")) return 2;
-    if (name.starts_with("utf-32") || name.starts_with("ucs-4")) return 4;
+    const auto isOneOf = [&](std::initializer_list<std::string_view> stems) {
+        return std::ranges::any_of(stems, [&](auto stem) { return name.starts_with(stem); });
+    };
+    if (isOneOf({"utf-16", "utf16", "ucs-2", "ucs2", "iso-10646-ucs-2"})) return 2;
+    if (isOneOf({"utf-32", "utf32", "ucs-4", "ucs4", "iso-10646-ucs-4"})) return 4;
     return 1;
 }
 
@@ -156,15 +172,15 @@ std::string toUtf8(std::string_view bytes, std::string_view charset) {
         appendWellFormed(out, bytes);
         return out;
     }
-    const std::size_t unit = unitSize(name);
+    const std::string known = iconvName(name);
+    const std::size_t unit = unitSize(known);
     const bool hasEightBit = !std::ranges::all_of(bytes, ascii::isAscii);
     if (unit == 1 && hasEightBit && isUtf8(bytes)) return std::string(bytes);
 
     const auto western = std::ranges::find(westernCharsets, name, &WesternCharset::name);
     if (western != std::end(westernCharsets)) return decodeBytes(bytes, western->decoder);
-    if (!isCharsetName(name)) return std::string(bytes);
-    const auto alias = std::ranges::find(aliases, name, &Alias::inMail);
-    Iconv conversion(alias != std::end(aliases) ? alias->inIconv : name.c_str());
+    if (known.empty()) return std::string(bytes);
+    Iconv conversion(known.c_str());
     return conversion.isOpen() ? conversion.convert(bytes, unit) : std::string(bytes);
 }
 

@@ -47,6 +47,8 @@ public:
     /// is declared or what is declared has not the form of one (RFC 2045, 5.2);
     /// "message/rfc822" in a multipart/digest (RFC 2046, 5.1.5).
     void getContentType(StringBuffer& out) const;
+    /// The same, without a copy.
+    const std::string& contentType() const noexcept { return mediaType_.name(); }
     /// Direct parts; 0 for a leaf, and a multipart without boundary is one.
     int getNumParts() const noexcept { return static_cast<int>(parts_.size()); }
     /// The direct part at `index` from 0, or null.

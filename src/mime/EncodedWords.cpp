@@ -34,7 +34,9 @@ std::string decodeQ(std::string_view text) {
 std::size_t endOfQ(std::string_view text) noexcept {
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
         if (text[i] == '?' && text[i + 1] == '=') return i;
-        if (text[i] == '=' && text[i + 1] == '?') return npos;
+        // "=?=" is an '=' that was left as it is, before the end.
+        const bool isEnd = text.substr(i).starts_with("=?=");
+        if (text[i] == '=' && text[i + 1] == '?' && !isEnd) return npos;
     }
     return npos;
 }

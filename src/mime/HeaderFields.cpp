@@ -4,18 +4,17 @@
 
 #include "mime/Charset.h"
 #include "mime/EncodedWords.h"
+#include "mime/LineEnds.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
 
-constexpr std::string_view lineEnd = "\r\n";
-
 /// The length of the line that `text` begins with, its end included.
 std::size_t lineLength(std::string_view text) noexcept {
-    const std::size_t end = findBytes(text, lineEnd);
-    return end == npos ? text.size() : end + lineEnd.size();
+    const std::size_t end = findBytes(text, crLf);
+    return end == npos ? text.size() : end + crLf.size();
 }
 
 /// The length of a field with the folded lines that go on with it.
@@ -44,10 +43,18 @@ bool isMailboxLine(std::string_view line) noexcept {
     return line.starts_with("From ") || line.starts_with(">From ");
 }
 
-std::size_t blankLinesLength(std::string_view text) noexcept {
+/// The length of the blank lines and byte order marks that `text` begins with.
+std::size_t leadingLength(std::string_view text) noexcept {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     std::size_t length = 0;
-    for (std::size_t i = 0; i < text.size() && ascii::isSpace(text[i]); ++i) {
-        if (text[i] == '\n') length = i + 1;
+    for (std::size_t i = 0; i < text.size();) {
+        if (i == length && text.substr(i).starts_with(byteOrderMark)) {
+            length = i += byteOrderMark.size();
+        } else if (!ascii::isSpace(text[i])) {
+            break;
+        } else if (text[i++] == '\n') {
+            length = i;
+        }
     }
     return length;
 }
@@ -58,10 +65,10 @@ std::string HeaderField::unfolded() const {
     std::string out;
     out.reserve(rawValue.size());
     std::string_view rest = rawValue;
-    for (std::size_t end; (end = findBytes(rest, lineEnd)) != npos;) {
+    for (std::size_t end; (end = findBytes(rest, crLf)) != npos;) {
         out += rest.substr(0, end);
         out += ' ';
-        rest.remove_prefix(end + lineEnd.size());
+        rest.remove_prefix(end + crLf.size());
         while (!rest.empty() && ascii::isBlank(rest.front())) rest.remove_prefix(1);
     }
     out += rest;
@@ -71,20 +78,19 @@ std::string HeaderField::unfolded() const {
 std::string HeaderField::decoded() const { return decodeEncodedWords(unfolded()); }
 
 std::size_t HeaderFields::startIn(std::string_view text) {
-    std::size_t start = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
-    start += blankLinesLength(text.substr(start));
-    if (!text.substr(start).starts_with("From ")) return start;
+    const std::size_t start = leadingLength(text);
+    const std::string_view line = text.substr(start);
+    if (!line.starts_with("From ") || nameLength(line) > 0) return start;
     // "From " may begin a sentence too; it is an envelope when a header follows.
-    const std::size_t lineFeed = text.find('\n', start);
-    if (lineFeed == npos) return start;
-    const std::size_t next = lineFeed + 1 + blankLinesLength(text.substr(lineFeed + 1));
-    return ofMessage(text.substr(next)).all().empty() ? start : next;
+    const std::size_t next = start + lineLength(line);
+    const std::size_t header = next + leadingLength(text.substr(next));
+    return ofMessage(text.substr(header)).all().empty() ? start : header;
 }
 
 HeaderFields HeaderFields::ofMessage(std::string_view text) {
     HeaderFields block = read(text, OtherLines::endBlock);
     // Without a field, a "From " line is a sentence of the body.
-    if (block.fields_.empty()) block.size_ = text.starts_with(lineEnd) ? lineEnd.size() : 0;
+    if (block.fields_.empty()) block.size_ = text.starts_with(crLf) ? crLf.size() : 0;
     return block;
 }
 
@@ -96,8 +102,8 @@ HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines) {
     HeaderFields block;
     std::string_view rest = text;
     while (!rest.empty()) {
-        if (rest.starts_with(lineEnd)) {
-            rest.remove_prefix(lineEnd.size());
+        if (rest.starts_with(crLf)) {
+            rest.remove_prefix(crLf.size());
             if (otherLines == OtherLines::endBlock) break;
             continue;
         }

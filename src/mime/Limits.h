@@ -2,19 +2,21 @@
 
 #include <cstddef>
 
-/// How far a message is taken apart. What lies beyond a limit is not lost: it
-/// stays text of the entity around it.
+/// How far a message is taken apart.
 namespace bouncecheck::limits {
 
 /// Multiparts inside each other, the message's own included. Real mail has
-/// under ten; the bound keeps walks over the tree shallow.
+/// under ten; the bound keeps walks over the tree shallow. Deeper ones are
+/// leaves, whose body is their text.
 inline constexpr std::size_t nesting = 64;
 
-/// Parts of one message at all levels. Real mail has under a thousand.
+/// Parts of one message at all levels. Real mail has under a thousand. Those
+/// beyond stay in the raw text of the multipart that they stand in.
 inline constexpr std::size_t parts = 10'000;
 
 /// Parameters of one header field, continuations counted each. Putting
-/// continuations in order costs more than linear time without a bound.
+/// continuations in order costs more than linear time without a bound. Those
+/// beyond are not read.
 inline constexpr std::size_t parameters = 128;
 
 }  // namespace bouncecheck::limits

@@ -4,11 +4,10 @@
 #include <string_view>
 
 #include "text/NextByte.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
-
-constexpr std::size_t npos = std::string_view::npos;
 
 /// Calls `onEnd` with the place and the length of each line end of a text.
 template <class OnEnd>
@@ -37,7 +36,7 @@ std::string withCrLf(std::string text) {
     result.reserve(text.size() + added);
     std::size_t start = 0;
     forEachLineEnd(text, [&](std::size_t at, std::size_t length) {
-        result.append(text, start, at - start).append("\r\n");
+        result.append(text, start, at - start).append(crLf);
         start = at + length;
     });
     result.append(text, start);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "mime/Comment.h"
 #include "mime/EncodedWords.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -19,21 +20,6 @@ struct Word {
 
     bool isQuoted() const noexcept { return raw.starts_with('"') && raw.ends_with('"'); }
 };
-
-/// The end of the comment that begins `text`, nested ones included, or npos.
-std::size_t commentLength(std::string_view text) noexcept {
-    std::size_t depth = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\\') {
-            ++i;
-        } else if (text[i] == '(') {
-            ++depth;
-        } else if (text[i] == ')' && --depth == 0) {
-            return i + 1;
-        }
-    }
-    return npos;
-}
 
 /// Without comments and white space outside quotes, source route (RFC 5322,
 /// section 4.4) and "mailto:".

@@ -7,14 +7,14 @@
 #include <tuple>
 
 #include "mime/Charset.h"
+#include "mime/Comment.h"
 #include "mime/Limits.h"
 #include "text/Ascii.h"
 #include "text/HexEscapes.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
-
-constexpr std::size_t npos = std::string_view::npos;
 
 /// Reads the pieces of a structured value from left to right.
 class ValueReader {
@@ -27,7 +27,7 @@ public:
     void skip(std::string_view separators) noexcept {
         while (!rest_.empty()) {
             if (rest_.front() == '(') {
-                skipComment();
+                rest_.remove_prefix(std::min(commentLength(rest_), rest_.size()));
             } else if (ascii::isSpace(rest_.front()) || separators.find(rest_.front()) != npos) {
                 rest_.remove_prefix(1);
             } else {
@@ -72,21 +72,6 @@ public:
     }
 
 private:
-    void skipComment() noexcept {
-        std::size_t depth = 0;
-        std::size_t i = 0;
-        for (; i < rest_.size(); ++i) {
-            if (rest_[i] == '\\') {
-                ++i;
-            } else if (rest_[i] == '(') {
-                ++depth;
-            } else if (rest_[i] == ')' && --depth == 0) {
-                break;
-            }
-        }
-        rest_.remove_prefix(std::min(i + 1, rest_.size()));
-    }
-
     std::string_view rest_;
 };
 

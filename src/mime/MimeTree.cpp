@@ -4,13 +4,12 @@
 
 #include "mime/Email2.h"
 #include "mime/Limits.h"
+#include "mime/LineEnds.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
-
-constexpr std::string_view lineEnd = "\r\n";
 
 std::string delimiterOf(const MediaType& type) {
     const std::string_view boundary = ascii::trimRight(type.parameter("boundary"));
@@ -26,7 +25,7 @@ void MimeTreeBuilder::build(Email2& root, std::string_view text, std::size_t hea
     std::size_t at = builder.position_;
     if (!text.substr(at).starts_with("--")) at = builder.nextDashLine(at);
     while (at != npos) {
-        const std::size_t end = std::min(findBytes(text, lineEnd, at), text.size());
+        const std::size_t end = std::min(findBytes(text, crLf, at), text.size());
         if (builder.onDashLine(at, ascii::trimRight(text.substr(at, end - at)))) {
             at = builder.position_;
             if (text.substr(at).starts_with("--")) continue;
@@ -38,7 +37,7 @@ void MimeTreeBuilder::build(Email2& root, std::string_view text, std::size_t hea
 
 std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
     const std::size_t at = findBytes(text_, "\r\n--", from);
-    return at == npos ? npos : at + lineEnd.size();
+    return at == npos ? npos : at + crLf.size();
 }
 
 void MimeTreeBuilder::open(Email2& entity, std::size_t headerStart, std::string_view defaultType) {
@@ -67,7 +66,7 @@ bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
         if (!rest.empty() && !isClose) continue;
 
         // The line end before a delimiter is part of it.
-        closeDownTo(i + 1, lineStart - std::min(lineStart, lineEnd.size()));
+        closeDownTo(i + 1, lineStart - std::min(lineStart, crLf.size()));
         position_ = lineStart + line.size();
         if (isClose || parts_ >= limits::parts) {
             delimiter.clear();
@@ -76,8 +75,8 @@ bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
         ++parts_;
         Email2& parent = *open_[i].entity;
         parent.parts_.push_back(std::make_unique<Email2>());
-        const std::size_t lineStop = findBytes(text_, lineEnd, position_);
-        const std::size_t partStart = lineStop == npos ? text_.size() : lineStop + lineEnd.size();
+        const std::size_t lineStop = findBytes(text_, crLf, position_);
+        const std::size_t partStart = lineStop == npos ? text_.size() : lineStop + crLf.size();
         open(*parent.parts_.back(), partStart,
              parent.mediaType_.is("multipart/digest") ? "message/rfc822" : "text/plain");
         return true;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 
+#include "mime/LineEnds.h"
 #include "text/Ascii.h"
 #include "text/HexEscapes.h"
 #include "text/Search.h"
@@ -26,7 +27,7 @@ constexpr std::array<signed char, 256> base64Table = [] {
 template <class OnLine>
 void forEachLine(std::string_view text, OnLine onLine) {
     while (!text.empty()) {
-        const std::size_t end = findBytes(text, "\r\n");
+        const std::size_t end = findBytes(text, crLf);
         onLine(text.substr(0, end), end != npos);
         text.remove_prefix(end == npos ? text.size() : end + 2);
     }
@@ -41,7 +42,7 @@ std::string decodeQuotedPrintable(std::string_view text) {
         const bool softBreak = line.ends_with('=');
         if (softBreak) line.remove_suffix(1);
         out += decodeHexEscapes(line, '=');
-        if (ended && !softBreak) out += "\r\n";
+        if (ended && !softBreak) out += crLf;
     });
     return out;
 }
@@ -50,8 +51,10 @@ void appendUuLine(std::string& out, std::string_view line) {
     const auto value = [&](std::size_t i) -> unsigned {
         return i < line.size() ? (static_cast<unsigned char>(line[i]) - 0x20u) & 0x3F : 0;
     };
-    // The count leads the line. Blanks, which are zeros, are often lost at its end.
-    const std::size_t count = value(0);
+    // The count leads the line. Blanks, which are zeros, are often lost at its
+    // end, but a count is not believed beyond the group that the line ends in.
+    const std::size_t groups = (line.size() + 2) / 4;
+    const std::size_t count = std::min<std::size_t>(value(0), 3 * groups);
     for (std::size_t done = 0, digit = 1; done < count; done += 3, digit += 4) {
         const unsigned bits =
             value(digit) << 18 | value(digit + 1) << 12 | value(digit + 2) << 6 | value(digit + 3);

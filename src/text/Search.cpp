@@ -39,8 +39,7 @@ std::size_t findBytes(std::string_view text, std::string_view needle, std::size_
     return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : npos;
 }
 
-std::size_t findBytesNoCase(std::string_view text, std::string_view needle,
-                            std::size_t from) noexcept {
+std::size_t findBytesNoCase(std::string_view text, std::string_view needle, std::size_t from) {
     if (from > text.size() || needle.size() > text.size() - from) return npos;
     if (needle.empty()) return from;
 

@@ -25,11 +25,10 @@ std::size_t findBytes(std::string_view text, std::string_view needle,
                       std::size_t from = 0) noexcept;
 
 /// The same with the case of ASCII letters ignored.
-std::size_t findBytesNoCase(std::string_view text, std::string_view needle,
-                            std::size_t from = 0) noexcept;
+std::size_t findBytesNoCase(std::string_view text, std::string_view needle, std::size_t from = 0);
 
 inline std::size_t findBytes(std::string_view text, std::string_view needle, std::size_t from,
-                             LetterCase letters) noexcept {
+                             LetterCase letters) {
     return letters == LetterCase::ignored ? findBytesNoCase(text, needle, from)
                                           : findBytes(text, needle, from);
 }
@@ -38,7 +37,7 @@ inline bool contains(std::string_view text, std::string_view needle) noexcept {
     return findBytes(text, needle) != npos;
 }
 
-inline bool containsNoCase(std::string_view text, std::string_view needle) noexcept {
+inline bool containsNoCase(std::string_view text, std::string_view needle) {
     return findBytesNoCase(text, needle) != npos;
 }
 

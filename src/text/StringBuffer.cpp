@@ -68,7 +68,7 @@ bool StringBuffer::containsSubstring(const char* s) const noexcept {
     return contains(view(), viewOf(s));
 }
 
-bool StringBuffer::containsSubstringNoCase(const char* s) const noexcept {
+bool StringBuffer::containsSubstringNoCase(const char* s) const {
     return containsNoCase(view(), viewOf(s));
 }
 

@@ -57,7 +57,7 @@ public:
     bool beginsWithIgnoreCaseN(const char* s, unsigned n) const noexcept;
     bool endsWith(const char* suffix) const noexcept;
     bool containsSubstring(const char* s) const noexcept;
-    bool containsSubstringNoCase(const char* s) const noexcept;
+    bool containsSubstringNoCase(const char* s) const;
     bool containsChar(char c) const noexcept;
     /// The position of the first `s`, or -1.
     int indexOf(const char* s) const noexcept;

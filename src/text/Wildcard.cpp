@@ -2,7 +2,7 @@
 
 namespace bouncecheck {
 
-bool wildcardMatch(std::string_view text, std::string_view pattern, LetterCase letters) noexcept {
+bool wildcardMatch(std::string_view text, std::string_view pattern, LetterCase letters) {
     const std::size_t firstStar = pattern.find('*');
     if (firstStar == npos) {
         return text.size() == pattern.size() && startsWith(text, pattern, letters);

@@ -9,10 +9,10 @@ namespace bouncecheck {
 /// Whether the whole of `text` matches `pattern`, in which '*' stands for any
 /// run of bytes, the empty one included, and every other byte for itself.
 /// Linear in text plus pattern.
-bool wildcardMatch(std::string_view text, std::string_view pattern, LetterCase letters) noexcept;
+bool wildcardMatch(std::string_view text, std::string_view pattern, LetterCase letters);
 
 /// The same over C strings; null reads as "".
-inline bool wildcardMatch(const char* text, const char* pattern, bool ignoreCase) noexcept {
+inline bool wildcardMatch(const char* text, const char* pattern, bool ignoreCase) {
     return wildcardMatch(ascii::viewOf(text), ascii::viewOf(pattern), letterCase(ignoreCase));
 }
 

@@ -26,16 +26,18 @@ struct Options {
 
 void declare(CLI::App& app, Options& options) {
     app.set_version_flag("--version", "bouncecheck " BOUNCECHECK_VERSION);
-    app.add_option("PATH", options.paths,
-                   "Message files, or folders of them; '-' or none reads one message from "
-                   "standard input");
+    CLI::Option* paths =
+        app.add_option("PATH", options.paths,
+                       "Message files, or folders of them; '-' or none reads one message from "
+                       "standard input");
     app.add_option("--format", options.format, "How to show the verdicts")
         ->check(CLI::IsMember({"table", "json"}))
         ->capture_default_str();
     app.add_flag("--trace", options.parts.trace, "Show every step on the way to a verdict");
     app.add_flag("--data", options.parts.data, "Show the text that was decided upon");
     app.add_flag("--list-phrases", options.listPhrases,
-                 "Print every phrase, pattern, marker and rule as JSON lines, and stop");
+                 "Print every phrase, pattern, marker and rule as JSON lines, and stop")
+        ->excludes(paths);
     app.footer(
         "Exit status: 0 when all messages were classified, 1 when something could not be read\n"
         "(the rest is still done), 2 for wrong usage.");

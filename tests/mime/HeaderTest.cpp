@@ -17,6 +17,7 @@ TEST(Header, ReadsSubjects) {
         {"Subject: =?utf-8?Q?=E2=82?=\n =?UTF-8?Q?=AC?=", "\u20AC"},
         {"Subject: =?iso-2022-jp?B?GyRCRnw=?= =?iso-2022-jp?B?S1wbKEI=?=", "\u65E5\u672C"},
         {"Subject: =?x?X?a?= =?x?B?!?= =?x?= =?x?Q?b", "=?x?X?a?= =?x?B?!?= =?x?= =?x?Q?b"},
+        {"Subject: =?utf-8?Q?a=?= =?utf-8?Q?b?c?=", "a=b?c"},
         {"Subject: caf\xE9 \x80", "caf\u00E9 \u20AC"},
     };
     expectEach(cases, [](Text header) { return subjectOf(Email2(header + "\n\nSubject: no")); });

@@ -18,6 +18,8 @@ TEST(Structure, IsTheSameForAllLineEnds) {
     const Case cases[] = {
         {"From a@b Mon Jan  1\nX: y\n>From a b\nTo: x\n\n1", "[1]"},
         {"\xEF\xBB\xBF\nFrom a@b Mon Jan  1\nTo: x\n\n1", "[1]"},
+        {"From a@b Mon\n\n\xEF\xBB\xBFTo: x\n\n1", "[1]"},
+        {"From : a@b\nTo: x\n\n1", "[1]"},
         {"Subject: x\n\n\n one\n\ntwo\n", "[\n one\n\ntwo\n]"},
         {"no header\n\nSubject: x\n", "[no header\n\nSubject: x\n]"},
         {"Subject: x\nno blank line\n\nx", "[no blank line\n\nx]"},
