@@ -1,8 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <stdexcept>
-
 #include "bounce/Classification.h"
+#include "log/FailingLog.h"
 
 namespace bouncecheck {
 namespace {
@@ -95,20 +94,6 @@ TEST(CheckEmail, EmptiesTheBuffersOfTheCaller) {
     EXPECT_STREQ(address.getString(), "");
     EXPECT_STREQ(data.getString(), "");
 }
-
-/// A log on a full disk.
-class FailingLog final : public LogBase {
-public:
-    void LogInfo(const char*) override { fail(); }
-    void LogWarning(const char*) override { fail(); }
-    void LogError(const char*) override { fail(); }
-    void EnterContext(const char*, bool) override { fail(); }
-    void LeaveContext() override { fail(); }
-    void LogData(const char*, const char*) override { fail(); }
-
-private:
-    static void fail() { throw std::runtime_error("no space left"); }
-};
 
 TEST(CheckEmail, GivesItsVerdictWhateverTheLogDoes) {
     Email2 email(reportMessage("Final-Recipient: rfc822;a@x.example\nAction: failed\n"));

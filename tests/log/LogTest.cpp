@@ -2,6 +2,7 @@
 
 #include <climits>
 
+#include "log/FailingLog.h"
 #include "log/LogContextExitor.h"
 #include "log/LogGuard.h"
 #include "log/TraceTree.h"
@@ -11,19 +12,6 @@
 
 namespace bouncecheck {
 namespace {
-
-/// Keeps what it is told and fails each time, by an exception of no class too.
-class FailingLog final : public LogBase {
-public:
-    LogTrace trace;
-    void LogInfo(const char* text) override { trace.LogInfo(text), throw 1; }
-    void LogWarning(const char* text) override { trace.LogWarning(text), fail(); }
-    void LogError(const char* text) override { trace.LogError(text), fail(); }
-    void EnterContext(const char* name, bool) override { trace.EnterContext(name, true), fail(); }
-    void LeaveContext() override { trace.LeaveContext(), fail(); }
-    void LogData(const char* tag, const char* value) override { trace.LogData(tag, value), fail(); }
-    [[noreturn]] static void fail() { throw std::string("disk full"); }
-};
 
 void decide(LogBase& log, int way) {
     const LogContextExitor outer(log, "out");
@@ -40,9 +28,10 @@ TEST(LogGuard, LetsNoFailureDisturbTheContexts) {
         LogGuard log(failing);
         try {
             decide(log, way);
-        } catch (const std::string&) {
+        } catch (const std::runtime_error&) {
         }
-        log.LogWarning("w"), log.LogError("e");
+        log.LogWarning("w");
+        log.LogError("e");
         std::string events;
         for (const auto& event : failing.trace.takeEvents())
             events += "+-=:"[static_cast<int>(event.kind)] + event.text + event.value;
@@ -52,13 +41,18 @@ TEST(LogGuard, LetsNoFailureDisturbTheContexts) {
 
 TEST(LogTrace, KeepsCopiesAndBearsWhatDoesNotMatch) {
     LogTrace log;
-    log.EnterContext("taken", true), log.takeEvents(), log.LeaveContext(), log.LeaveContext();
+    log.EnterContext("taken", true);
     log.takeEvents();
+    log.LeaveContext();
     std::string text = "a";
-    log.LogInfo(text.c_str()), text = "b";
+    log.LogInfo(text.c_str());
+    text = "b";
     StringBuffer sb;
-    sb.appendN("ab\0c", 4), log.LogDataSb("sb", sb);
-    log.LogData(nullptr, nullptr), log.EnterContext(nullptr, false), log.LogDataLong("n", LONG_MIN);
+    sb.appendN("ab\0c", 4);
+    log.LogDataSb("sb", sb);
+    log.LogData(nullptr, nullptr);
+    log.EnterContext(nullptr, false);
+    log.LogDataLong("n", LONG_MIN);
     const std::string number = std::to_string(LONG_MIN);
     EXPECT_EQ(traceTree(log.events()), "a\nsb: \"ab\"\n: \"\"\n:\n  n: \"" + number + "\"\n");
 }
@@ -67,7 +61,9 @@ TEST(TraceTree, MarksCutsAndEscapes) {
     LogTrace log;
     const char* nasty = "a\r\n\t\x1B[31m\x7F\x01 \u00E9";
     const std::string safe = "a\\r\\n\\t\\x1B[31m\\x7F\\x01 \u00E9";
-    log.EnterContext(nasty, true), log.LogInfo(nasty), log.LogData(nasty, nasty);
+    log.EnterContext(nasty, true);
+    log.LogInfo(nasty);
+    log.LogData(nasty, nasty);
     EXPECT_EQ(traceTree(log.events(), {.margin = "| ", .markedEvent = 1, .mark = " <-"}),
               "| " + safe + ":\n|   " + safe + " <-\n|   " + safe + ": \"" + safe + "\"\n");
     // CSI, the one-character form of ESC [.

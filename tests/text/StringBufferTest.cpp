@@ -64,7 +64,8 @@ TEST(StringBuffer, ChangesItsText) {
 
 TEST(StringBuffer, AnswersAboutItsText) {
     StringBuffer none, a, n;
-    a.append("aBc"), n.append("a\0bc\0b"sv);
+    a.append("aBc");
+    n.append("a\0bc\0b"sv);
     EXPECT_TRUE(none.equals(null) && none.beginsWith("") && !none.beginsWith("a"));
     EXPECT_TRUE(a.equalsIgnoreCase("AbC") && !a.equalsIgnoreCase("AbCd") && !n.equals("a"));
     EXPECT_TRUE(a.beginsWith("aB") && !a.beginsWith("ab") && !a.beginsWithIgnoreCase("abcd"));
@@ -77,7 +78,9 @@ TEST(StringBuffer, AnswersAboutItsText) {
     EXPECT_TRUE(n.countCharOccurances('\0') == 2 && a.charAt(2) == 'c' && a.pCharAt(1)[1] == 'c');
     EXPECT_EQ(a.charAt(3) + a.charAt(~0U) + none.lastChar() + *a.pCharAt(3) + *a.pCharAt(~0U), 0);
     XString x;
-    x.appendUtf8(null), x.appendUtf8(" LOCAL; \u00E5\t"), x.trim2();
+    x.appendUtf8(null);
+    x.appendUtf8(" LOCAL; \u00E5\t");
+    x.trim2();
     EXPECT_TRUE(x.beginsWithUtf8("local;", true) && !x.beginsWithUtf8("local;", false));
     x.replaceFirstOccuranceUtf8("LOCAL; ", "", false);
     EXPECT_STREQ(x.getAnsi(), "\u00E5");
