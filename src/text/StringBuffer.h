@@ -29,6 +29,7 @@ public:
     const char* getString() const noexcept { return text_.c_str(); }
     /// The text with its length. Valid until the buffer changes.
     std::string_view view() const noexcept { return text_; }
+    /// Counts up to 4 GiB; `view().size()` counts on.
     unsigned getSize() const noexcept { return static_cast<unsigned>(text_.size()); }
     bool isEmpty() const noexcept { return text_.empty(); }
 
