@@ -89,17 +89,15 @@ bool BounceCheck::appendSecondOfMixed(Email2& email, const Email2& second, LogBa
     if (!body) return false;
     if (body->getSize() == 0) return true;
 
-    StringBuffer text;
-    text.append(*body);
-    if (isMessage && PhraseSearch(text).hasNoCase("Content-Transfer-Encoding: base64")) {
-        text.clear();
+    if (isMessage && PhraseSearch(body->view()).hasNoCase("Content-Transfer-Encoding: base64")) {
+        StringBuffer text;
         email.getPlainTextBodyUtf8(email, text, log);
         if (!text.isEmpty()) {
             m_sbBounceData.append(text);
             log.LogDataLong("newBounceDataSize5", sizeOf(m_sbBounceData));
         }
-    } else if (!text.equals(m_sbBounceData)) {
-        appendOnNewLine(m_sbBounceData, text.view());
+    } else if (body->view() != m_sbBounceData.view()) {
+        appendOnNewLine(m_sbBounceData, body->view());
         log.LogDataLong("newBounceDataSize1", sizeOf(m_sbBounceData));
     }
     return true;

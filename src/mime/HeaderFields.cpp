@@ -75,7 +75,9 @@ std::string HeaderField::unfolded() const {
     return undeclaredToUtf8(ascii::trim(out));
 }
 
-std::string HeaderField::decoded() const { return decodeEncodedWords(unfolded()); }
+std::string HeaderField::decoded() const {
+    return std::string(ascii::trim(decodeEncodedWords(unfolded())));
+}
 
 std::size_t HeaderFields::startIn(std::string_view text) {
     const std::size_t start = leadingLength(text);

@@ -19,7 +19,8 @@ struct HeaderField {
     /// For structured values, which are taken apart before they are decoded.
     std::string unfolded() const;
 
-    /// `unfolded` with its encoded words decoded: the value as a person reads it.
+    /// `unfolded` with its encoded words decoded, trimmed: the value as a person
+    /// reads it.
     std::string decoded() const;
 };
 

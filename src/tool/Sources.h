@@ -13,8 +13,8 @@ using OnProblem = std::function<void(const std::string& source, const std::strin
 
 /// Reads the messages that `paths` name, in order: "-" is standard input, a file
 /// is one message, a folder those of all files below it, in the order of their
-/// names. Symbolic links to folders inside a folder are not followed. What cannot be read is told
-/// and passed over.
+/// names. Symbolic links to folders inside a folder are not followed. What cannot
+/// be read is told and passed over.
 void readSources(const std::vector<std::string>& paths, const OnMessage& onMessage,
                  const OnProblem& onProblem);
 

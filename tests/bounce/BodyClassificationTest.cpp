@@ -84,13 +84,10 @@ TEST(BodyClassification, DecidesInTheOrderOfItsSteps) {
     }
 }
 
-TEST(BodyClassification, RulesNameTheirTypeOnly) {
-    const Classification result = classified(notice("Your message did not reach us"));
-    EXPECT_EQ(result.values("BounceType"), "1");
-    EXPECT_EQ(result.values("bType"), "1");
-}
-
-TEST(BodyClassification, ShowsTheTextThatItCouldNotClassify) {
+TEST(BodyClassification, TellsTheRuleTableAndWhatItCouldNotClassify) {
+    const Classification byRule = classified(notice("Your message did not reach us"));
+    EXPECT_EQ(byRule.values("BounceType"), "1");
+    EXPECT_EQ(byRule.values("bType"), "1");
     EXPECT_EQ(classified(notice("nothing")).values("m_sbBounceData"), "nothing");
 }
 

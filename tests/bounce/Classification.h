@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -51,9 +53,12 @@ inline Classification classifyWith(BounceCheck& check, std::string message) {
     Email2 email(std::move(message));
     StringBuffer address;
     StringBuffer data;
+    address.setString("of the message before");
+    data.setString("of the message before");
     LogTrace log;
     Classification result;
     result.type = check.checkEmail(email, address, data, log);
+    EXPECT_EQ(log.depth(), 0U) << "contexts left open";
     result.address = address.view();
     result.data = data.view();
     result.trace = log.takeEvents();

@@ -82,19 +82,6 @@ TEST(CheckEmail, RemembersNothingOfTheMessageBefore) {
     EXPECT_EQ(classifyWith(check, ""), classified(""));
 }
 
-TEST(CheckEmail, EmptiesTheBuffersOfTheCaller) {
-    Email2 email("\n");
-    BounceCheck check;
-    LogTrace log;
-    StringBuffer address;
-    StringBuffer data;
-    address.setString("old");
-    data.setString("old");
-    EXPECT_EQ(check.checkEmail(email, address, data, log), BOUNCE_NONE);
-    EXPECT_STREQ(address.getString(), "");
-    EXPECT_STREQ(data.getString(), "");
-}
-
 TEST(CheckEmail, GivesItsVerdictWhateverTheLogDoes) {
     Email2 email(reportMessage("Final-Recipient: rfc822;a@x.example\nAction: failed\n"));
     BounceCheck check;

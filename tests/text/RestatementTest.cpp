@@ -22,7 +22,9 @@ public:
         for (std::size_t left = random_() % (longest + 1); left > 0; --left) out += letter();
         return out;
     }
-    char letter() { return "aAb \t\n<@"[random_() % 8]; }
+    /// A text as C code hands it over: up to its first NUL.
+    Text phrase(std::size_t longest) { return text(longest).c_str(); }
+    char letter() { return "aAb \t\n<\0"[random_() % 8]; }
     unsigned number(unsigned below) { return static_cast<unsigned>(random_() % below); }
 
 private:
@@ -53,8 +55,8 @@ TEST(StringBuffer, EditsAsItsPlainRestatement) {
     Generator generate;
     for (int round = 0; round < 20'000; ++round) {
         const Text text = generate.text(12);
-        const Text from = generate.text(2);
-        const Text to = generate.text(3);
+        const Text from = generate.phrase(2);
+        const Text to = generate.phrase(3);
         const char letter = generate.letter();
         const bool ignoreCase = generate.number(2) == 1;
         const unsigned n = generate.number(14);
@@ -100,7 +102,7 @@ TEST(StringBuffer, EditsAsItsPlainRestatement) {
         ExtPtrArraySb fields;
         buffer.split(fields, letter, false, false);
         for (int i = 0; i < fields.getSize(); ++i) {
-            joined += (i ? one : "") + fields.elementAt(i)->getString();
+            joined += (i ? one : "") + Text(fields.elementAt(i)->view());
         }
         ASSERT_EQ(fields.getSize(), 1 + std::ranges::count(text, letter));
         ASSERT_EQ(joined, text);
@@ -115,7 +117,7 @@ TEST(ParseEngine, MovesAsItsPlainRestatement) {
         engine.append(text);
         std::size_t at = 0;
         for (int step = 0; step < 6; ++step) {
-            const Text piece = generate.text(2);
+            const Text piece = generate.phrase(2);
             const char letter = generate.letter();
             SCOPED_TRACE("\"" + text + "\" at " + std::to_string(at) + ", \"" + piece + "\"");
             StringBuffer out;
@@ -144,6 +146,18 @@ TEST(ParseEngine, MovesAsItsPlainRestatement) {
             ASSERT_EQ(engine.m_pos, at);
         }
     }
+}
+
+TEST(ParseEngine, TakesAPositionPastTheEndForTheEnd) {
+    ParseEngine engine;
+    engine.appendN("ab", 2);
+    engine.m_pos = Text::npos;
+    StringBuffer out;
+    engine.captureToNext("x", out);
+    engine.advance(7);
+    engine.skipUntilChar('b');
+    EXPECT_FALSE(engine.seekAndSkip("b"));
+    EXPECT_TRUE(out.isEmpty() && engine.rest().empty() && engine.current() == 0);
 }
 
 }  // namespace
