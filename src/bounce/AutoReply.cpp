@@ -1,5 +1,6 @@
+#include <optional>
+
 #include "bounce/BounceCheck.h"
-#include "bounce/PhraseSearch.h"
 #include "bounce/tables/AutoReplyIndicators.h"
 #include "bounce/tables/AutoReplySubjectIndicators.h"
 #include "bounce/tables/providers.h"
@@ -16,20 +17,23 @@ bool BounceCheck::containsAutoReplyIndicator(Email2& email, StringBuffer& text,
         return true;
     };
     // People write "OUT OF OFFICE" and "autoreply" too, machines as in the list.
-    if (PhraseSearch(text).firstOf(AutoReplyIndicators, LetterCase::exact)) {
+    TextScan* known = scanOf(text);
+    std::optional<PhraseScan> ownText;
+    const PhraseScan& body = known ? known->phrases() : ownText.emplace(text.view());
+    if (body.firstOf(AutoReplyIndicators, LetterCase::exact)) {
         return found("Found auto-reply indicator in body.");
     }
 
     StringBuffer fromAddr;
     email.getFromAddrUtf8(fromAddr);
-    const PhraseSearch sender(fromAddr);
     if (fromAddr.equals(providers::automaticAssistanceAddress) ||
-        fromAddr.equals(providers::automatedResponseAddress) || sender.hasNoCase("listserv@")) {
+        fromAddr.equals(providers::automatedResponseAddress) ||
+        fromAddr.containsSubstringNoCase("listserv@")) {
         return found("Found auto-reply indicator (1)");
     }
     StringBuffer fromName;
     email.getFromNameUtf8(fromName, log);
-    if (PhraseSearch(fromName).hasNoCase("auto response")) {
+    if (fromName.containsSubstringNoCase("auto response")) {
         return found("Found auto-reply indicator (2)");
     }
 
@@ -37,17 +41,15 @@ bool BounceCheck::containsAutoReplyIndicator(Email2& email, StringBuffer& text,
     StringBuffer rawSubject;
     email.getSubjectUtf8(rawSubject, log);
     rawSubject.trim2();
-    XString xSubject;
-    xSubject.appendUtf8(rawSubject.view());
-    StringBuffer ansiSubject;
-    ansiSubject.append(xSubject.ansiView());
-    const PhraseSearch subject(ansiSubject);
+    const bool isKnown = rawSubject.equals(m_sbSubject);
+    std::optional<PhraseScan> ownSubject;
+    const PhraseScan& subject = isKnown ? subjectPhrases() : ownSubject.emplace(rawSubject.view());
     if (subject.hasNoCase("Auto reply")) return found("Found auto-reply indicator (3)");
-    if (sender.hasNoCase("postmaster") && subject.hasNoCase("Email changed")) {
+    if (fromAddr.containsSubstringNoCase("postmaster") && subject.hasNoCase("Email changed")) {
         return found("Found auto-reply indicator (4)");
     }
     // What somebody forwards is not an answer, whatever its subject was.
-    if (ansiSubject.beginsWithIgnoreCaseN("Fwd:", 4)) return false;
+    if (rawSubject.beginsWithIgnoreCaseN("Fwd:", 4)) return false;
     if (subject.firstOf(AutoReplySubjectIndicators, LetterCase::ignored)) {
         return found("Found auto-reply indicator in subject.");
     }

@@ -1,11 +1,11 @@
 #include <optional>
+#include <utility>
 
 #include "bounce/BounceCheck.h"
-#include "bounce/PhraseSearch.h"
+#include "bounce/Marker.h"
 #include "bounce/RecipientExtraction.h"
 #include "bounce/Verdict.h"
 #include "bounce/tables/AbuseIndicators.h"
-#include "bounce/tables/BounceDataMarkers.h"
 #include "bounce/tables/BounceRules.h"
 #include "bounce/tables/CannotDetermineRecipientStrings.h"
 #include "bounce/tables/MailboxFullIndicators.h"
@@ -47,7 +47,7 @@ void BounceCheck::fallBackToSender() {
 
 /// An autoresponder of somebody who has left.
 std::optional<int> BounceCheck::decideByNoLongerValid(LogBase& log) {
-    if (!PhraseSearch(m_sbBounceData).has(noLongerValid)) return std::nullopt;
+    if (!dataPhrases().has(noLongerValid)) return std::nullopt;
     if (!pickBeforeNoLongerValid(m_sbBounceData.view(), m_sbBounceAddr)) return std::nullopt;
     return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.8a");
 }
@@ -55,13 +55,25 @@ std::optional<int> BounceCheck::decideByNoLongerValid(LogBase& log) {
 /// The markers before a failed address. The first that is in the text makes it a
 /// notice of some kind; the first with an address behind it, a bounce.
 std::optional<int> BounceCheck::decideByMarkers(Email2& email, LogBase& log) {
-    MarkerCapture markers(m_sbBounceData.view());
-    for (const char* const* entry = BounceDataMarkers; *entry && **entry; ++entry) {
-        const auto outcome = markers.capture(*entry, m_sbBounceAddr, log);
-        if (outcome != MarkerCapture::Outcome::candidate) continue;
-        if (const auto type = decideNotice(email, log)) return type;
-        if (!m_sbBounceAddr.isEmpty()) return decideBounce(log);
+    const PhraseScan& phrases = dataPhrases();
+    const bool isKnown = m_vainMarkers && m_vainMarkers->dataRevision == m_sbBounceData.revision();
+    if (!isKnown) m_vainMarkers.reset();
+    MarkerOutcomes seen{m_sbBounceData.revision(), {}};
+    std::size_t known = 0;
+    for (std::size_t marker = 0; (marker = phrases.nextMarker(marker)) != npos; ++marker) {
+        const MarkerOutcome outcome =
+            isKnown ? m_vainMarkers->outcomes[known++]
+                    : captureBehind(Marker(BounceDataMarkers[marker]), phrases.text(),
+                                    phrases.markerPlace(marker), m_sbBounceAddr);
+        if (outcome == MarkerOutcome::postmaster) {
+            log.LogInfo("Postmaster is not the original recipient..");
+        } else if (outcome == MarkerOutcome::candidate) {
+            if (const auto type = decideNotice(email, log)) return type;
+            if (!m_sbBounceAddr.isEmpty()) return decideBounce(log);
+        }
+        if (!isKnown) seen.outcomes.push_back(outcome);
     }
+    if (!isKnown) m_vainMarkers = std::move(seen);
     return std::nullopt;
 }
 
@@ -82,7 +94,7 @@ std::optional<int> BounceCheck::decideNotice(Email2& email, LogBase& log) {
         return decideMatched(log, BOUNCE_VIRUS, "Bounce type 10.1.1", matched);
     }
     if (containsAutoReplyIndicator(email, m_sbBounceData, log)) {
-        if (PhraseSearch(m_sbSubject).has("Please confirm")) {
+        if (subjectPhrases().has("Please confirm")) {
             return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.10");
         }
         return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.8");
@@ -92,24 +104,14 @@ std::optional<int> BounceCheck::decideNotice(Email2& email, LogBase& log) {
 
 /// A bounce with its address: which kind.
 int BounceCheck::decideBounce(LogBase& log) {
-    struct Test {
-        const char* const* list;
-        const char* phrase = nullptr;  ///< in place of a list
-    };
-    constexpr Test softTests[] = {
-        {MailboxFullIndicators},
-        {SoftBounceIndicators},
-        {NetworkProblems},
-        {nullptr, "Temporary local problem"},
-        {nullptr, "please try later"},
-        {nullptr, "451 Temporary"},
-        {nullptr, "Status: 4.4.1"},
-    };
     StringBuffer matched;
-    for (const Test& test : softTests) {
-        const bool holds = test.list ? containsIndicator(m_sbBounceData, test.list, matched)
-                                     : PhraseSearch(m_sbBounceData).hasNoCase(test.phrase);
-        if (holds) return decideMatched(log, BOUNCE_SOFT, "Bounce type 2.1", matched);
+    const PhraseScan& data = dataPhrases();
+    if (containsIndicator(m_sbBounceData, MailboxFullIndicators, matched) ||
+        containsIndicator(m_sbBounceData, SoftBounceIndicators, matched) ||
+        containsIndicator(m_sbBounceData, NetworkProblems, matched) ||
+        data.hasNoCase("Temporary local problem") || data.hasNoCase("please try later") ||
+        data.hasNoCase("451 Temporary") || data.hasNoCase("Status: 4.4.1")) {
+        return decideMatched(log, BOUNCE_SOFT, "Bounce type 2.1", matched);
     }
     if (containsIndicator(m_sbBounceData, SenderBlockedIndicators, matched)) {
         return decideMatched(log, BOUNCE_BLOCKED, "Bounce type 5.1", matched);
@@ -129,7 +131,7 @@ std::optional<int> BounceCheck::decideByIndicators(Email2& email, LogBase& log) 
     StringBuffer matched;
     if (containsIndicator(m_sbBounceData, VirusIndicators, matched) ||
         containsIndicator(m_sbSubject, VirusIndicators, matched)) {
-        if (PhraseSearch(matched).has("GFI MailSecurity")) fallBackToSender();
+        if (matched.containsSubstring("GFI MailSecurity")) fallBackToSender();
         return decide(log, BOUNCE_VIRUS, "Bounce type 10.2");
     }
     if (containsIndicator(m_sbBounceData, CannotDetermineRecipientStrings, matched)) {
@@ -161,8 +163,8 @@ std::optional<int> BounceCheck::decideByIndicators(Email2& email, LogBase& log) 
 
 int BounceCheck::decideAutoReply(LogBase& log) {
     fallBackToSender();
-    if (PhraseSearch(m_sbBounceAddr).hasNoCase("postmaster")) m_sbBounceAddr.clear();
-    const PhraseSearch data(m_sbBounceData);
+    if (m_sbBounceAddr.containsSubstringNoCase("postmaster")) m_sbBounceAddr.clear();
+    const PhraseScan& data = dataPhrases();
     if (data.has("Sender Address Verification")) {
         return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.7");
     }
@@ -172,9 +174,10 @@ int BounceCheck::decideAutoReply(LogBase& log) {
 
 /// The returned message tells the address; the text around it, the kind.
 std::optional<int> BounceCheck::decideByAttachedMessage(Email2& email, LogBase& log) {
+    if (m_withoutAttachedRecipient == &email) return std::nullopt;
     switch (lookUpAttachedRecipient(email, m_sbBounceAddr)) {
         case AttachedRecipient::noCertStore: return BOUNCE_NONE;
-        case AttachedRecipient::none: return std::nullopt;
+        case AttachedRecipient::none: m_withoutAttachedRecipient = &email; return std::nullopt;
         case AttachedRecipient::found: return decideByPlainBody(email, log);
     }
     return std::nullopt;
@@ -184,9 +187,12 @@ int BounceCheck::decideByPlainBody(Email2& email, LogBase& log) {
     StringBuffer body;
     email.getPlainTextBodyUtf8(email, body, log);
     StringBuffer matched;
-    if (containsIndicator(body, MailboxFullIndicators, matched) ||
+    const bool isKnown = body.equals(m_sbBounceData);
+    std::optional<PhraseScan> own;
+    const PhraseScan& bodyPhrases = isKnown ? dataPhrases() : own.emplace(body.view());
+    if (findIndicator(bodyPhrases, MailboxFullIndicators, matched) ||
         containsIndicator(m_sbBounceData, MailboxFullIndicators, matched) ||
-        containsIndicator(body, SenderBlockedIndicators, matched) ||
+        findIndicator(bodyPhrases, SenderBlockedIndicators, matched) ||
         containsIndicator(m_sbBounceData, NetworkProblems, matched) ||
         containsIndicator(m_sbBounceData, SenderBlockedIndicators, matched)) {
         return decide(log, BOUNCE_SOFT, "Bounce type 2.2");
@@ -194,10 +200,10 @@ int BounceCheck::decideByPlainBody(Email2& email, LogBase& log) {
     if (containsIndicator(m_sbSubject, AbuseIndicators, matched)) {
         return decide(log, BOUNCE_ABUSE, "Bounce type 15.2");
     }
-    if (PhraseSearch(m_sbSubject).hasNoCase("delay")) {
+    if (m_sbSubject.containsSubstringNoCase("delay")) {
         return decide(log, BOUNCE_TRANSIENT, "Bounce type 7.10");
     }
-    if (PhraseSearch(m_sbBounceData).hasNoCase("452 4.1.1")) {
+    if (dataPhrases().hasNoCase("452 4.1.1")) {
         return decide(log, BOUNCE_SOFT, "Bounce type 2.14");
     }
     return decide(log, BOUNCE_HARD, "Bounce type 1.14");

@@ -1,6 +1,5 @@
 #include "bounce/BounceCheck.h"
 
-#include "bounce/PhraseSearch.h"
 #include "bounce/Utf7.h"
 #include "bounce/Verdict.h"
 #include "log/LogContextExitor.h"
@@ -58,7 +57,7 @@ int BounceCheck::completeVerdict(int type, Email2& email, LogBase& log) {
 
 /// A message that no check decided may still be an answer from somebody away.
 int BounceCheck::reconsiderNone(Email2& email, LogBase& log) {
-    const PhraseSearch data(m_sbBounceData);
+    const PhraseScan& data = dataPhrases();
     if (!data.has("I am out of the office") && !data.has("I will be out of the office")) {
         return BOUNCE_NONE;
     }
@@ -82,7 +81,7 @@ void BounceCheck::takeAddressFromReturnedHeader(Email2& email, LogBase& log) {
     for (int i = 0; i < email.getNumParts(); ++i) {
         const Email2* part = email.getPart(i);
         if (!part) continue;
-        if (!PhraseSearch(part->contentType()).hasNoCase("text/rfc822-headers")) continue;
+        if (!containsNoCase(part->contentType(), "text/rfc822-headers")) continue;
 
         DataBuffer text;
         part->getNonMultipartBodyData(text);
@@ -103,7 +102,7 @@ void BounceCheck::takeAddressFromReturnedHeader(Email2& email, LogBase& log) {
 void BounceCheck::cleanBounceAddress() {
     constexpr std::size_t longestAddress = 300;
     if (m_sbBounceAddr.view().size() > longestAddress &&
-        PhraseSearch(m_sbBounceAddr).has("vFileStorage")) {
+        m_sbBounceAddr.containsSubstring("vFileStorage")) {
         m_sbBounceAddr.clear();
     }
     if (m_sbBounceAddr.beginsWith("<")) {

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "bounce/BounceRule.h"
 #include "bounce/BounceType.h"
+#include "bounce/RecipientExtraction.h"
+#include "bounce/TextScan.h"
 #include "text/StringBuffer.h"
 #include "text/XString.h"
 
@@ -153,7 +157,31 @@ private:
     void fallBackToSender();
 
     // Indicators.cpp
+    TextScan* scanOf(const StringBuffer& text) const noexcept;
+    bool findIndicator(const PhraseScan& phrases, const char* const* list,
+                       StringBuffer& matched) const;
+    bool matches(const BounceRule& rule, const StringBuffer& text) const;
     const StringBuffer* textOf(std::int32_t ruleSource) const noexcept;
+    const PhraseScan& dataPhrases() const { return m_dataScan.phrases(); }
+    const PhraseScan& subjectPhrases() const { return m_subjectScan.phrases(); }
+    const PhraseScan& fromAddrPhrases() const { return m_fromAddrScan.phrases(); }
+    const PhraseScan& fromNamePhrases() const { return m_fromNameScan.phrases(); }
+
+    mutable TextScan m_subjectScan{m_sbSubject};
+    mutable TextScan m_fromAddrScan{m_sbFromAddr};
+    mutable TextScan m_fromNameScan{m_sbFromName};
+    mutable TextScan m_dataScan{m_sbBounceData};
+
+    // What repeated runs of checkEmailBody over one message need not find again.
+
+    struct MarkerOutcomes {
+        unsigned long dataRevision;
+        std::vector<MarkerOutcome> outcomes;
+    };
+    /// Set once no marker led to an address.
+    std::optional<MarkerOutcomes> m_vainMarkers;
+    /// The message whose attached message names nobody.
+    const Email2* m_withoutAttachedRecipient = nullptr;
 };
 
 }  // namespace bouncecheck

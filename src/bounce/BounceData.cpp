@@ -1,7 +1,6 @@
 #include <string_view>
 
 #include "bounce/BounceCheck.h"
-#include "bounce/PhraseSearch.h"
 #include "log/LogBase.h"
 #include "mime/Email2.h"
 #include "text/DataBuffer.h"
@@ -25,6 +24,8 @@ void BounceCheck::loadTransients(Email2& email, LogBase& log) {
     m_sbFromAddr.weakClear();
     m_sbFromName.weakClear();
     m_sbBounceData.weakClear();
+    m_vainMarkers.reset();
+    m_withoutAttachedRecipient = nullptr;
 
     email.getSubjectUtf8(m_sbSubject, log);
     for (const char* spamTag : {"Possible Spam :", "SPAM-LOW:", "SPAM >"}) {
@@ -83,13 +84,13 @@ bool BounceCheck::appendFirstBodies(Email2& email, LogBase& log) {
 
 /// The second part of a mixed message, when it is a returned message or text.
 bool BounceCheck::appendSecondOfMixed(Email2& email, const Email2& second, LogBase& log) {
-    const bool isMessage = PhraseSearch(second.contentType()).hasNoCase("rfc822");
+    const bool isMessage = containsNoCase(second.contentType(), "rfc822");
     if (!isMessage && second.contentType() != "text/plain") return true;
     const DataBuffer* body = second.getNonMultipartBody3();
     if (!body) return false;
     if (body->getSize() == 0) return true;
 
-    if (isMessage && PhraseSearch(body->view()).hasNoCase("Content-Transfer-Encoding: base64")) {
+    if (isMessage && containsNoCase(body->view(), "Content-Transfer-Encoding: base64")) {
         StringBuffer text;
         email.getPlainTextBodyUtf8(email, text, log);
         if (!text.isEmpty()) {

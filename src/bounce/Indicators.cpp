@@ -1,5 +1,5 @@
 #include "bounce/BounceCheck.h"
-#include "bounce/PhraseSearch.h"
+#include "bounce/tables/BounceRules.h"
 #include "text/Ascii.h"
 
 namespace bouncecheck {
@@ -8,22 +8,27 @@ namespace {
 /// A list without its terminator ends here at the latest.
 constexpr std::size_t longestList = 2001;
 
-bool matches(std::int32_t mode, std::string_view text, std::string_view phrase) {
-    switch (mode) {
-        case RULE_BEGINS_WITH: return text.starts_with(phrase);
-        case RULE_BEGINS_WITH_NO_CASE: return ascii::startsWithNoCase(text, phrase);
-        case RULE_CONTAINS: return PhraseSearch(text).has(phrase);
-        case RULE_CONTAINS_NO_CASE: return PhraseSearch(text).hasNoCase(phrase);
-        default: return false;
-    }
-}
-
 }  // namespace
+
+TextScan* BounceCheck::scanOf(const StringBuffer& text) const noexcept {
+    if (&text == &m_sbBounceData) return &m_dataScan;
+    if (&text == &m_sbSubject) return &m_subjectScan;
+    if (&text == &m_sbFromAddr) return &m_fromAddrScan;
+    if (&text == &m_sbFromName) return &m_fromNameScan;
+    return nullptr;
+}
 
 bool BounceCheck::containsIndicator(const StringBuffer& text, const char* const* list,
                                     StringBuffer& matched) const {
+    TextScan* known = scanOf(text);
+    if (known) return findIndicator(known->phrases(), list, matched);
+    return findIndicator(PhraseScan(text.view()), list, matched);
+}
+
+bool BounceCheck::findIndicator(const PhraseScan& phrases, const char* const* list,
+                                StringBuffer& matched) const {
     matched.clear();
-    const char* found = PhraseSearch(text).firstOf(list, LetterCase::ignored, longestList);
+    const char* found = phrases.firstOf(list, LetterCase::ignored, longestList);
     matched.append(found);
     return found != nullptr;
 }
@@ -38,15 +43,29 @@ const StringBuffer* BounceCheck::textOf(std::int32_t ruleSource) const noexcept 
     }
 }
 
+bool BounceCheck::matches(const BounceRule& rule, const StringBuffer& text) const {
+    const std::string_view phrase = ascii::viewOf(rule.phrase);
+    switch (rule.mode) {
+        case RULE_BEGINS_WITH: return text.view().starts_with(phrase);
+        case RULE_BEGINS_WITH_NO_CASE: return ascii::startsWithNoCase(text.view(), phrase);
+        case RULE_CONTAINS: return contains(text.view(), phrase);
+        case RULE_CONTAINS_NO_CASE: return containsNoCase(text.view(), phrase);
+        default: return false;
+    }
+}
+
 int BounceCheck::applyRules(const BounceRule* rules, int& ruleIndex, LogBase&) const {
     ruleIndex = 0;
     for (int i = 0; rules[i].source != RULE_END; ++i) {
         const StringBuffer* text = textOf(rules[i].source);
         if (!text) continue;
         ruleIndex = i;
-        if (matches(rules[i].mode, text->view(), ascii::viewOf(rules[i].phrase))) {
-            return rules[i].bounceType;
-        }
+        // A phrase of the program's own table that stands nowhere in the text
+        // matches in no mode.
+        const bool isOwn = rules == BounceRules;
+        if (isOwn && !scanOf(*text)->phrases().mayHaveRulePhrase(static_cast<std::size_t>(i)))
+            continue;
+        if (matches(rules[i], *text)) return rules[i].bounceType;
     }
     ruleIndex = 0;
     return BOUNCE_NONE;

@@ -1,7 +1,6 @@
 #include <string_view>
 
 #include "bounce/BounceCheck.h"
-#include "bounce/PhraseSearch.h"
 #include "bounce/tables/BounceFromAddrList.h"
 #include "bounce/tables/BounceSubjectList.h"
 #include "log/LogBase.h"
@@ -23,13 +22,14 @@ bool matchesPattern(std::string_view text, const char* pattern, LetterCase ofPre
 int BounceCheck::checkFromAddrList(Email2& email, LogBase& log) {
     log.LogInfo("Checking fromAddr...");
     // A postmaster who writes about an invoice is a person.
-    if (PhraseSearch(m_sbFromAddr).hasNoCase("postmaster") &&
-        PhraseSearch(m_sbSubject).hasNoCase("invoice")) {
+    if (fromAddrPhrases().hasNoCase("postmaster") && subjectPhrases().hasNoCase("invoice")) {
         return BOUNCE_NONE;
     }
-    for (const char* const* pattern = BounceFromAddrList; *pattern && **pattern; ++pattern) {
-        if (!matchesPattern(m_sbFromAddr.view(), *pattern, LetterCase::exact)) continue;
-        log.LogData("FromMatch", *pattern);
+    std::size_t next = 0;
+    while ((next = fromAddrPhrases().nextPattern(BounceFromAddrList, next)) != npos) {
+        const char* const pattern = BounceFromAddrList[next++];
+        if (!matchesPattern(m_sbFromAddr.view(), pattern, LetterCase::exact)) continue;
+        log.LogData("FromMatch", pattern);
         const int type = checkEmailBody(email, log);
         if (type == BOUNCE_NONE) continue;
         // A report is not unclassified: its own phrases decide it later.
@@ -44,10 +44,12 @@ int BounceCheck::checkFromAddrList(Email2& email, LogBase& log) {
 int BounceCheck::checkSubjectList(Email2& email, LogBase& log) {
     if (m_xSubject.getUtf8Sb().beginsWithIgnoreCaseN("Fwd:", 4)) return BOUNCE_NONE;
     long matched = 0;
-    for (const char* const* pattern = BounceSubjectList; *pattern && **pattern; ++pattern) {
-        if (!matchesPattern(m_xSubject.view(), *pattern, LetterCase::ignored)) continue;
+    std::size_t next = 0;
+    while ((next = subjectPhrases().nextPattern(BounceSubjectList, next)) != npos) {
+        const char* const pattern = BounceSubjectList[next++];
+        if (!matchesPattern(m_xSubject.view(), pattern, LetterCase::ignored)) continue;
         ++matched;
-        log.LogData("SubjectMatch", *pattern);
+        log.LogData("SubjectMatch", pattern);
         const int type = checkEmailBody(email, log);
         if (type == BOUNCE_NONE) continue;
         log.LogInfo("Bounce type determined after checking email body.");

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "bounce/PhraseSearch.h"
+#include "bounce/Marker.h"
 #include "bounce/Utf7.h"
-#include "log/LogBase.h"
 #include "log/LogNull.h"
 #include "mime/Email2.h"
 #include "mime/SystemCerts.h"
@@ -15,29 +14,48 @@
 namespace bouncecheck {
 namespace {
 
-/// An entry of the marker table, taken apart.
-struct Marker {
-    std::string_view text;
-    /// Has to stand in the text too; empty when the entry has none.
-    std::string_view context;
-    /// Whether the marker counts behind the context only.
-    bool afterContext = false;
-
-    explicit Marker(std::string_view entry) noexcept : text(entry) {
-        if (!entry.starts_with('[')) return;
-        const bool isDouble = entry.starts_with("[[");
-        text.remove_prefix(isDouble ? 2 : 1);
-        const std::size_t end = text.find(']');
-        if (end == npos) return;
-        context = text.substr(0, end);
-        text.remove_prefix(end + 1);
-        afterContext = isDouble;
-    }
-};
-
 void stripSingleQuotes(StringBuffer& address) {
     if (address.beginsWith("'")) address.replaceFirstOccurance("'", "", false);
     if (address.endsWith("'")) address.shorten(1);
+}
+
+constexpr std::string_view whiteSpace = " \t\r\n";
+
+/// What `text` begins with, up to the next byte of `stops`, which is taken off it.
+std::string_view takeUpTo(std::string_view& text, std::string_view stops) noexcept {
+    const std::string_view taken = text.substr(0, text.find_first_of(stops));
+    text.remove_prefix(taken.size());
+    return taken;
+}
+
+void skipWhiteSpace(std::string_view& text) noexcept {
+    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+}
+
+/// Appends the word that `text` begins with, or an address in brackets on its
+/// line.
+void captureWord(std::string_view text, StringBuffer& address) {
+    skipWhiteSpace(text);
+    if (text.starts_with('"')) {  // a display name
+        const std::size_t end = text.find('"', 1);
+        text.remove_prefix(end == npos ? text.size() : end + 1);
+        skipWhiteSpace(text);
+    } else if (text.starts_with('*')) {  // the bullet of a list
+        text.remove_prefix(1);
+        skipWhiteSpace(text);
+    }
+    address.append(takeUpTo(text, whiteSpace));
+    if (!address.containsChar('@') && address.charAt(0) == '<') {
+        address.append(takeUpTo(text, ">\r\n\t"));
+    }
+    address.replaceAllWithUchar("[AT]", '@');
+    address.replaceAllWithUchar("[DOT]", '.');
+    if (address.containsChar('@')) return;
+
+    const std::size_t bracket = text.substr(0, text.find_first_of("\r\n")).find('<');
+    if (bracket == npos) return;
+    text.remove_prefix(bracket + 1);
+    address.setString(takeUpTo(text, whiteSpace));
 }
 
 }  // namespace
@@ -55,61 +73,18 @@ bool pickBeforeNoLongerValid(std::string_view text, StringBuffer& address) {
     return true;
 }
 
-MarkerCapture::Outcome MarkerCapture::capture(std::string_view entry, StringBuffer& address,
-                                              LogBase& log) {
-    if (!placeBehind(entry)) return Outcome::notApplicable;
-    captureWord(address);
+MarkerOutcome captureBehind(const Marker& marker, std::string_view text, std::size_t place,
+                            StringBuffer& address) {
+    if (marker.afterContext) {
+        const std::size_t context = findBytes(text, marker.context);
+        place = findBytes(text, marker.text, context + marker.context.size());
+    }
+    if (place == npos) return MarkerOutcome::notApplicable;
+    captureWord(text.substr(place + marker.text.size()), address);
     cleanCapturedAddress(address);
-    if (PhraseSearch(address).hasNoCase("postmaster")) {
-        log.LogInfo("Postmaster is not the original recipient..");
-        address.clear();
-        return Outcome::postmaster;
-    }
-    return Outcome::candidate;
-}
-
-/// Moves the cursor just behind the marker; false when the entry does not apply.
-bool MarkerCapture::placeBehind(std::string_view entry) {
-    const Marker marker(entry);
-    const PhraseSearch search(text_);
-    if (!marker.context.empty() && !search.has(marker.context)) return false;
-    if (!search.has(marker.text)) return false;
-
-    if (cursor_.m_sbText.isEmpty()) cursor_.append(text_);
-    cursor_.m_pos = 0;
-    if (marker.afterContext) cursor_.seekAndSkip(marker.context);
-    return cursor_.seekAndSkip(marker.text);
-}
-
-void MarkerCapture::skipWhiteSpace() noexcept { cursor_.skipUntilNotChar4(' ', '\t', '\r', '\n'); }
-
-/// Appends the word behind the cursor, or an address in brackets on its line.
-void MarkerCapture::captureWord(StringBuffer& address) {
-    constexpr const char* whiteSpace = " \t\r\n";
-    skipWhiteSpace();
-    if (cursor_.current() == '"') {  // a display name
-        cursor_.advance(1);
-        cursor_.skipUntilChar('"');
-        cursor_.advance(1);
-        skipWhiteSpace();
-    } else if (cursor_.current() == '*') {  // the bullet of a list
-        cursor_.advance(1);
-        skipWhiteSpace();
-    }
-    cursor_.captureToNext(whiteSpace, address);
-    if (!address.containsChar('@') && address.charAt(0) == '<') {
-        cursor_.captureToNext(">\r\n\t", address);
-    }
-    address.replaceAllWithUchar("[AT]", '@');
-    address.replaceAllWithUchar("[DOT]", '.');
-    if (address.containsChar('@')) return;
-
-    const std::string_view rest = cursor_.rest();
-    const std::string_view restOfLine = rest.substr(0, rest.find_first_of("\r\n"));
-    if (restOfLine.find('<') == npos) return;
-    cursor_.seekAndSkip("<");
+    if (!address.containsSubstringNoCase("postmaster")) return MarkerOutcome::candidate;
     address.clear();
-    cursor_.captureToNext(whiteSpace, address);
+    return MarkerOutcome::postmaster;
 }
 
 void cleanCapturedAddress(StringBuffer& address) {

@@ -3,14 +3,13 @@
 #include <cstddef>
 #include <string_view>
 
-#include "text/ParseEngine.h"
 #include "text/StringBuffer.h"
 
 /// Finding the failed address in the free text of a bounce.
 namespace bouncecheck {
 
 class Email2;
-class LogBase;
+struct Marker;
 
 inline constexpr const char* noLongerValid = "is no longer a valid email address";
 
@@ -18,34 +17,20 @@ inline constexpr const char* noLongerValid = "is no longer a valid email address
 /// False, with nothing appended, when there is none.
 bool pickBeforeNoLongerValid(std::string_view text, StringBuffer& address);
 
-/// Captures addresses behind markers, the entries of BounceDataMarkers.
-///
-/// Refers to the text, which must not change meanwhile.
-class MarkerCapture {
-public:
-    enum class Outcome {
-        /// The marker or its context does not stand in the text.
-        notApplicable,
-        /// What follows is a postmaster, who reports the failure; no address.
-        postmaster,
-        /// The address is what follows the marker, cleaned; it may be empty.
-        candidate,
-    };
-
-    explicit MarkerCapture(std::string_view text) noexcept : text_(text) {}
-
-    /// Tries one entry; `address` is empty before.
-    Outcome capture(std::string_view entry, StringBuffer& address, LogBase& log);
-
-private:
-    bool placeBehind(std::string_view entry);
-    void captureWord(StringBuffer& address);
-    void skipWhiteSpace() noexcept;
-
-    std::string_view text_;
-    /// Holds a copy of the text once a marker was found in it.
-    ParseEngine cursor_;
+/// What a marker leads to.
+enum class MarkerOutcome {
+    /// It does not stand behind its context.
+    notApplicable,
+    /// A postmaster, who reports the failure; no address.
+    postmaster,
+    /// The address, cleaned, or nothing that is one.
+    candidate,
 };
+
+/// Captures into `address`, empty before, what follows `marker`, whose context
+/// stands in `text` and which itself stands first at `place`.
+MarkerOutcome captureBehind(const Marker& marker, std::string_view text, std::size_t place,
+                            StringBuffer& address);
 
 /// Strips what surrounds an address in running text; empties what has no '@'.
 void cleanCapturedAddress(StringBuffer& address);

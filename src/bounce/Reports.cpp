@@ -1,5 +1,4 @@
 #include "bounce/BounceCheck.h"
-#include "bounce/PhraseSearch.h"
 #include "bounce/Verdict.h"
 #include "bounce/tables/MailboxFullIndicators.h"
 #include "bounce/tables/SenderBlockedIndicators.h"
@@ -59,7 +58,7 @@ bool BounceCheck::getMultipartReportInfo(Email2& email, LogBase& log,
     email.getDeliveryStatusInfo("Original-recipient", recipient, log);
     // With "(generated from" in the text the final recipient is the address
     // behind an alias, which is not the one that the sender knows.
-    if (recipient.isEmpty() && !PhraseSearch(sbPlainTextBody).has("(generated from")) {
+    if (recipient.isEmpty() && !sbPlainTextBody.containsSubstring("(generated from")) {
         email.getDeliveryStatusInfo("Final-Recipient", recipient, log);
     }
     if (recipient.isEmpty()) email.getDeliveryStatusInfo("Original-Rcpt-To", recipient, log);
@@ -69,7 +68,7 @@ bool BounceCheck::getMultipartReportInfo(Email2& email, LogBase& log,
     }
     recipient.trim2();
     m_sbBounceAddr.setString(recipient.getAnsi());
-    if (PhraseSearch(m_sbBounceAddr).has("vFileStorage")) m_sbBounceAddr.clear();
+    if (m_sbBounceAddr.containsSubstring("vFileStorage")) m_sbBounceAddr.clear();
 
     XString content;
     email.getDeliveryStatusContent(content, log);
@@ -103,8 +102,9 @@ int BounceCheck::checkMultipartReport(Email2& email, LogBase& log, bool& mprNoBo
         log.LogDataSb("matchedIndicator", sbMatched);
         return decide(log, BOUNCE_BLOCKED, "Bounce type 5.1a");
     }
-    if (containsIndicator(sbDiagnosticCode, MailboxFullIndicators, sbMatched) ||
-        containsIndicator(sbDiagnosticCode, SoftBounceIndicators, sbMatched)) {
+    const PhraseScan diagnosticCode(sbDiagnosticCode.view());
+    if (findIndicator(diagnosticCode, MailboxFullIndicators, sbMatched) ||
+        findIndicator(diagnosticCode, SoftBounceIndicators, sbMatched)) {
         m_sbBounceData.setString(sbDeliveryStatus);
         return decide(log, BOUNCE_SOFT, "Bounce type 2.4");
     }
@@ -137,7 +137,7 @@ int BounceCheck::checkAVGMAIL(Email2& email, LogBase& log) {
     if (!email.isMultipartMixed()) return BOUNCE_NONE;
     StringBuffer contentType;
     email.getHeaderFieldUtf8("content-type", contentType, log);
-    if (!PhraseSearch(contentType).has("AVGMAIL")) return BOUNCE_NONE;
+    if (!contentType.containsSubstring("AVGMAIL")) return BOUNCE_NONE;
     const Email2* first = email.getPart(0);
     if (!first || first->contentType() != "multipart/report") return BOUNCE_NONE;
 

@@ -1,9 +1,8 @@
 #include <algorithm>
-#include <string>
+#include <optional>
 #include <string_view>
 
 #include "bounce/BounceCheck.h"
-#include "bounce/PhraseSearch.h"
 #include "bounce/Verdict.h"
 #include "bounce/tables/SenderBlockedIndicators.h"
 #include "bounce/tables/providers.h"
@@ -45,7 +44,7 @@ void BounceCheck::takeWord(std::string_view text, std::string_view unwanted) {
 
 int BounceCheck::checkSpecialSubjects(Email2& email, LogBase& log) {
     if (const int type = checkSubjectForms(email, log)) return type;
-    if (PhraseSearch(m_sbSubject).hasNoCase("confirmation") &&
+    if (subjectPhrases().hasNoCase("confirmation") &&
         hasField(email, "X-WhiteList-Confirmation", log)) {
         takeSender();
         return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.1");
@@ -98,10 +97,10 @@ int BounceCheck::checkSubjectForms(Email2& email, LogBase& log) {
 }
 
 int BounceCheck::checkSpecialCases1(Email2& email, LogBase& log) {
-    const PhraseSearch name(m_sbFromName);
-    const PhraseSearch sender(m_sbFromAddr);
-    const PhraseSearch subject(m_sbSubject);
-    const PhraseSearch data(m_sbBounceData);
+    const PhraseScan& name = fromNamePhrases();
+    const PhraseScan& sender = fromAddrPhrases();
+    const PhraseScan& subject = subjectPhrases();
+    const PhraseScan& data = dataPhrases();
 
     if (email.hasHeaderMatchingUtf8("X-Autoreply", "yes", true, log) ||
         name.hasNoCase("Autoresponder")) {
@@ -111,7 +110,7 @@ int BounceCheck::checkSpecialCases1(Email2& email, LogBase& log) {
     if (m_sbFromAddr.equalsIgnoreCase(providers::aolMailerDaemon)) {
         if (const int type = checkAolBounce(log)) return type;
     }
-    if (sender.hasNoCase(std::string("@") + providers::challengeService)) {
+    if (sender.hasNoCase(providers::challengeServiceSender)) {
         if (const int type = checkChallengeService(email, log)) return type;
     }
 
@@ -167,8 +166,8 @@ int BounceCheck::checkChallengeService(Email2& email, LogBase& log) {
         return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.6");
     }
     const StringBuffer errorsTo = headerField(email, "Errors-to", log);
-    if (!PhraseSearch(errorsTo).hasNoCase(providers::challengeServiceNoReply)) return BOUNCE_NONE;
-    if (PhraseSearch(m_sbSubject).has("(verification)")) {
+    if (!errorsTo.containsSubstringNoCase(providers::challengeServiceNoReply)) return BOUNCE_NONE;
+    if (subjectPhrases().has("(verification)")) {
         return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.8");
     }
     return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.1");
@@ -182,10 +181,10 @@ int BounceCheck::checkSpecialCases2(Email2& email, LogBase& log) {
     }
     if (hasField(email, "X-ChoiceMail-Registration-Request", log)) {
         takeSender();
-        if (PhraseSearch(m_sbBounceAddr).hasNoCase("donotreply")) m_sbBounceAddr.clear();
+        if (m_sbBounceAddr.containsSubstringNoCase("donotreply")) m_sbBounceAddr.clear();
         return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.2");
     }
-    if (PhraseSearch(headerField(email, "Reply-To", log)).hasNoCase("webmaster-confirm")) {
+    if (headerField(email, "Reply-To", log).containsSubstringNoCase("webmaster-confirm")) {
         checkEmailBody(email, log);  // for the address that it finds
         return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.3");
     }
@@ -197,7 +196,9 @@ int BounceCheck::checkSpecialCases2(Email2& email, LogBase& log) {
 
     DataBuffer effectiveBody;
     email.getEffectiveBodyData(email, effectiveBody, log);
-    const PhraseSearch body(effectiveBody.view());
+    const bool isKnown = effectiveBody.view() == m_sbBounceData.view();
+    std::optional<PhraseScan> own;
+    const PhraseScan& body = isKnown ? dataPhrases() : own.emplace(effectiveBody.view());
     if (body.hasNoCase("this is an auto response") ||
         body.hasNoCase("This is an automatic reply")) {
         return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.3");
@@ -222,16 +223,16 @@ int BounceCheck::checkSpecialCases3(Email2& email, LogBase& log) {
     }
     if (headerField(email, "Precedence", log).equals("auto_reply")) {
         takeSender();
-        if (PhraseSearch(m_sbBounceData).has("one-time inconvenience")) {
+        if (dataPhrases().has("one-time inconvenience")) {
             return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.9");
         }
         return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.5");
     }
-    if (PhraseSearch(headerField(email, "Reply-To", log)).hasNoCase("challengereply")) {
+    if (headerField(email, "Reply-To", log).containsSubstringNoCase("challengereply")) {
         takeSender();
         return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.6");
     }
-    if (PhraseSearch(m_sbFromAddr).hasNoCase("autoresponder")) {
+    if (fromAddrPhrases().hasNoCase("Autoresponder")) {
         return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.7");
     }
     return BOUNCE_NONE;

@@ -29,17 +29,17 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 
 void StringBuffer::setString(const char* s) { setString(viewOf(s)); }
 void StringBuffer::setString(const StringBuffer& other) { setString(other.view()); }
-void StringBuffer::setString(std::string_view s) { text_.assign(s); }
+void StringBuffer::setString(std::string_view s) { changing().assign(s); }
 
 void StringBuffer::append(const char* s) { append(viewOf(s)); }
 void StringBuffer::append(const StringBuffer& other) { append(other.view()); }
 void StringBuffer::append(const DataBuffer& bytes) { append(bytes.view()); }
-void StringBuffer::append(std::string_view s) { text_.append(s); }
+void StringBuffer::append(std::string_view s) { changing().append(s); }
 void StringBuffer::appendN(const char* p, unsigned n) {
     if (p) append(std::string_view(p, n));
 }
 
-void StringBuffer::clear() noexcept { std::string().swap(text_); }
+void StringBuffer::clear() noexcept { std::string().swap(changing()); }
 
 bool StringBuffer::equals(const char* s) const noexcept { return view() == viewOf(s); }
 
@@ -91,12 +91,12 @@ unsigned StringBuffer::countCharOccurances(char c) const noexcept {
     return static_cast<unsigned>(std::ranges::count(text_, c));
 }
 
-void StringBuffer::removeCharOccurances(char c) { std::erase(text_, c); }
+void StringBuffer::removeCharOccurances(char c) { std::erase(changing(), c); }
 
 void StringBuffer::replaceAllOccurances(const char* from, const char* to) {
     const std::string_view old = viewOf(from);
     if (old.empty() || !contains(view(), old)) return;
-    text_ = replaceAll(view(), old, viewOf(to));
+    changing() = replaceAll(view(), old, viewOf(to));
 }
 
 bool StringBuffer::replaceFirstOccurance(const char* from, const char* to, bool ignoreCase) {
@@ -104,7 +104,7 @@ bool StringBuffer::replaceFirstOccurance(const char* from, const char* to, bool 
     if (old.empty()) return false;
     const std::size_t at = findBytes(view(), old, 0, letterCase(ignoreCase));
     if (at == npos) return false;
-    text_.replace(at, old.size(), std::string(viewOf(to)));
+    changing().replace(at, old.size(), std::string(viewOf(to)));
     return true;
 }
 
@@ -112,12 +112,12 @@ void StringBuffer::replaceAllWithUchar(const char* from, unsigned byte) {
     const char to = static_cast<char>(byte);
     const std::string_view old = viewOf(from);
     if (old.empty() || !contains(view(), old)) return;
-    text_ = replaceAll(view(), old, std::string_view(&to, 1));
+    changing() = replaceAll(view(), old, std::string_view(&to, 1));
 }
 
 void StringBuffer::trim2() {
     const std::string_view trimmed = ascii::trim(view());
-    if (trimmed.size() != text_.size()) text_ = std::string(trimmed);
+    if (trimmed.size() != text_.size()) changing() = std::string(trimmed);
 }
 
 void StringBuffer::captureNonWS(const char* p) {
@@ -129,18 +129,18 @@ void StringBuffer::captureNonWS(const char* p) {
 
 void StringBuffer::chopAtFirstChar(char c) {
     const std::size_t at = text_.find(c);
-    if (at != npos) text_.resize(at);
+    if (at != npos) changing().resize(at);
 }
 
 void StringBuffer::chopAtSubstr(const char* s, bool ignoreCase) {
     const std::string_view mark = viewOf(s);
     if (mark.empty()) return;
     const std::size_t at = findBytes(view(), mark, 0, letterCase(ignoreCase));
-    if (at != npos) text_.resize(at);
+    if (at != npos) changing().resize(at);
 }
 
 void StringBuffer::shorten(unsigned n) {
-    text_.resize(text_.size() - std::min<std::size_t>(n, text_.size()));
+    changing().resize(text_.size() - std::min<std::size_t>(n, text_.size()));
 }
 
 void StringBuffer::split(ExtPtrArraySb& out, char separator, bool exceptDoubleQuoted,

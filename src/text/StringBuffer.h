@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace bouncecheck {
 
@@ -22,7 +23,10 @@ public:
     StringBuffer(const StringBuffer&) = delete;
     StringBuffer& operator=(const StringBuffer&) = delete;
     StringBuffer(StringBuffer&&) noexcept = default;
-    StringBuffer& operator=(StringBuffer&&) noexcept = default;
+    StringBuffer& operator=(StringBuffer&& other) noexcept {
+        changing() = std::move(other.text_);
+        return *this;
+    }
     ~StringBuffer() = default;
 
     /// The text as a C string, never null. Valid until the buffer changes.
@@ -32,6 +36,9 @@ public:
     /// Counts up to 4 GiB; `view().size()` counts on.
     unsigned getSize() const noexcept { return static_cast<unsigned>(text_.size()); }
     bool isEmpty() const noexcept { return text_.empty(); }
+    /// Another number after every operation that may have changed the text, for
+    /// those who keep what they found in it.
+    unsigned long revision() const noexcept { return revision_; }
 
     void setString(const char* s);
     void setString(const StringBuffer& other);
@@ -46,7 +53,7 @@ public:
     /// Empties the text and gives its storage back.
     void clear() noexcept;
     /// Empties the text and keeps its storage for the next one.
-    void weakClear() noexcept { text_.clear(); }
+    void weakClear() noexcept { changing().clear(); }
 
     bool equals(const char* s) const noexcept;
     bool equals(const StringBuffer& other) const noexcept { return text_ == other.text_; }
@@ -96,7 +103,13 @@ public:
     void split(ExtPtrArraySb& out, char separator, bool exceptDoubleQuoted, bool trimEach) const;
 
 private:
+    std::string& changing() noexcept {
+        ++revision_;
+        return text_;
+    }
+
     std::string text_;
+    unsigned long revision_ = 0;
 };
 
 }  // namespace bouncecheck

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "bounce/Classification.h"
+#include "bounce/Marker.h"
 #include "bounce/tables/BounceDataMarkers.h"
 #include "log/LogNull.h"
 #include "text/Search.h"
@@ -15,7 +16,7 @@
 namespace bouncecheck {
 namespace {
 
-using Outcome = MarkerCapture::Outcome;
+using Outcome = MarkerOutcome;
 
 struct Captured {
     Outcome outcome;
@@ -25,9 +26,11 @@ struct Captured {
 };
 
 Captured capture(std::string_view text, std::string_view entry) {
-    LogNull log;
+    const Marker marker(entry);
+    const std::size_t place = findBytes(text, marker.text);
+    if (place == npos || !contains(text, marker.context)) return {Outcome::notApplicable, ""};
     StringBuffer address;
-    const Outcome outcome = MarkerCapture(text).capture(entry, address, log);
+    const Outcome outcome = captureBehind(marker, text, place, address);
     return {outcome, std::string(address.view())};
 }
 

@@ -9,10 +9,10 @@ namespace bouncecheck::providers {
 inline constexpr const char* aolMailerDaemon = "MAILER-DAEMON@aol.com";
 inline constexpr const char* aolDomain = "aol.com";
 
-/// A challenge-response service: its domain without the top level, the address
-/// that its own mail has errors sent to, and where the links in its challenges
-/// begin.
-inline constexpr const char* challengeService = "spamarrest";
+/// A challenge-response service: what its senders hold (its domain without the
+/// top level), the address that its own mail has errors sent to, and where the
+/// links in its challenges begin.
+inline constexpr const char* challengeServiceSender = "@spamarrest";
 inline constexpr const char* challengeServiceNoReply = "no-reply@spamarrest.com";
 inline constexpr const char* challengeUrl = "http://www.spamarrest.com/a";
 
