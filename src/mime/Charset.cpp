@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <initializer_list>
+#include <utility>
 
 #include "text/Ascii.h"
 #include "text/Utf8.h"
@@ -164,28 +165,30 @@ std::size_t unitSize(std::string_view name) noexcept {
 
 }  // namespace
 
-std::string toUtf8(std::string_view bytes, std::string_view charset) {
+std::string toUtf8(std::string bytes, std::string_view charset) {
     const std::string name = ascii::lowerCase(ascii::trim(charset));
+    const bool hasEightBit = asciiPrefix(bytes) < bytes.size();
     if (name == "utf-8" || name == "utf8") {
-        if (isUtf8(bytes)) return std::string(bytes);
+        if (!hasEightBit || isUtf8(bytes)) return bytes;
         std::string out;
         appendWellFormed(out, bytes);
         return out;
     }
-    const std::string known = iconvName(name);
-    const std::size_t unit = unitSize(known);
-    const bool hasEightBit = !std::ranges::all_of(bytes, ascii::isAscii);
-    if (unit == 1 && hasEightBit && isUtf8(bytes)) return std::string(bytes);
-
     const auto western = std::ranges::find(westernCharsets, name, &WesternCharset::name);
-    if (western != std::end(westernCharsets)) return decodeBytes(bytes, western->decoder);
-    if (known.empty()) return std::string(bytes);
+    if (western != std::end(westernCharsets)) {
+        return !hasEightBit || isUtf8(bytes) ? std::move(bytes)
+                                             : decodeBytes(bytes, western->decoder);
+    }
+    const std::string known = iconvName(name);
+    if (known.empty()) return bytes;
+    const std::size_t unit = unitSize(known);
+    if (unit == 1 && hasEightBit && isUtf8(bytes)) return bytes;
     Iconv conversion(known.c_str());
-    return conversion.isOpen() ? conversion.convert(bytes, unit) : std::string(bytes);
+    return conversion.isOpen() ? conversion.convert(bytes, unit) : bytes;
 }
 
-std::string undeclaredToUtf8(std::string_view bytes) {
-    return isUtf8(bytes) ? std::string(bytes) : decodeBytes(bytes, fromWindows1252);
+std::string undeclaredToUtf8(std::string bytes) {
+    return isUtf8(bytes) ? bytes : decodeBytes(bytes, fromWindows1252);
 }
 
 }  // namespace bouncecheck

@@ -13,10 +13,10 @@ namespace bouncecheck {
 /// UTF-32 aside): mailers mislabel it often, and text in another charset is not
 /// UTF-8 by chance. Bytes that cannot be decoded become U+FFFD. Linear in the
 /// size of `bytes`.
-std::string toUtf8(std::string_view bytes, std::string_view charset);
+std::string toUtf8(std::string bytes, std::string_view charset);
 
 /// Header text whose bytes should be ASCII but are not: kept when it is UTF-8,
 /// else read as Windows-1252, what mailers without a charset mostly meant.
-std::string undeclaredToUtf8(std::string_view bytes);
+std::string undeclaredToUtf8(std::string bytes);
 
 }  // namespace bouncecheck

@@ -140,7 +140,8 @@ DataBuffer* Email2::getNonMultipartBody3() const {
     if (!parts_.empty()) return nullptr;
     if (!body_) {
         std::string bytes = transferDecoded();
-        if (mediaType_.isOf("text")) bytes = toUtf8(bytes, mediaType_.parameter("charset"));
+        if (mediaType_.isOf("text"))
+            bytes = toUtf8(std::move(bytes), mediaType_.parameter("charset"));
         // Only now: in a wide charset a line end is no CR and LF.
         if (hasLines()) bytes = withCrLf(std::move(bytes));
         body_ = std::make_unique<DataBuffer>(std::move(bytes));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "mime/Charset.h"
 #include "mime/TransferEncoding.h"
@@ -82,7 +83,7 @@ std::string decodeEncodedWords(std::string_view text) {
     std::string pendingBytes;
     std::string_view pendingCharset;
     const auto flush = [&] {
-        out += undeclaredToUtf8(toUtf8(pendingBytes, pendingCharset));
+        out += undeclaredToUtf8(toUtf8(std::move(pendingBytes), pendingCharset));
         pendingBytes.clear();
         pendingCharset = {};
     };

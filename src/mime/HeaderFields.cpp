@@ -1,6 +1,7 @@
 #include "mime/HeaderFields.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "mime/Charset.h"
 #include "mime/EncodedWords.h"
@@ -13,7 +14,7 @@ namespace {
 
 /// The length of the line that `text` begins with, its end included.
 std::size_t lineLength(std::string_view text) noexcept {
-    const std::size_t end = findBytes(text, crLf);
+    const std::size_t end = findCrLf(text);
     return end == npos ? text.size() : end + crLf.size();
 }
 
@@ -43,6 +44,13 @@ bool isMailboxLine(std::string_view line) noexcept {
     return line.starts_with("From ") || line.starts_with(">From ");
 }
 
+/// `text` without the white space at both ends.
+std::string trimmed(std::string text) {
+    text.resize(ascii::trimRight(text).size());
+    text.erase(0, text.size() - ascii::trimLeft(text).size());
+    return text;
+}
+
 /// The length of the blank lines and byte order marks that `text` begins with.
 std::size_t leadingLength(std::string_view text) noexcept {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -65,18 +73,20 @@ std::string HeaderField::unfolded() const {
     std::string out;
     out.reserve(rawValue.size());
     std::string_view rest = rawValue;
-    for (std::size_t end; (end = findBytes(rest, crLf)) != npos;) {
+    for (std::size_t end; (end = findCrLf(rest)) != npos;) {
         out += rest.substr(0, end);
         out += ' ';
         rest.remove_prefix(end + crLf.size());
         while (!rest.empty() && ascii::isBlank(rest.front())) rest.remove_prefix(1);
     }
     out += rest;
-    return undeclaredToUtf8(ascii::trim(out));
+    return undeclaredToUtf8(trimmed(std::move(out)));
 }
 
 std::string HeaderField::decoded() const {
-    return std::string(ascii::trim(decodeEncodedWords(unfolded())));
+    std::string value = unfolded();
+    if (contains(value, "=?")) value = trimmed(decodeEncodedWords(value));
+    return value;
 }
 
 std::size_t HeaderFields::startIn(std::string_view text) {

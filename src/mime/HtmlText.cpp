@@ -172,7 +172,7 @@ private:
         // Numbers of control characters are meant as Windows-1252.
         if (codePoint >= 0x80 && codePoint <= 0x9F) {
             const char byte = static_cast<char>(codePoint);
-            return undeclaredToUtf8(std::string_view(&byte, 1));
+            return undeclaredToUtf8(std::string(1, byte));
         }
         std::string out;
         if (codePoint == 0) codePoint = 0xFFFD;

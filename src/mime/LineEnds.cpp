@@ -25,13 +25,39 @@ void forEachLineEnd(std::string_view text, OnEnd onEnd) {
     }
 }
 
+/// Whether CR and LF stand in pairs only.
+bool hasOnlyCrLf(std::string_view text) noexcept {
+    std::size_t pairs = 0;
+    for (std::size_t i = 1; i < text.size(); ++i) {
+        pairs += static_cast<std::size_t>(text[i - 1] == '\r') & (text[i] == '\n');
+    }
+    const auto count = [&](char c) {
+        return static_cast<std::size_t>(std::ranges::count(text, c));
+    };
+    return count('\r') == pairs && count('\n') == pairs;
+}
+
+/// A text without CR, as most files have it.
+std::string withCrBeforeLf(std::string_view text, std::size_t lineEnds) {
+    std::string result;
+    result.reserve(text.size() + lineEnds);
+    for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
+        result.append(text.substr(0, end)).append(crLf);
+    }
+    return result.append(text);
+}
+
 }  // namespace
 
 std::string withCrLf(std::string text) {
+    if (text.find('\r') == npos) {
+        const auto lineEnds = static_cast<std::size_t>(std::ranges::count(text, '\n'));
+        return lineEnds == 0 ? text : withCrBeforeLf(text, lineEnds);
+    }
+    if (hasOnlyCrLf(text)) return text;
+
     std::size_t added = 0;
     forEachLineEnd(text, [&](std::size_t, std::size_t length) { added += 2 - length; });
-    if (added == 0) return text;
-
     std::string result;
     result.reserve(text.size() + added);
     std::size_t start = 0;

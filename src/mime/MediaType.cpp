@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <tuple>
+#include <utility>
 
 #include "mime/Charset.h"
 #include "mime/Comment.h"
@@ -120,7 +121,7 @@ std::string joined(std::span<const Piece> pieces) {
         bytes += piece.extended ? decodeHexEscapes(value, '%') : std::string(value);
         ++expected;
     }
-    return toUtf8(bytes, charset);
+    return charset.empty() ? bytes : toUtf8(std::move(bytes), charset);
 }
 
 /// RFC 2045, section 5.1.

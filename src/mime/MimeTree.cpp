@@ -25,7 +25,7 @@ void MimeTreeBuilder::build(Email2& root, std::string_view text, std::size_t hea
     std::size_t at = builder.position_;
     if (!text.substr(at).starts_with("--")) at = builder.nextDashLine(at);
     while (at != npos) {
-        const std::size_t end = std::min(findBytes(text, crLf, at), text.size());
+        const std::size_t end = std::min(findCrLf(text, at), text.size());
         if (builder.onDashLine(at, ascii::trimRight(text.substr(at, end - at)))) {
             at = builder.position_;
             if (text.substr(at).starts_with("--")) continue;
@@ -36,8 +36,13 @@ void MimeTreeBuilder::build(Email2& root, std::string_view text, std::size_t hea
 }
 
 std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
-    const std::size_t at = findBytes(text_, "\r\n--", from);
-    return at == npos ? npos : at + crLf.size();
+    const auto isSought = [](const OpenEntity& entity) { return !entity.delimiter.empty(); };
+    if (std::ranges::none_of(open_, isSought)) return npos;
+    for (std::size_t at = from; (at = findCrLf(text_, at)) != npos;) {
+        at += crLf.size();
+        if (text_.substr(at).starts_with("--")) return at;
+    }
+    return npos;
 }
 
 void MimeTreeBuilder::open(Email2& entity, std::size_t headerStart, std::string_view defaultType) {
@@ -75,7 +80,7 @@ bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
         ++parts_;
         Email2& parent = *open_[i].entity;
         parent.parts_.push_back(std::make_unique<Email2>());
-        const std::size_t lineStop = findBytes(text_, crLf, position_);
+        const std::size_t lineStop = findCrLf(text_, position_);
         const std::size_t partStart = lineStop == npos ? text_.size() : lineStop + crLf.size();
         open(*parent.parts_.back(), partStart,
              parent.mediaType_.is("multipart/digest") ? "message/rfc822" : "text/plain");

@@ -27,7 +27,7 @@ constexpr std::array<signed char, 256> base64Table = [] {
 template <class OnLine>
 void forEachLine(std::string_view text, OnLine onLine) {
     while (!text.empty()) {
-        const std::size_t end = findBytes(text, crLf);
+        const std::size_t end = findCrLf(text);
         onLine(text.substr(0, end), end != npos);
         text.remove_prefix(end == npos ? text.size() : end + 2);
     }

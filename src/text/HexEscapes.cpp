@@ -7,18 +7,16 @@ namespace bouncecheck {
 std::string decodeHexEscapes(std::string_view text, char mark) {
     std::string out;
     out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isEscape = text[i] == mark && i + 2 < text.size();
-        const int high = isEscape ? ascii::hexValue(text[i + 1]) : -1;
-        const int low = isEscape ? ascii::hexValue(text[i + 2]) : -1;
-        if (high < 0 || low < 0) {
-            out += text[i];
-        } else {
-            out += static_cast<char>(high * 16 + low);
-            i += 2;
-        }
+    for (std::size_t at; (at = text.find(mark)) != std::string_view::npos;) {
+        out += text.substr(0, at);
+        text.remove_prefix(at);
+        const int high = text.size() > 2 ? ascii::hexValue(text[1]) : -1;
+        const int low = text.size() > 2 ? ascii::hexValue(text[2]) : -1;
+        const bool isEscape = high >= 0 && low >= 0;
+        out += isEscape ? static_cast<char>(high * 16 + low) : mark;
+        text.remove_prefix(isEscape ? 3 : 1);
     }
-    return out;
+    return out += text;
 }
 
 }  // namespace bouncecheck

@@ -1,6 +1,6 @@
 #include "text/Utf8.h"
 
-#include <algorithm>
+#include <cstring>
 
 #include "text/Ascii.h"
 
@@ -45,12 +45,17 @@ Sequence sequenceAt(std::string_view text) noexcept {
     return {length, true};
 }
 
-std::size_t asciiPrefix(std::string_view text) noexcept {
-    const auto end = std::ranges::find_if_not(text, ascii::isAscii);
-    return static_cast<std::size_t>(end - text.begin());
-}
-
 }  // namespace
+
+std::size_t asciiPrefix(std::string_view text) noexcept {
+    std::size_t length = 0;
+    for (std::uint64_t word = 0; length + sizeof word <= text.size(); length += sizeof word) {
+        std::memcpy(&word, text.data() + length, sizeof word);
+        if ((word & 0x8080808080808080u) != 0) break;
+    }
+    while (length < text.size() && ascii::isAscii(text[length])) ++length;
+    return length;
+}
 
 bool isUtf8(std::string_view text) noexcept {
     for (;;) {

@@ -13,6 +13,9 @@ bool isUtf8(std::string_view text) noexcept;
 /// Appends the UTF-8 form of `codePoint`; U+FFFD where it is none.
 void appendUtf8(std::string& out, std::uint32_t codePoint);
 
+/// How many bytes at the start of `text` are below 128.
+std::size_t asciiPrefix(std::string_view text) noexcept;
+
 /// Appends `text` with each ill-formed stretch replaced by U+FFFD.
 void appendWellFormed(std::string& out, std::string_view text);
 
