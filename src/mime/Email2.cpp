@@ -142,8 +142,9 @@ DataBuffer* Email2::getNonMultipartBody3() const {
         std::string bytes = transferDecoded();
         if (mediaType_.isOf("text"))
             bytes = toUtf8(std::move(bytes), mediaType_.parameter("charset"));
-        // Only now: in a wide charset a line end is no CR and LF.
-        if (hasLines()) bytes = withCrLf(std::move(bytes));
+        // Only now: in a wide charset a line end is no CR and LF. The text of the
+        // message has its line ends already.
+        if (hasLines() && bytes != bodyText_) bytes = withCrLf(std::move(bytes));
         body_ = std::make_unique<DataBuffer>(std::move(bytes));
     }
     return body_.get();

@@ -25,16 +25,36 @@ void forEachLineEnd(std::string_view text, OnEnd onEnd) {
     }
 }
 
-/// Whether CR and LF stand in pairs only.
-bool hasOnlyCrLf(std::string_view text) noexcept {
+struct LineEndCounts {
+    std::size_t cr = 0;
+    std::size_t lf = 0;
+    /// An LF right behind a CR.
     std::size_t pairs = 0;
-    for (std::size_t i = 1; i < text.size(); ++i) {
-        pairs += static_cast<std::size_t>(text[i - 1] == '\r') & (text[i] == '\n');
+};
+
+LineEndCounts countLineEnds(std::string_view text) noexcept {
+    LineEndCounts counts;
+    if (text.starts_with('\n')) ++counts.lf;
+    if (text.ends_with('\r')) ++counts.cr;
+    // Small counters in short blocks are what compilers make vectors of.
+    constexpr std::size_t block = 128;
+    for (std::size_t start = 1; start < text.size(); start += block) {
+        const std::size_t end = std::min(start + block, text.size());
+        unsigned char cr = 0;
+        unsigned char lf = 0;
+        unsigned char pairs = 0;
+        for (std::size_t i = start; i < end; ++i) {
+            const bool isCr = text[i - 1] == '\r';
+            const bool isLf = text[i] == '\n';
+            cr = static_cast<unsigned char>(cr + isCr);
+            lf = static_cast<unsigned char>(lf + isLf);
+            pairs = static_cast<unsigned char>(pairs + (isCr & isLf));
+        }
+        counts.cr += cr;
+        counts.lf += lf;
+        counts.pairs += pairs;
     }
-    const auto count = [&](char c) {
-        return static_cast<std::size_t>(std::ranges::count(text, c));
-    };
-    return count('\r') == pairs && count('\n') == pairs;
+    return counts;
 }
 
 /// A text without CR, as most files have it.
@@ -50,14 +70,11 @@ std::string withCrBeforeLf(std::string_view text, std::size_t lineEnds) {
 }  // namespace
 
 std::string withCrLf(std::string text) {
-    if (text.find('\r') == npos) {
-        const auto lineEnds = static_cast<std::size_t>(std::ranges::count(text, '\n'));
-        return lineEnds == 0 ? text : withCrBeforeLf(text, lineEnds);
-    }
-    if (hasOnlyCrLf(text)) return text;
+    const LineEndCounts counts = countLineEnds(text);
+    if (counts.cr == counts.pairs && counts.lf == counts.pairs) return text;
+    if (counts.cr == 0) return withCrBeforeLf(text, counts.lf);
 
-    std::size_t added = 0;
-    forEachLineEnd(text, [&](std::size_t, std::size_t length) { added += 2 - length; });
+    const std::size_t added = counts.cr + counts.lf - 2 * counts.pairs;
     std::string result;
     result.reserve(text.size() + added);
     std::size_t start = 0;
