@@ -12,6 +12,9 @@
 namespace bouncecheck {
 namespace {
 
+/// Room for most headers at once; that of a part has fewer fields.
+constexpr std::size_t usualFields = 16;
+
 /// The length of the line that `text` begins with, its end included.
 std::size_t lineLength(std::string_view text) noexcept {
     const std::size_t end = findCrLf(text);
@@ -125,6 +128,7 @@ HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines) {
         const std::size_t name = field.starts_with("--") ? 0 : nameLength(field);
         if (name > 0) {
             const std::size_t colon = field.find(':', name);
+            if (block.fields_.empty()) block.fields_.reserve(usualFields);
             block.fields_.push_back({field.substr(0, name), field.substr(colon + 1)});
         } else if (otherLines == OtherLines::endBlock && !isMailboxLine(field)) {
             break;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <functional>
 #include <optional>
 #include <span>
 #include <tuple>
@@ -83,8 +84,11 @@ struct Piece {
     std::optional<unsigned> index;
     bool extended = false;
     std::string value;
+    /// Its place among the others as written.
+    std::size_t place;
 
-    Piece(std::string_view writtenName, std::string writtenValue) : value(std::move(writtenValue)) {
+    Piece(std::string_view writtenName, std::string writtenValue, std::size_t writtenPlace)
+        : value(std::move(writtenValue)), place(writtenPlace) {
         const std::size_t star = writtenName.find('*');
         name = ascii::lowerCase(writtenName.substr(0, star));
         if (star == npos) return;
@@ -140,6 +144,7 @@ ParameterizedValue::ParameterizedValue(std::string_view value) {
     head_ = ascii::lowerCase(reader.word(";("));
 
     std::vector<Piece> pieces;
+    if (!reader.atEnd()) pieces.reserve(4);
     while (pieces.size() < limits::parameters) {
         reader.skip(";");
         if (reader.atEnd()) break;
@@ -148,15 +153,16 @@ ParameterizedValue::ParameterizedValue(std::string_view value) {
         if (!reader.take('=')) continue;
         reader.skip("");
         std::string written = reader.value();
-        if (!name.empty()) pieces.emplace_back(name, std::move(written));
+        if (!name.empty()) pieces.emplace_back(name, std::move(written), pieces.size());
     }
 
     // Extended and divided forms first, so that they win over a plain one.
-    std::ranges::stable_sort(pieces, [](const Piece& a, const Piece& b) {
-        const auto rank = [](const Piece& p) { return p.extended || p.index ? 0 : 1; };
-        return std::tuple(std::string_view(a.name), rank(a), a.index.value_or(0)) <
-               std::tuple(std::string_view(b.name), rank(b), b.index.value_or(0));
-    });
+    const auto order = [](const Piece& p) {
+        const int rank = p.extended || p.index ? 0 : 1;
+        return std::tuple(std::string_view(p.name), rank, p.index.value_or(0), p.place);
+    };
+    std::ranges::sort(pieces, std::less<>(), order);
+    parameters_.reserve(pieces.size());
     for (auto group = pieces.begin(); group != pieces.end();) {
         const auto end = std::find_if(
             group, pieces.end(), [&](const Piece& piece) { return piece.name != group->name; });

@@ -21,6 +21,7 @@ std::string delimiterOf(const MediaType& type) {
 
 void MimeTreeBuilder::build(Email2& root, std::string_view text, std::size_t headerStart) {
     MimeTreeBuilder builder(text);
+    builder.open_.reserve(4);
     builder.open(root, headerStart, "text/plain");
     std::size_t at = builder.position_;
     if (!text.substr(at).starts_with("--")) at = builder.nextDashLine(at);
@@ -79,6 +80,7 @@ bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
         }
         ++parts_;
         Email2& parent = *open_[i].entity;
+        if (parent.parts_.empty()) parent.parts_.reserve(4);
         parent.parts_.push_back(std::make_unique<Email2>());
         const std::size_t lineStop = findCrLf(text_, position_);
         const std::size_t partStart = lineStop == npos ? text_.size() : lineStop + crLf.size();
