@@ -27,6 +27,7 @@ is_installed() {
         libcli11-dev) header CLI/CLI.hpp ;;
         nlohmann-json3-dev) header nlohmann/json.hpp ;;
         libgtest-dev) header gtest/gtest.h ;;
+        libbenchmark-dev) header benchmark/benchmark.h ;;
         *) command -v "$1" >/dev/null ;;
     esac
 }

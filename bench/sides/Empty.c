@@ -1,0 +1,2 @@
+/* What a process costs that does nothing. */
+int main(void) { return 0; }

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <ctime>
+
+namespace bouncecheck::bench {
+
+/// The time in seconds that this process has spent on the processor: unlike the
+/// clock on the wall, it does not count what others do meanwhile.
+inline double cpuSeconds() noexcept {
+    timespec now{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+/// The processor time of one call of `pass`: the mean over as many calls as fill
+/// a quarter of a second, after one that warms up.
+template <class Pass>
+double secondsPerPass(Pass&& pass) {
+    constexpr double atLeast = 0.25;
+    pass();
+    const double start = cpuSeconds();
+    for (double passes = 1;; ++passes) {
+        pass();
+        const double spent = cpuSeconds() - start;
+        if (spent >= atLeast) return spent / passes;
+    }
+}
+
+}  // namespace bouncecheck::bench
