@@ -9,14 +9,14 @@
 #include <exception>
 #include <iostream>
 
-#include "PhrasePass.h"
+#include "bench/PhrasePass.h"
+#include "bench/support/Literals.h"
+#include "bench/support/MessageFolder.h"
+#include "bench/support/SearchedTexts.h"
 #include "bounce/BounceCheck.h"
 #include "log/LogNull.h"
 #include "log/LogTrace.h"
 #include "mime/Email2.h"
-#include "support/Literals.h"
-#include "support/MessageFolder.h"
-#include "support/SearchedTexts.h"
 
 namespace bouncecheck::bench {
 namespace {

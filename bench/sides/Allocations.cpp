@@ -5,11 +5,11 @@
 #include <cstdlib>
 #include <new>
 
+#include "bench/sides/Sides.h"
 #include "bounce/BounceCheck.h"
 #include "log/LogNull.h"
 #include "log/LogTrace.h"
 #include "mime/Email2.h"
-#include "sides/Sides.h"
 
 namespace {
 

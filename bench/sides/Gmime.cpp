@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "sides/Sides.h"
+#include "bench/sides/Sides.h"
 
 namespace bouncecheck::bench {
 namespace {

@@ -1,11 +1,11 @@
 // Our side of the comparison in memory. Each pass gives every message away as a
 // new string, whose copy counts against us.
 
+#include "bench/sides/Sides.h"
 #include "bounce/BounceCheck.h"
 #include "log/LogNull.h"
 #include "log/LogTrace.h"
 #include "mime/Email2.h"
-#include "sides/Sides.h"
 
 namespace bouncecheck::bench {
 namespace {

@@ -8,10 +8,10 @@
 #include <set>
 #include <stdexcept>
 
-#include "PhrasePass.h"
-#include "sides/Sides.h"
-#include "support/Literals.h"
-#include "support/SearchedTexts.h"
+#include "bench/PhrasePass.h"
+#include "bench/sides/Sides.h"
+#include "bench/support/Literals.h"
+#include "bench/support/SearchedTexts.h"
 
 namespace bouncecheck::bench {
 namespace {

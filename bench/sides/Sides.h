@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "bench/support/Clocks.h"
+#include "bench/support/MessageFolder.h"
 #include "mime/LineEnds.h"
-#include "support/CpuTime.h"
-#include "support/MessageFolder.h"
 
 /// What the sides of a comparison share: the command line `count FOLDER` or
 /// `time FOLDER`, the messages, and the form of the output, which is a line

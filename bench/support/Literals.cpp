@@ -1,4 +1,4 @@
-#include "support/Literals.h"
+#include "bench/support/Literals.h"
 
 #include <set>
 

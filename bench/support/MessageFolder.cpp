@@ -1,4 +1,4 @@
-#include "support/MessageFolder.h"
+#include "bench/support/MessageFolder.h"
 
 #include <algorithm>
 #include <fstream>

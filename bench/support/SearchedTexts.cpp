@@ -1,4 +1,4 @@
-#include "support/SearchedTexts.h"
+#include "bench/support/SearchedTexts.h"
 
 #include "bounce/BounceCheck.h"
 #include "log/LogNull.h"

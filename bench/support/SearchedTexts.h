@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "support/MessageFolder.h"
+#include "bench/support/MessageFolder.h"
 
 namespace bouncecheck::bench {
 

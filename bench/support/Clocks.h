@@ -1,15 +1,23 @@
 #pragma once
 
+#include <chrono>
 #include <ctime>
 
 namespace bouncecheck::bench {
 
 /// The time in seconds that this process has spent on the processor: unlike the
-/// clock on the wall, it does not count what others do meanwhile.
+/// clock on the wall, it does not count what others do meanwhile. It may move in
+/// steps of some milliseconds.
 inline double cpuSeconds() noexcept {
     timespec now{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+/// The time in seconds on the clock on the wall, for what takes little.
+inline double wallSeconds() noexcept {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(now).count();
 }
 
 /// The processor time of one call of `pass`: the mean over as many calls as fill

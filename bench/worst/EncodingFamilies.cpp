@@ -1,0 +1,75 @@
+#include "bench/worst/Families.h"
+#include "bench/worst/MessageWriter.h"
+
+namespace bouncecheck::bench {
+namespace {
+
+using namespace std::string_view_literals;
+
+std::string coded(std::size_t bytes, std::string_view encoding, std::string_view piece) {
+    return repeated(bytes, piece, undeliverable, "Content-Transfer-Encoding: ", encoding, "\n\n");
+}
+
+std::string text(std::size_t bytes, std::string_view charset, std::string_view piece) {
+    return repeated(bytes, piece, undeliverable, "Content-Type: text/plain; charset=", charset,
+                    "\n\n");
+}
+
+std::string html(std::size_t bytes, std::string_view piece) {
+    return repeated(bytes, piece, undeliverable, "Content-Type: text/html\n\n");
+}
+
+/// 57 bytes of text in base64.
+constexpr std::string_view base64Line =
+    "c29ycnksIG5vIHN1Y2ggcGVyc29uIGhlcmUgYW55IG1vcmUsIHNvcnJ5IHRvIHNheSBzbyBub3cu\n";
+
+constexpr Family families[] = {
+    {"base64", [](std::size_t n) { return coded(n, "base64", base64Line); }},
+    {"base64-one-line", [](std::size_t n) { return coded(n, "base64", "c29y"); }},
+    {"base64-foreign", [](std::size_t n) { return coded(n, "base64", "c-2.9(y\n"); }},
+    {"base64-padding", [](std::size_t n) { return coded(n, "base64", "c==="); }},
+    {"base64-line-ends", [](std::size_t n) { return coded(n, "base64", "Cg0K"); }},
+    {"quoted-printable", [](std::size_t n) { return coded(n, "quoted-printable", "=73=6F=72\n"); }},
+    {"quoted-printable-soft", [](std::size_t n) { return coded(n, "quoted-printable", "=\n"); }},
+    {"quoted-printable-blanks", [](std::size_t n) { return coded(n, "quoted-printable", " "); }},
+    {"quoted-printable-signs", [](std::size_t n) { return coded(n, "quoted-printable", "="); }},
+    {"uuencode",
+     [](std::size_t n) {
+         return coded(n, "x-uuencode\n\nbegin 644 x",
+                      "M<V]R<GDL(&YO('-U8V@@<&5R<V]N(&AE<F4@86YY(&UO<F4L('-O<G)Y('1O\n");
+     }},
+    {"uuencode-begins", [](std::size_t n) { return coded(n, "x-uuencode", "begin 6 x\nend\n"); }},
+    {"line-feeds", [](std::size_t n) { return repeated(n, "\n", undeliverable, "\n"); }},
+    {"carriage-returns", [](std::size_t n) { return repeated(n, "\r", undeliverable, "\n"); }},
+    {"line-feeds-alone", [](std::size_t n) { return repeated(n, "\n"); }},
+    {"nul-bytes", [](std::size_t n) { return repeated(n, "\0"sv, undeliverable, "\n"); }},
+    {"nul-bytes-alone", [](std::size_t n) { return repeated(n, "\0"sv); }},
+    {"broken-utf-8", [](std::size_t n) { return text(n, "utf-8", "\xFF"); }},
+    {"windows-1252", [](std::size_t n) { return text(n, "windows-1252", "\x80"); }},
+    {"latin1", [](std::size_t n) { return text(n, "iso-8859-1", "\xE9 "); }},
+    {"iso-2022-jp", [](std::size_t n) { return text(n, "iso-2022-jp", "\x1B$BF|\x1B(B"); }},
+    {"iso-2022-jp-escapes", [](std::size_t n) { return text(n, "iso-2022-jp", "\x1B"); }},
+    {"iso-2022-kr", [](std::size_t n) { return text(n, "iso-2022-kr", "\x0E!!\x0F"); }},
+    {"utf-7", [](std::size_t n) { return text(n, "utf-7", "+AOk-"); }},
+    {"utf-7-signs", [](std::size_t n) { return text(n, "utf-7", "+"); }},
+    {"utf-16", [](std::size_t n) { return text(n, "utf-16le", "\x01\x30"); }},
+    {"utf-16-halves", [](std::size_t n) { return text(n, "utf-16", "\xD8\x41"); }},
+    {"gb18030", [](std::size_t n) { return text(n, "gb18030", "\x81\x30\x81\x30"); }},
+    {"unknown-charset", [](std::size_t n) { return text(n, "x-none", "\xFF"); }},
+    {"html-open", [](std::size_t n) { return html(n, "<"); }},
+    {"html-open-tags", [](std::size_t n) { return html(n, "<a x='<!--"); }},
+    {"html-nested", [](std::size_t n) { return html(n, "<div><b>"); }},
+    {"html-breaks", [](std::size_t n) { return html(n, "<p>"); }},
+    {"html-ampersands", [](std::size_t n) { return html(n, "&"); }},
+    {"html-references", [](std::size_t n) { return html(n, "&#1;&eacute;"); }},
+    {"html-long-references", [](std::size_t n) { return html(n, "&#00000000000000000000"); }},
+    {"html-scripts", [](std::size_t n) { return html(n, "<script></scrip></style>"); }},
+    {"html-comments", [](std::size_t n) { return html(n, "<!-- -- >"); }},
+    {"html-pre", [](std::size_t n) { return html(n, "<pre>\n"); }},
+};
+
+}  // namespace
+
+std::span<const Family> encodingFamilies() noexcept { return families; }
+
+}  // namespace bouncecheck::bench

@@ -1,0 +1,232 @@
+// Runs families of messages that are meant to cost much, at growing sizes, each
+// in a process of its own, and prints what a byte of them costs and how much
+// memory they take. Fails when one goes beyond the limits.
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bench/worst/Families.h"
+#include "bench/worst/Measure.h"
+
+namespace bouncecheck::bench {
+namespace {
+
+constexpr std::size_t megabyte = 1'000'000;
+
+/// Time per byte at the largest size against the smallest.
+constexpr double mostGrowth = 1.5;
+/// Time per byte against ordinary mail.
+constexpr double mostTimesOrdinary = 25;
+/// Memory: so many times the message, and so much besides.
+constexpr double mostTimesMessage = 3;
+constexpr double memoryBesides = 16.0 * 1024 * 1024;
+
+class UsageError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+struct Options {
+    std::vector<std::string_view> families;
+    std::vector<std::size_t> megabytes = {1, 4, 16, 64};
+    std::string folder = SAMPLES_DIR;
+    unsigned seconds = 60;
+    bool list = false;
+};
+
+template <class Number>
+Number positive(std::string_view text) {
+    Number number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number == 0) {
+        throw UsageError("'" + std::string(text) + "' is no positive number");
+    }
+    return number;
+}
+
+std::vector<std::size_t> sizesFrom(std::string_view text) {
+    std::vector<std::size_t> sizes;
+    for (;;) {
+        const std::string_view one = text.substr(0, text.find(','));
+        sizes.push_back(positive<std::size_t>(one));
+        if (one.size() == text.size()) break;
+        text.remove_prefix(one.size() + 1);
+    }
+    std::ranges::sort(sizes);
+    return sizes;
+}
+
+Options optionsFrom(int argc, char** argv) {
+    Options options;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view option = argv[i];
+        if (option == "--list") {
+            options.list = true;
+            continue;
+        }
+        const std::string_view value = i + 1 < argc ? argv[++i] : "";
+        if (option == "--family") {
+            options.families.push_back(value);
+        } else if (option == "--sizes") {
+            options.megabytes = sizesFrom(value);
+        } else if (option == "--folder") {
+            options.folder = value;
+        } else if (option == "--seconds") {
+            options.seconds = positive<unsigned>(value);
+        } else {
+            throw UsageError("unknown option " + std::string(option));
+        }
+    }
+    return options;
+}
+
+std::vector<Family> chosen(const Options& options) {
+    std::vector<Family> all;
+    for (const auto& group :
+         {headerFamilies(), structureFamilies(), encodingFamilies(), textFamilies()}) {
+        all.insert(all.end(), group.begin(), group.end());
+    }
+    if (options.families.empty()) return all;
+    std::vector<Family> some;
+    for (const std::string_view name : options.families) {
+        const auto found = std::ranges::find(all, name, &Family::name);
+        if (found == all.end())
+            throw UsageError("no family " + std::string(name) + " (see --list)");
+        some.push_back(*found);
+    }
+    return some;
+}
+
+/// What one family costs at one size.
+struct Cost {
+    Outcome::End end = Outcome::End::well;
+    double secondsPerByte = 0;
+    double peakBytes = 0;
+    double messageBytes = 0;
+
+    double timesMessage() const { return peakBytes / messageBytes; }
+    bool isTooMuchMemory() const {
+        return peakBytes > mostTimesMessage * messageBytes + memoryBesides;
+    }
+};
+
+/// What takes little is run more often, since little disturbs it much.
+constexpr int mostRuns = 7;
+constexpr double enoughSeconds = 1;
+
+Cost costOf(const Family& family, std::size_t megabytes, unsigned cpuSeconds) {
+    const std::size_t bytes = megabytes * megabyte;
+    Cost cost;
+    cost.messageBytes = static_cast<double>(bytes);
+    cost.secondsPerByte = std::numeric_limits<double>::max();
+    double spent = 0;
+    for (int run = 0; run < mostRuns && spent < enoughSeconds; ++run) {
+        const Outcome outcome =
+            inProcess([&] { return secondsToClassify(family.make(bytes)); }, cpuSeconds);
+        spent += outcome.result;
+        cost.end = outcome.end;
+        cost.peakBytes = std::max(cost.peakBytes, outcome.peakBytes);
+        cost.secondsPerByte = std::min(cost.secondsPerByte, outcome.result / cost.messageBytes);
+        if (cost.end != Outcome::End::well) break;
+    }
+    return cost;
+}
+
+std::string formatted(const char* format, double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+/// Prints one row; false when the family goes beyond a limit.
+bool measure(const Family& family, const Options& options, double ordinary) {
+    std::vector<std::string> beyond;
+    std::vector<Cost> costs;
+    std::printf("%-26.*s", static_cast<int>(family.name.size()), family.name.data());
+    for (const std::size_t size : options.megabytes) {
+        if (!costs.empty() && costs.back().end != Outcome::End::well) {
+            std::printf("%8s", "-");
+            continue;
+        }
+        costs.push_back(costOf(family, size, options.seconds));
+        const bool isLate = costs.back().end == Outcome::End::outOfTime;
+        const std::string text = costs.back().end == Outcome::End::well
+                                     ? formatted("%.2f", 1e9 * costs.back().secondsPerByte)
+                                 : isLate ? "late"
+                                          : "crash";
+        std::printf("%8s", text.c_str());
+        std::fflush(stdout);
+    }
+
+    if (costs.back().end == Outcome::End::outOfTime) beyond.emplace_back("out of time");
+    if (costs.back().end == Outcome::End::crashed) beyond.emplace_back("crashed");
+    const bool lastIsKnown = costs.back().end == Outcome::End::well;
+    const double growth =
+        lastIsKnown ? costs.back().secondsPerByte / costs.front().secondsPerByte : 0;
+    if (growth > mostGrowth) beyond.emplace_back("growth");
+    const double dearest = std::ranges::max(costs, {}, &Cost::secondsPerByte).secondsPerByte;
+    if (dearest > mostTimesOrdinary * ordinary) beyond.emplace_back("time");
+    const bool isTooMuchMemory = std::ranges::any_of(costs, &Cost::isTooMuchMemory);
+    if (isTooMuchMemory) beyond.emplace_back("memory");
+
+    std::printf("%8s%8s%8s ", lastIsKnown ? formatted("%.2f", growth).c_str() : "-",
+                formatted("%.2f", dearest / ordinary).c_str(),
+                formatted("%.2f", costs.back().timesMessage()).c_str());
+    for (const std::string& limit : beyond) std::printf(" %s", limit.c_str());
+    std::printf("%s\n", beyond.empty() ? "" : " !");
+    std::fflush(stdout);
+    return beyond.empty();
+}
+
+int run(const Options& options) {
+    const std::vector<Family> families = chosen(options);
+    if (options.list) {
+        for (const Family& family : families) std::cout << family.name << '\n';
+        return 0;
+    }
+    // What a family makes once, it makes here and not in each process.
+    for (const Family& family : families) family.make(megabyte / 100);
+
+    const Outcome ordinary =
+        inProcess([&] { return ordinarySecondsPerByte(options.folder); }, options.seconds);
+    if (ordinary.end != Outcome::End::well) {
+        throw std::runtime_error(options.folder + ": its messages cannot be measured");
+    }
+    std::printf("Ordinary mail takes %.2f ns a byte (median of the messages of %s).\n\n",
+                1e9 * ordinary.result, options.folder.c_str());
+    std::printf("%-26s", "ns a byte at MB:");
+    for (const std::size_t size : options.megabytes) std::printf("%8zu", size);
+    std::printf("%8s%8s%8s\n", "growth", "x ord.", "x mem.");
+
+    std::size_t beyond = 0;
+    for (const Family& family : families)
+        beyond += measure(family, options, ordinary.result) ? 0 : 1;
+    std::printf(
+        "\n%zu families, %zu beyond a limit: growth %.1f (largest to smallest size), time %.0f\n"
+        "times that of ordinary mail, memory %.0f times the message and %.0f MiB.\n",
+        families.size(), beyond, mostGrowth, mostTimesOrdinary, mostTimesMessage,
+        memoryBesides / 1024 / 1024);
+    return beyond > 0 ? 1 : 0;
+}
+
+}  // namespace
+}  // namespace bouncecheck::bench
+
+int main(int argc, char** argv) {
+    try {
+        return bouncecheck::bench::run(bouncecheck::bench::optionsFrom(argc, argv));
+    } catch (const bouncecheck::bench::UsageError& error) {
+        std::cerr << "bench/adversarial: " << error.what() << '\n';
+        return 2;
+    } catch (const std::exception& error) {
+        std::cerr << "bench/adversarial: " << error.what() << '\n';
+        return 1;
+    }
+}
