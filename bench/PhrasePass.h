@@ -1,34 +1,73 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 #include <vector>
 
+#include "text/PhraseMatcher.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
 
-/// Finds which of many phrases stand in a text, the case of ASCII letters
-/// ignored: the face of the phrase search that benchmarks and fuzz targets know.
+/// Finds which of any phrases stand in a text, the case of ASCII letters ignored:
+/// the pass of the classifier with tables made at run time.
 ///
-/// The phrases are not empty and outlive the object.
+/// The phrases are not empty, at most `phrases::longest` bytes long, and outlive
+/// the object, which refers to itself and stays where it is.
 class PhrasePass {
 public:
     explicit PhrasePass(std::span<const std::string_view> phrases)
-        : phrases_(phrases.begin(), phrases.end()) {}
+        : starts_(phrases::buckets + 1), filter_(phrases::filterBits / 32) {
+        for (std::size_t i = 0; i < phrases.size(); ++i) {
+            const bool isShort = phrases[i].size() < phrases::shortest;
+            (isShort ? shortPhrases_ : texts_).push_back(phrases[i]);
+            (isShort ? shortIndexes_ : indexes_).push_back(i);
+        }
+        windows_.resize(texts_.size() * phrases::stride);
+        std::vector<phrases::Window> chosen(windows_.size());
+        phrases::TableView{texts_, filter_, starts_, windows_}.fill(chosen);
+    }
+    PhrasePass(const PhrasePass&) = delete;
+    PhrasePass& operator=(const PhrasePass&) = delete;
 
     /// Calls `onFound(index)` once for each phrase that stands in `text`, in no
     /// particular order.
     template <class F>
     void scan(std::string_view text, F&& onFound) const {
-        for (std::size_t i = 0; i < phrases_.size(); ++i) {
-            if (containsNoCase(text, phrases_[i])) onFound(i);
+        Once<F> once{indexes_, onFound, {}};
+        phrases::Matcher(phrases::TableView{texts_, filter_, starts_, windows_}).scan(text, once);
+        for (std::size_t i = 0; i < shortPhrases_.size(); ++i) {
+            if (containsNoCase(text, shortPhrases_[i])) onFound(shortIndexes_[i]);
         }
     }
 
 private:
-    std::vector<std::string_view> phrases_;
+    template <class F>
+    struct Once {
+        std::span<const std::size_t> indexes;
+        F& onFound;
+        std::array<std::uint64_t, 64> seen;  // 4096 phrases
+
+        bool wants(std::size_t phrase, std::size_t) const noexcept {
+            return (seen[phrase / 64] >> (phrase % 64) & 1) == 0;
+        }
+        void found(std::size_t phrase, std::size_t) {
+            seen[phrase / 64] |= std::uint64_t{1} << (phrase % 64);
+            onFound(indexes[phrase]);
+        }
+    };
+
+    std::vector<std::string_view> texts_;
+    std::vector<std::string_view> shortPhrases_;
+    std::vector<std::size_t> indexes_;
+    std::vector<std::size_t> shortIndexes_;
+    // Filled once; the view that fills them asks for what may be written.
+    mutable std::vector<std::uint16_t> starts_;
+    mutable std::vector<std::uint32_t> filter_;
+    mutable std::vector<phrases::Window> windows_;
 };
 
 }  // namespace bouncecheck

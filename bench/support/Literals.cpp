@@ -4,6 +4,7 @@
 
 #include "bounce/PhraseTables.h"
 #include "text/Ascii.h"
+#include "text/PhraseMatcher.h"
 
 namespace bouncecheck::bench {
 namespace {
@@ -29,7 +30,7 @@ private:
     void addPieces(std::string_view pattern) {
         for (;;) {
             const std::string_view piece = pattern.substr(0, pattern.find('*'));
-            if (!piece.empty() && seen_.insert(ascii::lowerCase(piece)).second) {
+            if (piece.size() >= phrases::shortest && seen_.insert(ascii::lowerCase(piece)).second) {
                 literals_.emplace_back(piece);
             }
             if (piece.size() == pattern.size()) return;

@@ -64,107 +64,111 @@ struct Window {
     std::uint8_t checkOffset = 0;
 };
 
-/// The tables for `Count` phrases, for the compiler or at run time.
-template <std::size_t Count>
-struct Tables {
-    std::array<std::string_view, Count> texts{};
-    std::array<std::uint32_t, filterBits / 32> filter{};
-    /// Where the windows of each bucket begin.
-    std::array<std::uint16_t, buckets + 1> starts{};
-    std::array<Window, Count * stride> windows{};
-
-    constexpr Tables() = default;
-
-    /// The phrases are `shortest` to `longest` bytes long and outlive the tables.
-    /// Throws std::invalid_argument for one that is not.
-    explicit constexpr Tables(const std::array<std::string_view, Count>& phrases) : texts(phrases) {
-        std::array<Window, Count * stride> chosen{};
-        std::size_t count = 0;
-        const Rarity rarity(texts);
-        for (std::size_t phrase = 0; phrase < Count; ++phrase) {
-            for (std::size_t residue = 0; residue < stride; ++residue) {
-                const std::size_t offset = rarity.rarest(texts[phrase], residue);
-                chosen[count++] = windowAt(phrase, offset);
+/// How common windows are among the phrases themselves, which are what the texts
+/// are about, and by their letters.
+class Rarity {
+public:
+    /// Throws std::invalid_argument for a phrase not of `shortest` to `longest`
+    /// bytes.
+    explicit constexpr Rarity(std::span<const std::string_view> texts) {
+        letters_.fill(1);
+        std::uint8_t rank = 30;
+        for (const char c : std::string_view(" etaoinsrhldcumfpgwybvkxjqz")) {
+            letters_[folded(c)] = rank--;
+        }
+        for (const std::string_view text : texts) {
+            if (text.size() < shortest || text.size() > longest) {
+                throw std::invalid_argument("a phrase is too short or too long");
+            }
+            for (std::size_t at = 0; at + windowSize <= text.size(); ++at) {
+                ++counts_[slotOf(foldedBytes(text, at, windowSize))];
             }
         }
-        for (const Window& window : chosen) {
-            const std::uint32_t hash = hashOf(window.bytes);
+    }
+
+    /// The offset, `residue` modulo `stride`, of the rarest window.
+    constexpr std::size_t rarest(std::string_view text, std::size_t residue) const {
+        std::size_t best = residue;
+        std::uint32_t bestScore = static_cast<std::uint32_t>(-1);
+        for (std::size_t at = residue; at + windowSize <= text.size(); at += stride) {
+            std::uint32_t score = 256u * counts_[slotOf(foldedBytes(text, at, windowSize))];
+            for (std::size_t i = 0; i < windowSize; ++i) score += letters_[folded(text[at + i])];
+            if (score >= bestScore) continue;
+            bestScore = score;
+            best = at;
+        }
+        return best;
+    }
+
+private:
+    static constexpr std::size_t slots = 8192;
+    static constexpr std::size_t slotOf(std::uint64_t window) noexcept {
+        return hashOf(window) / (filterBits / slots);
+    }
+
+    std::array<std::uint16_t, slots> counts_{};
+    std::array<std::uint8_t, 256> letters_{};
+};
+
+constexpr Window windowAt(std::string_view text, std::size_t phrase, std::size_t offset) noexcept {
+    const bool inFront = offset + windowSize / 2 < text.size() / 2;
+    const std::size_t checkOffset = inFront ? text.size() - 4 : 0;
+    return {foldedBytes(text, offset, windowSize),
+            static_cast<std::uint32_t>(foldedBytes(text, checkOffset, 4)),
+            static_cast<std::uint16_t>(phrase), static_cast<std::uint8_t>(offset),
+            static_cast<std::uint8_t>(checkOffset)};
+}
+
+/// What a matcher walks, for phrases that outlive it.
+struct TableView {
+    std::span<const std::string_view> texts;
+    std::span<std::uint32_t> filter;  ///< filterBits / 32
+    /// Where the windows of each bucket begin; buckets + 1.
+    std::span<std::uint16_t> starts;
+    std::span<Window> windows;  ///< stride for each phrase
+
+    /// Fills the other tables, which are zero before, for `texts`. `chosen` is
+    /// room like `windows`.
+    constexpr void fill(std::span<Window> chosen) const {
+        const Rarity rarity(texts);
+        for (std::size_t i = 0; i < chosen.size(); ++i) {
+            const std::string_view text = texts[i / stride];
+            chosen[i] = windowAt(text, i / stride, rarity.rarest(text, i % stride));
+            const std::uint32_t hash = hashOf(chosen[i].bytes);
             filter[hash / 32] |= std::uint32_t{1} << (hash % 32);
             ++starts[bucketOf(hash) + 1];
         }
         for (std::size_t i = 1; i < starts.size(); ++i) {
             starts[i] = static_cast<std::uint16_t>(starts[i] + starts[i - 1]);
         }
-        std::array<std::uint16_t, buckets + 1> next = starts;
+        // Each start moves on to the next one while its bucket fills, then back.
         for (const Window& window : chosen) {
-            windows[next[bucketOf(hashOf(window.bytes))]++] = window;
+            windows[starts[bucketOf(hashOf(window.bytes))]++] = window;
         }
+        for (std::size_t i = starts.size() - 1; i > 0; --i) starts[i] = starts[i - 1];
+        starts[0] = 0;
     }
+};
 
-private:
-    /// How common windows are among the phrases themselves, which are what the
-    /// texts are about, and by their letters.
-    class Rarity {
-    public:
-        explicit constexpr Rarity(const std::array<std::string_view, Count>& texts) {
-            letters_.fill(1);
-            std::uint8_t rank = 30;
-            for (const char c : std::string_view(" etaoinsrhldcumfpgwybvkxjqz")) {
-                letters_[folded(c)] = rank--;
-            }
-            for (const std::string_view text : texts) {
-                if (text.size() < shortest || text.size() > longest) {
-                    throw std::invalid_argument("a phrase is too short or too long");
-                }
-                for (std::size_t at = 0; at + windowSize <= text.size(); ++at) {
-                    ++count(foldedBytes(text, at, windowSize));
-                }
-            }
-        }
+/// The tables for `Count` phrases, made by the compiler.
+template <std::size_t Count>
+struct Tables {
+    std::array<std::string_view, Count> texts{};
+    std::array<std::uint32_t, filterBits / 32> filter{};
+    std::array<std::uint16_t, buckets + 1> starts{};
+    std::array<Window, Count * stride> windows{};
 
-        /// The offset, `residue` modulo `stride`, of the rarest window.
-        constexpr std::size_t rarest(std::string_view text, std::size_t residue) const {
-            std::size_t best = residue;
-            std::uint32_t bestScore = static_cast<std::uint32_t>(-1);
-            for (std::size_t at = residue; at + windowSize <= text.size(); at += stride) {
-                std::uint32_t score = 0;
-                for (std::size_t i = 0; i < windowSize; ++i)
-                    score += letters_[folded(text[at + i])];
-                score += 256u * counts_[slotOf(foldedBytes(text, at, windowSize))];
-                if (score >= bestScore) continue;
-                bestScore = score;
-                best = at;
-            }
-            return best;
-        }
-
-    private:
-        static constexpr std::size_t slots = 8192;
-        static constexpr std::size_t slotOf(std::uint64_t window) noexcept {
-            return hashOf(window) / (filterBits / slots);
-        }
-        constexpr std::uint16_t& count(std::uint64_t window) { return counts_[slotOf(window)]; }
-
-        std::array<std::uint16_t, slots> counts_{};
-        std::array<std::uint8_t, 256> letters_{};
-    };
-
-    constexpr Window windowAt(std::size_t phrase, std::size_t offset) const {
-        const std::string_view text = texts[phrase];
-        const bool inFront = offset + windowSize / 2 < text.size() / 2;
-        const std::size_t checkOffset = inFront ? text.size() - 4 : 0;
-        return {foldedBytes(text, offset, windowSize),
-                static_cast<std::uint32_t>(foldedBytes(text, checkOffset, 4)),
-                static_cast<std::uint16_t>(phrase), static_cast<std::uint8_t>(offset),
-                static_cast<std::uint8_t>(checkOffset)};
+    explicit constexpr Tables(const std::array<std::string_view, Count>& phrases) : texts(phrases) {
+        std::array<Window, Count * stride> chosen{};
+        TableView{texts, filter, starts, windows}.fill(chosen);
     }
 };
 
 /// Refers to tables, which must outlive it.
 class Matcher {
 public:
-    template <std::size_t Count>
-    explicit constexpr Matcher(const Tables<Count>& tables) noexcept
+    template <class AnyTables>
+    explicit constexpr Matcher(const AnyTables& tables) noexcept
         : texts_(tables.texts),
           filter_(tables.filter.data()),
           starts_(tables.starts.data()),
