@@ -98,8 +98,8 @@ struct Book {
         addList(AbuseIndicators);
         addList(AutoReplyIndicators, LetterCase::exact);
         addList(AutoReplySubjectIndicators);
-        addList(BounceFromAddrList);
-        addList(BounceSubjectList);
+        addPatterns(BounceFromAddrList);
+        addPatterns(BounceSubjectList);
 
         rules.first = count;
         for (const BounceRule& rule : BounceRules) {
@@ -114,9 +114,17 @@ private:
     }
     constexpr Range addList(const char* const* table, LetterCase letters = LetterCase::ignored) {
         const std::size_t first = count;
+        for (const char* const* entry = table; **entry; ++entry) add(*entry, letters);
+        return remember(table, letters, first);
+    }
+    constexpr void addPatterns(const char* const* table) {
+        const std::size_t first = count;
         for (const char* const* entry = table; **entry; ++entry) {
-            add(longestPiece(*entry), letters);
+            add(longestPiece(*entry), LetterCase::ignored);
         }
+        remember(table, LetterCase::ignored, first);
+    }
+    constexpr Range remember(const char* const* table, LetterCase letters, std::size_t first) {
         lists[listCount++] = {table, letters, {first, count}};
         return {first, count};
     }
