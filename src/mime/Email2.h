@@ -58,6 +58,8 @@ public:
 
     // --- Header (RFC 5322) -------------------------------------------------
 
+    /// All fields, in order; they refer into the message.
+    const HeaderFields& header() const noexcept { return header_; }
     /// The first field of that name, unfolded, trimmed, in UTF-8.
     void getHeaderFieldUtf8(const char* name, StringBuffer& out, LogBase& log) const;
     /// Whether a field of that name has a value that as a whole matches `value`,

@@ -19,4 +19,11 @@ inline constexpr std::size_t parts = 10'000;
 /// beyond are not read.
 inline constexpr std::size_t parameters = 128;
 
+/// Recipients that are kept of one report. Servers split a message into
+/// deliveries of at most a thousand or so. Those beyond are not read.
+inline constexpr std::size_t recipients = 10'000;
+
+/// Fields that are kept of a complaint or a receipt, which have about fifteen.
+inline constexpr std::size_t reportFields = 1'000;
+
 }  // namespace bouncecheck::limits
