@@ -26,6 +26,7 @@ is_installed() {
         ninja-build) command -v ninja >/dev/null ;;
         libcli11-dev) header CLI/CLI.hpp ;;
         nlohmann-json3-dev) header nlohmann/json.hpp ;;
+        libarchive-dev) header archive.h ;;
         libgtest-dev) header gtest/gtest.h ;;
         libbenchmark-dev) header benchmark/benchmark.h ;;
         *) command -v "$1" >/dev/null ;;

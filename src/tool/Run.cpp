@@ -3,16 +3,20 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
+#include <memory>
 #include <ostream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "log/TraceTree.h"
 #include "tool/Classify.h"
 #include "tool/ListPhrases.h"
+#include "tool/OrderedPipeline.h"
 #include "tool/Output.h"
-#include "tool/Sources.h"
+#include "tool/sources/Sources.h"
 
 namespace bouncecheck {
 namespace {
@@ -50,17 +54,30 @@ int classifyAll(Options options, std::ostream& out, std::ostream& err) {
     }
     const auto output = options.format == "json" ? makeJsonOutput(out, options.parts)
                                                  : makeTableOutput(out, options.parts);
-    const Trace trace = options.parts.trace ? Trace::on : Trace::off;
     int status = EXIT_ALL_CLASSIFIED;
-    readSources(
-        options.paths,
-        [&](std::string source, std::string bytes) {
-            output->show(classify(std::move(source), std::move(bytes), trace));
+    const auto tellProblem = [&](const std::string& source, const std::string& reason) {
+        err << "bouncecheck: " << escapeControls(source) << ": " << reason << '\n';
+        status = EXIT_SOME_UNREADABLE;
+    };
+    const Wanted wanted = {.data = options.parts.data, .trace = options.parts.trace};
+    const std::size_t jobs = std::max(1u, std::thread::hardware_concurrency());
+    OrderedPipeline<SourceMessage, Classified> pipeline(
+        jobs, jobs * 4000000,
+        [&] {
+            const auto classifier = std::make_shared<Classifier>(wanted);
+            return [classifier](SourceMessage m) { return classifier->classify(std::move(m)); };
         },
-        [&](const std::string& source, const std::string& reason) {
-            err << "bouncecheck: " << escapeControls(source) << ": " << reason << '\n';
-            status = EXIT_SOME_UNREADABLE;
-        });
+        [&](Classified message) { output->show(message); });
+    SourceOptions sources;
+    sources.paths = options.paths;
+    readSources(
+        sources,
+        [&](SourceMessage message) {
+            const std::size_t weight = message.bytes.size() + 4096;
+            pipeline.push(std::move(message), weight);
+        },
+        tellProblem);
+    pipeline.finish();
     output->finish();
     return status;
 }

@@ -1,0 +1,93 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "tool/Interrupt.h"
+#include "tool/UniqueFd.h"
+#include "tool/sources/InputStream.h"
+
+namespace bouncecheck {
+namespace {
+
+[[noreturn]] void failWithErrno() { throw ReadError(std::strerror(errno)); }
+
+class FileStream final : public InputStream {
+public:
+    explicit FileStream(UniqueFd fd) : fd_(std::move(fd)) {
+        struct stat status;
+        if (::fstat(fd_.get(), &status) == 0 && S_ISREG(status.st_mode)) {
+            size_ = static_cast<std::uint64_t>(status.st_size);
+        }
+    }
+
+    std::size_t read(std::span<char> room) override {
+        for (;;) {
+            throwIfInterrupted();
+            const ssize_t count = ::read(fd_.get(), room.data(), room.size());
+            if (count >= 0) {
+                position_ += static_cast<std::uint64_t>(count);
+                return static_cast<std::size_t>(count);
+            }
+            if (errno != EINTR) failWithErrno();
+        }
+    }
+
+    std::optional<std::uint64_t> sizeLeft() const override {
+        if (!size_) return std::nullopt;
+        return *size_ > position_ ? *size_ - position_ : 0;
+    }
+
+    double fractionRead() const override {
+        return size_ && *size_ > 0 ? static_cast<double>(position_) / static_cast<double>(*size_)
+                                   : 0;
+    }
+
+private:
+    UniqueFd fd_;
+    std::optional<std::uint64_t> size_;
+    std::uint64_t position_ = 0;
+};
+
+UniqueFd openReadOnly(const std::string& path) {
+    // Without O_NONBLOCK the open of a pipe waits for its writer.
+    constexpr int flags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+    // Mail readers tell new mail by the access time. Only the owner may spare it.
+    UniqueFd fd(::open(path.c_str(), flags | O_NOATIME));
+    if (!fd && errno == EPERM) fd = UniqueFd(::open(path.c_str(), flags));
+    if (!fd) failWithErrno();
+    return fd;
+}
+
+bool namesDescriptor(std::string_view path) noexcept {
+    return path == "/dev/stdin" || path.starts_with("/dev/fd/") ||
+           path.starts_with("/proc/self/fd/");
+}
+
+}  // namespace
+
+std::unique_ptr<InputStream> openFile(const std::string& path) {
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0) failWithErrno();
+    const bool isPipe = S_ISFIFO(status.st_mode);
+    if (isPipe && namesDescriptor(path)) {
+        UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+        if (!fd) failWithErrno();
+        return std::make_unique<FileStream>(std::move(fd));
+    }
+    if (isPipe) throw ReadError("is a named pipe");
+    if (S_ISSOCK(status.st_mode)) throw ReadError("is a socket");
+    if (S_ISDIR(status.st_mode)) throw ReadError("is a folder");
+    if (!S_ISREG(status.st_mode)) throw ReadError("is a device");
+    return std::make_unique<FileStream>(openReadOnly(path));
+}
+
+std::unique_ptr<InputStream> openStandardInput() {
+    UniqueFd fd(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3));
+    if (!fd) failWithErrno();
+    return std::make_unique<FileStream>(std::move(fd));
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,59 @@
+#include "tool/sources/FolderListing.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+#include "tool/sources/InputStream.h"
+
+namespace bouncecheck {
+namespace {
+
+struct CloseFolder {
+    void operator()(DIR* folder) const noexcept { ::closedir(folder); }
+};
+
+FolderListing::Kind kindOf(int folder, const dirent& entry) {
+    using Kind = FolderListing::Kind;
+    if (entry.d_type == DT_REG) return Kind::file;
+    if (entry.d_type == DT_DIR) return Kind::folder;
+    struct stat status;
+    const bool isLink = entry.d_type == DT_LNK;
+    if (::fstatat(folder, entry.d_name, &status, isLink ? 0 : AT_SYMLINK_NOFOLLOW) != 0) {
+        return Kind::file;
+    }
+    if (S_ISDIR(status.st_mode)) return isLink ? Kind::other : Kind::folder;
+    return Kind::file;
+}
+
+}  // namespace
+
+FolderListing::FolderListing(const std::string& path) {
+    const std::unique_ptr<DIR, CloseFolder> folder(::opendir(path.c_str()));
+    if (!folder) throw ReadError(std::strerror(errno));
+    for (errno = 0; const dirent* entry = ::readdir(folder.get()); errno = 0) {
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == "..") continue;
+        starts_.push_back(names_.size());
+        names_ += static_cast<char>(kindOf(::dirfd(folder.get()), *entry));
+        names_.append(name).push_back('\0');
+    }
+    if (errno != 0) throw ReadError(std::strerror(errno));
+    std::ranges::sort(starts_, {}, [&](std::size_t start) {
+        return std::string_view(names_.data() + start + 1);
+    });
+}
+
+bool FolderListing::hasFolder(std::string_view wanted) const noexcept {
+    for (std::size_t i = 0; i < size(); ++i) {
+        if (name(i) == wanted) return kind(i) == Kind::folder;
+    }
+    return false;
+}
+
+}  // namespace bouncecheck

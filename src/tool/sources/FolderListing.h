@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bouncecheck {
+
+/// The names in a folder, in their order as bytes, stored closely because a
+/// Maildir may have millions.
+class FolderListing {
+public:
+    enum class Kind : char { file, folder, other };
+
+    /// Reads the folder `path`. Throws ReadError.
+    explicit FolderListing(const std::string& path);
+
+    std::size_t size() const noexcept { return starts_.size(); }
+    /// Valid as long as the listing.
+    std::string_view name(std::size_t i) const noexcept { return names_.data() + starts_[i] + 1; }
+    /// A symbolic link is what it leads to, but to a folder it is `other`, since
+    /// links may go round in circles; one that leads nowhere is a file, and
+    /// opening it tells.
+    Kind kind(std::size_t i) const noexcept { return static_cast<Kind>(names_[starts_[i]]); }
+    bool hasFolder(std::string_view name) const noexcept;
+
+private:
+    /// Each with its kind before and a NUL behind it.
+    std::string names_;
+    std::vector<std::size_t> starts_;
+};
+
+}  // namespace bouncecheck

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace bouncecheck {
+
+/// What could not be read, in words for people.
+class ReadError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Bytes in order, from a file, a pipe or what unpacks one.
+class InputStream {
+public:
+    InputStream() = default;
+    InputStream(const InputStream&) = delete;
+    InputStream& operator=(const InputStream&) = delete;
+    virtual ~InputStream() = default;
+
+    /// Fills the front of `room` and returns how many bytes; 0 at the end. Throws
+    /// ReadError, and Interrupted when a signal wants the program to end.
+    virtual std::size_t read(std::span<char> room) = 0;
+    /// How many bytes are left; nothing when that is not known.
+    virtual std::optional<std::uint64_t> sizeLeft() const { return std::nullopt; }
+    /// How much of the whole was read, from 0 to 1; 0 when that is not known.
+    virtual double fractionRead() const { return 0; }
+};
+
+/// Opens a regular file, or a pipe by way of /dev/fd. Others are no mail and
+/// could block for ever: ReadError says what they are.
+std::unique_ptr<InputStream> openFile(const std::string& path);
+
+std::unique_ptr<InputStream> openStandardInput();
+
+/// `stream` itself, or what it holds when its first bytes are those of a gzip,
+/// xz or zstd file.
+std::unique_ptr<InputStream> unpacked(std::unique_ptr<InputStream> stream);
+
+}  // namespace bouncecheck
