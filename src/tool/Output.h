@@ -2,8 +2,11 @@
 
 #include <iosfwd>
 #include <memory>
+#include <vector>
 
 #include "tool/Classify.h"
+#include "tool/Fields.h"
+#include "tool/TerminalText.h"
 
 namespace bouncecheck {
 
@@ -15,21 +18,50 @@ public:
     Output& operator=(const Output&) = delete;
     virtual ~Output() = default;
 
+    /// What it needs to know of a message.
+    virtual Wanted wanted() const = 0;
     virtual void show(const Classified& message) = 0;
     /// Called once, after the last message.
     virtual void finish() {}
 };
 
 struct OutputParts {
+    /// Empty for the usual ones.
+    std::vector<const Field*> fields;
     bool data = false;
     bool trace = false;
 };
 
 /// Columns for people, and a count by verdict at the end. Nothing from a
 /// message can steer the terminal.
-std::unique_ptr<Output> makeTableOutput(std::ostream& out, OutputParts parts);
+std::unique_ptr<Output> makeTableOutput(std::ostream& out, OutputParts parts, Style style);
 
 /// One JSON object a line. Bytes that are not UTF-8 appear as U+FFFD.
 std::unique_ptr<Output> makeJsonOutput(std::ostream& out, OutputParts parts);
+
+/// CSV (RFC 4180, CRLF line ends) under a line of names. Line breaks and tabs
+/// stand in quotes; other control characters, which it has no place for, and bytes
+/// that are not UTF-8 appear as U+FFFD. Values are not changed to calm
+/// spreadsheets: an address may begin with '+' or '='.
+std::unique_ptr<Output> makeCsvOutput(std::ostream& out, OutputParts parts);
+
+/// Values between tabs under a line of names; control characters and the
+/// backslash as \t, \n, \r, \xNN and \\, which databases read back.
+std::unique_ptr<Output> makeTsvOutput(std::ostream& out, OutputParts parts);
+
+/// The distinct addresses that failed, sorted, one a line, domains in lower case:
+/// that of the verdict, and of a report every recipient that failed. With
+/// `ofFailures`, verdicts that are no failure add no address of their own.
+std::unique_ptr<Output> makeAddressOutput(std::ostream& out, bool ofFailures);
+
+enum class SummaryForm { text, json };
+
+/// Counts and shares by verdict, and the most frequent labels, domains and
+/// phrases.
+std::unique_ptr<Output> makeSummaryOutput(std::ostream& out, SummaryForm form, Style style);
+
+/// All about each message: what it is, by which rule and why, what to do, the
+/// steps as a tree and the text with what was found in it.
+std::unique_ptr<Output> makeExplainOutput(std::ostream& out, Style style);
 
 }  // namespace bouncecheck

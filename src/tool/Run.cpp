@@ -1,119 +1,196 @@
 #include "tool/Run.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
 #include <memory>
+#include <optional>
 #include <ostream>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <thread>
-#include <vector>
+#include <utility>
 
 #include "log/TraceTree.h"
+#include "text/Ascii.h"
 #include "tool/Classify.h"
+#include "tool/Interrupt.h"
 #include "tool/ListPhrases.h"
+#include "tool/MaildirSorter.h"
+#include "tool/Options.h"
 #include "tool/OrderedPipeline.h"
 #include "tool/Output.h"
+#include "tool/OutputFile.h"
+#include "tool/Progress.h"
 #include "tool/sources/Sources.h"
 
 namespace bouncecheck {
 namespace {
 
-struct Options {
-    std::vector<std::string> paths;
-    std::string format = "table";
-    OutputParts parts;
-    bool listPhrases = false;
+Style styleFor(const Options& options, const Terminal& terminal) {
+    const bool inTerminal = terminal.isOut && !options.outFile;
+    const bool isPlain = !ascii::viewOf(std::getenv("NO_COLOR")).empty() ||
+                         ascii::viewOf(std::getenv("TERM")) == "dumb";
+    const bool color =
+        options.color == "always" || (options.color == "auto" && inTerminal && !isPlain);
+    return {.color = color, .width = inTerminal ? terminal.width : 0};
+}
+
+std::unique_ptr<Output> makeOutput(const Options& options, std::ostream& out, Style style) {
+    if (options.addresses) return makeAddressOutput(out, options.filter.wantsAll());
+    if (options.explain) return makeExplainOutput(out, style);
+    const bool isJson = options.format == "json";
+    if (options.summary) {
+        return makeSummaryOutput(out, isJson ? SummaryForm::json : SummaryForm::text, style);
+    }
+    if (isJson) return makeJsonOutput(out, options.parts);
+    if (options.format == "csv") return makeCsvOutput(out, options.parts);
+    if (options.format == "tsv") return makeTsvOutput(out, options.parts);
+    return makeTableOutput(out, options.parts, style);
+}
+
+/// One run over all messages.
+class Batch {
+public:
+    Batch(const Options& options, std::ostream& out, std::ostream& err, const Terminal& terminal)
+        : options_(options),
+          out_(out),
+          err_(err),
+          // Where rows appear on the terminal nobody needs to be told.
+          progress_(err, terminal.isErr && (!terminal.isOut || options.outFile)),
+          output_(makeOutput(options, out, styleFor(options, terminal))) {
+        if (options.sortInto) sorter_.emplace(*options.sortInto);
+    }
+
+    int run() {
+        Wanted wanted = output_->wanted();
+        wanted.bytes = sorter_.has_value();
+        const std::size_t jobs =
+            options_.jobs > 0 ? options_.jobs : std::max(1u, std::thread::hardware_concurrency());
+        // Enough to keep a worker busy while the one before it has a large message.
+        constexpr std::size_t bytesPerWorker = std::size_t{4} << 20;
+        OrderedPipeline<SourceMessage, Classified> pipeline(
+            jobs, jobs * bytesPerWorker,
+            [wanted] {
+                return [classifier = std::make_shared<Classifier>(wanted)](SourceMessage message) {
+                    return classifier->classify(std::move(message));
+                };
+            },
+            [this](Classified message) { show(message); });
+        readSources(
+            options_.sources,
+            [&](SourceMessage message) {
+                constexpr std::size_t ofEmptyMessage = 4096;
+                const std::size_t weight = message.bytes.size() + ofEmptyMessage;
+                pipeline.push(std::move(message), weight);
+            },
+            [this](const std::string& source, const std::string& reason) {
+                tellProblem(source, reason);
+            });
+        pipeline.finish();
+        output_->finish();
+        if (sorter_) sorter_->finish();
+        progress_.clear();
+        return options_.exitType ? typeStatus() : status_;
+    }
+
+private:
+    void show(const Classified& message) {
+        throwIfInterrupted();
+        progress_.update(message.size, message.progress);
+        if (!message.problem.empty()) {
+            tellProblem(placeOf(message.source, message.index, message.inMailbox), message.problem);
+            return;
+        }
+        ++messages_;
+        lastType_ = message.type;
+        if (!options_.filter.wants(message.type)) return;
+        if (sorter_) sorter_->deliver(message);
+        output_->show(message);
+        // Nobody reads on: there is nothing left to work for.
+        if (!out_) throw std::runtime_error("the output could not be written");
+    }
+
+    void tellProblem(const std::string& source, const std::string& reason) {
+        progress_.clear();
+        err_ << "bouncecheck: " << escapeControls(source) << ": " << reason << '\n';
+        status_ = EXIT_SOME_UNREADABLE;
+    }
+
+    int typeStatus() {
+        if (status_ != EXIT_ALL_CLASSIFIED) return status_;
+        if (messages_ == 1) return EXIT_TYPE_BASE + lastType_;
+        err_ << "bouncecheck: --exit-type takes one message, not " << messages_ << '\n';
+        return EXIT_SOME_UNREADABLE;
+    }
+
+    const Options& options_;
+    std::ostream& out_;
+    std::ostream& err_;
+    Progress progress_;
+    std::unique_ptr<Output> output_;
+    std::optional<MaildirSorter> sorter_;
+    int status_ = EXIT_ALL_CLASSIFIED;
+    std::size_t messages_ = 0;
+    int lastType_ = 0;
 };
 
-void declare(CLI::App& app, Options& options) {
-    app.set_version_flag("--version", "bouncecheck " BOUNCECHECK_VERSION);
-    CLI::Option* paths =
-        app.add_option("PATH", options.paths,
-                       "Message files, or folders of them; '-' or none reads one message from "
-                       "standard input");
-    app.add_option("--format", options.format, "How to show the verdicts")
-        ->check(CLI::IsMember({"table", "json"}))
-        ->capture_default_str();
-    app.add_flag("--trace", options.parts.trace, "Show every step on the way to a verdict");
-    app.add_flag("--data", options.parts.data, "Show the text that was decided upon");
-    app.add_flag("--list-phrases", options.listPhrases,
-                 "Print every phrase, pattern, marker and rule as JSON lines, and stop")
-        ->excludes(paths);
-    app.footer(
-        "Exit status: 0 when all messages were classified, 1 when something could not be read\n"
-        "(the rest is still done), 2 for wrong usage.");
-}
-
-int classifyAll(Options options, std::ostream& out, std::ostream& err) {
-    if (options.paths.empty()) {
-        if (isatty(STDIN_FILENO)) err << "bouncecheck: reading a message from the terminal\n";
-        options.paths.emplace_back("-");
-    }
-    const auto output = options.format == "json" ? makeJsonOutput(out, options.parts)
-                                                 : makeTableOutput(out, options.parts);
-    int status = EXIT_ALL_CLASSIFIED;
-    const auto tellProblem = [&](const std::string& source, const std::string& reason) {
-        err << "bouncecheck: " << escapeControls(source) << ": " << reason << '\n';
-        status = EXIT_SOME_UNREADABLE;
-    };
-    const Wanted wanted = {.data = options.parts.data, .trace = options.parts.trace};
-    const std::size_t jobs = std::max(1u, std::thread::hardware_concurrency());
-    OrderedPipeline<SourceMessage, Classified> pipeline(
-        jobs, jobs * 4000000,
-        [&] {
-            const auto classifier = std::make_shared<Classifier>(wanted);
-            return [classifier](SourceMessage m) { return classifier->classify(std::move(m)); };
-        },
-        [&](Classified message) { output->show(message); });
-    SourceOptions sources;
-    sources.paths = options.paths;
-    readSources(
-        sources,
-        [&](SourceMessage message) {
-            const std::size_t weight = message.bytes.size() + 4096;
-            pipeline.push(std::move(message), weight);
-        },
-        tellProblem);
-    pipeline.finish();
-    output->finish();
-    return status;
-}
-
-int runWith(Options options, std::ostream& out, std::ostream& err) {
+int writeTo(std::ostream& out, std::ostream& err, const Options& options,
+            const Terminal& terminal) {
     int status = EXIT_ALL_CLASSIFIED;
     if (options.listPhrases) {
         listPhrases(out);
     } else {
-        status = classifyAll(std::move(options), out, err);
+        status = Batch(options, out, err, terminal).run();
     }
-    if (!out.flush()) {
-        err << "bouncecheck: the output could not be written\n";
-        return EXIT_SOME_UNREADABLE;
+    if (!out.flush()) throw std::runtime_error("the output could not be written");
+    return status;
+}
+
+int runWith(Options options, std::ostream& out, std::ostream& err, const Terminal& terminal) {
+    SourceOptions& sources = options.sources;
+    if (sources.paths.empty() && !sources.listFile && !options.listPhrases) {
+        if (isatty(STDIN_FILENO)) err << "bouncecheck: reading a message from the terminal\n";
+        sources.paths.emplace_back("-");
     }
+    if (options.outFile || options.sortInto) noteSignals();
+    // What is sorted into a folder below a source is no source.
+    if (options.sortInto) sources.excludedFolder = *options.sortInto;
+    if (!options.outFile) return writeTo(out, err, options, terminal);
+    OutputFile file(*options.outFile);
+    const int status = writeTo(file.stream(), err, options, terminal);
+    throwIfInterrupted();
+    file.commit();
     return status;
 }
 
 }  // namespace
 
-int runTool(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
+Terminal standardTerminal() {
+    Terminal terminal = {.isOut = isatty(STDOUT_FILENO) != 0, .isErr = isatty(STDERR_FILENO) != 0};
+    winsize size = {};
+    if (terminal.isOut && ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
+        terminal.width = size.ws_col;
+    }
+    return terminal;
+}
+
+int runTool(int argc, const char* const* argv, std::ostream& out, std::ostream& err,
+            const Terminal& terminal) {
     try {
-        CLI::App app("Tells what returned and automatic e-mail means.", "bouncecheck");
-        Options options;
-        declare(app, options);
-        try {
-            app.parse(argc, argv);
-        } catch (const CLI::Success& request) {  // --help, --version
-            return app.exit(request, out, err);
-        } catch (const CLI::ParseError& error) {
-            err << "bouncecheck: " << escapeControls(error.what()) << " (see --help)\n";
-            return EXIT_WRONG_USAGE;
-        }
-        return runWith(std::move(options), out, err);
+        int status = EXIT_ALL_CLASSIFIED;
+        std::optional<Options> options = parseOptions(argc, argv, out, err, status);
+        if (!options) return status;
+        return runWith(std::move(*options), out, err, terminal);
+    } catch (const Interrupted&) {
+        err.flush();
+        endByNotedSignal();
     } catch (const std::exception& error) {
-        err << "bouncecheck: " << error.what() << '\n';
+        err << "bouncecheck: " << escapeControls(error.what()) << '\n';
         return EXIT_SOME_UNREADABLE;
     }
 }

@@ -1,71 +1,116 @@
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <ostream>
-#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "bounce/BounceType.h"
 #include "log/TraceTree.h"
+#include "text/Ascii.h"
 #include "text/Utf8.h"
 #include "tool/Output.h"
 
 namespace bouncecheck {
 namespace {
 
-/// Wide enough for the longest verdict and label, and for most addresses; a
-/// longer one pushes the rest of its line to the right.
-constexpr std::size_t verdictWidth = 13;
-constexpr std::size_t labelWidth = 8;
-constexpr std::size_t addressWidth = 38;
-
-std::string printable(std::string_view text) {
-    std::string wellFormed;
-    appendWellFormed(wellFormed, text);
-    return escapeControls(wellFormed);
+std::string headingOf(const Field& field) {
+    if (field.name == "name") return "VERDICT";
+    if (field.name == "label") return "RULE";
+    if (field.name == "location") return "SOURCE";
+    std::string heading(field.name);
+    for (char& c : heading) c = ascii::toUpper(c);
+    return heading;
 }
 
-/// How many columns UTF-8 text takes, wide characters counted as one.
-std::size_t columns(std::string_view text) noexcept {
-    std::size_t count = 0;
-    for (const char c : text) count += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    return count;
-}
-
-std::string cell(std::string_view text, std::size_t width) {
-    std::string out = text.empty() ? "-" : printable(text);
-    const std::size_t used = columns(out);
-    return out.append(used < width ? width - used : 1, ' ');
+/// The columns' widths in a terminal, so that they fill `total` with a blank
+/// between them.
+std::vector<std::size_t> widthsWithin(const std::vector<const Field*>& fields, std::size_t total) {
+    constexpr std::size_t narrowest = 4;
+    std::vector<std::size_t> widths;
+    std::size_t sum = fields.size() - 1;
+    for (const Field* field : fields) {
+        widths.push_back(std::max(field->width, headingOf(*field).size()));
+        sum += widths.back();
+    }
+    while (sum > total) {
+        const auto widest = std::ranges::max_element(widths);
+        if (*widest <= narrowest) break;
+        --*widest;
+        --sum;
+    }
+    if (sum < total) widths.back() += total - sum;
+    return widths;
 }
 
 class TableOutput final : public Output {
 public:
-    TableOutput(std::ostream& out, OutputParts parts) : out_(out), parts_(parts) {}
+    TableOutput(std::ostream& out, OutputParts parts, Style style)
+        : out_(out), parts_(std::move(parts)), style_(style) {
+        if (parts_.fields.empty()) parts_.fields = parseFields("name,label,address,location");
+        if (style_.width > 0) {
+            widths_ = widthsWithin(parts_.fields, style_.width);
+        } else {
+            for (const Field* field : parts_.fields) widths_.push_back(field->width);
+        }
+    }
+
+    Wanted wanted() const override {
+        Wanted wanted = {.data = parts_.data, .trace = parts_.trace};
+        addWanted(parts_.fields, wanted);
+        return wanted;
+    }
 
     void show(const Classified& message) override {
-        if (counts_.empty()) showRow("VERDICT", "RULE", "ADDRESS", "SOURCE");
+        if (counts_.empty()) {
+            std::string row;
+            for (std::size_t i = 0; i < widths_.size(); ++i) {
+                row += cell(headingOf(*parts_.fields[i]), i);
+            }
+            out_ << style_.paint(row, "1") << '\n';
+        }
         ++counts_[message.type];
-        showRow(bounceTypeName(message.type), message.label, message.address, message.source);
+        for (std::size_t i = 0; i < widths_.size(); ++i) {
+            const Field& field = *parts_.fields[i];
+            const bool isVerdict = field.name == "name" || field.name == "type";
+            out_ << style_.paint(cell(field.read(message), i),
+                                 isVerdict ? colorOf(message.type) : std::string_view());
+        }
+        out_ << '\n';
         if (parts_.trace) showTrace(message.trace);
         if (parts_.data) showData(message.data);
     }
 
     void finish() override {
+        constexpr std::size_t nameWidth = 13;
         if (counts_.empty()) return;
         std::size_t total = 0;
+        const auto showCount = [&](std::string_view name, std::size_t count,
+                                   std::string_view color) {
+            out_ << style_.paint(name, color) << std::string(nameWidth - name.size(), ' ') << count
+                 << '\n';
+        };
         out_ << '\n';
         for (const auto& [type, count] : counts_) {
-            out_ << cell(bounceTypeName(type), verdictWidth) << count << '\n';
+            showCount(bounceTypeName(type), count, colorOf(type));
             total += count;
         }
-        out_ << cell("messages", verdictWidth) << total << '\n';
+        showCount("messages", total, "");
     }
 
 private:
-    void showRow(std::string_view verdict, std::string_view label, std::string_view address,
-                 std::string_view source) {
-        out_ << cell(verdict, verdictWidth) << cell(label, labelWidth)
-             << cell(address, addressWidth) << printable(source) << '\n';
+    /// One value, and what divides it from the next. In a pipe a longer value
+    /// pushes the rest of its line to the right; in a terminal it is cut.
+    std::string cell(std::string_view value, std::size_t column) const {
+        const bool isLast = column + 1 == widths_.size();
+        const std::size_t width = widths_[column];
+        std::string text = value.empty() ? "-" : printable(value);
+        if (style_.width > 0) text = fitted(text, width, parts_.fields[column]->cut);
+        if (isLast) return text;
+        const std::size_t used = columns(text);
+        return text.append(used < width ? width - used + 1 : 1, ' ');
     }
 
     void showTrace(std::span<const LogTrace::Event> trace) {
@@ -87,13 +132,15 @@ private:
 
     std::ostream& out_;
     OutputParts parts_;
+    Style style_;
+    std::vector<std::size_t> widths_;
     std::map<int, std::size_t> counts_;
 };
 
 }  // namespace
 
-std::unique_ptr<Output> makeTableOutput(std::ostream& out, OutputParts parts) {
-    return std::make_unique<TableOutput>(out, parts);
+std::unique_ptr<Output> makeTableOutput(std::ostream& out, OutputParts parts, Style style) {
+    return std::make_unique<TableOutput>(out, std::move(parts), style);
 }
 
 }  // namespace bouncecheck

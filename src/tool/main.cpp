@@ -4,5 +4,5 @@
 
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
-    return bouncecheck::runTool(argc, argv, std::cout, std::cerr);
+    return bouncecheck::runTool(argc, argv, std::cout, std::cerr, bouncecheck::standardTerminal());
 }

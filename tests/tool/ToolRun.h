@@ -30,12 +30,12 @@ struct ToolRun {
     }
 };
 
-inline ToolRun run(std::vector<std::string> arguments) {
+inline ToolRun run(const std::vector<std::string>& arguments, const Terminal& terminal = {}) {
     std::vector<const char*> argv = {"bouncecheck"};
     for (const std::string& argument : arguments) argv.push_back(argument.c_str());
     std::ostringstream out;
     std::ostringstream err;
-    const int status = runTool(static_cast<int>(argv.size()), argv.data(), out, err);
+    const int status = runTool(static_cast<int>(argv.size()), argv.data(), out, err, terminal);
     return {status, out.str(), err.str()};
 }
 

@@ -13,11 +13,20 @@ TEST_F(Tool, PrintsOneJsonObjectForEachMessage) {
     EXPECT_EQ(result.status, EXIT_ALL_CLASSIFIED);
     EXPECT_EQ(result.err, "");
     const Json letter = {{"source", path("10/letter")},
+                         {"index", 1},
+                         {"recipients", Json::array()},
+                         {"report", Json::object()},
+                         {"returned", Json::object()},
                          {"type", 0},
                          {"name", "none"},
                          {"label", nullptr},
                          {"address", ""}};
     const Json report = {{"source", path("2.eml")},
+                         {"index", 1},
+                         {"recipients", Json::parse(R"([{"final_recipient":"a@x.example",
+                                                         "action":"failed"}])")},
+                         {"report", Json::object()},
+                         {"returned", Json::object()},
                          {"type", 1},
                          {"name", "hard"},
                          {"label", "1.mri"},
@@ -85,12 +94,29 @@ TEST_F(Tool, ListsEveryRowOfEveryTable) {
 }
 
 TEST_F(Tool, TellsWrongUsageInOneLine) {
-    for (const auto& arguments : {std::vector<std::string>{"--format", "xml"},
-                                  std::vector<std::string>{"--no-such-option"}}) {
+    const std::vector<std::string> mistakes[] = {
+        {"--format", "xml"},
+        {"--no-such-option"},
+        {"--fields", "name,nme"},
+        {"--only", "hard,4"},
+        {"--not", ""},
+        {"--max-message-size", "5x"},
+        {"-j", "0"},
+        {"-0"},
+        {"--max-message-size", "99999999999g"},
+        {"--color", "yes"},
+        {"--summary", "--data"},
+        {"--addresses", "--format", "json"},
+        {"--list-phrases", "x"},
+        {"--explain", "--trace"},
+        {"--format", "csv", "--summary"},
+        {"--format", "tsv", "--trace"},
+    };
+    for (const auto& arguments : mistakes) {
         const ToolRun result = run(arguments);
         EXPECT_EQ(result.status, EXIT_WRONG_USAGE);
         EXPECT_EQ(result.out, "");
-        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1);
+        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << arguments.front();
     }
     EXPECT_EQ(run({"--help"}).status, EXIT_ALL_CLASSIFIED);
     EXPECT_TRUE(run({"--version"}).out.starts_with("bouncecheck "));

@@ -1,0 +1,244 @@
+#include <algorithm>
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bounce/BounceType.h"
+#include "bounce/PhraseTables.h"
+#include "log/TraceTree.h"
+#include "text/Search.h"
+#include "text/Utf8.h"
+#include "tool/Output.h"
+#include "tool/RuleHelp.h"
+
+namespace bouncecheck {
+namespace {
+
+constexpr std::string_view margin = "  ";
+constexpr std::string_view emphasis = "1;7";
+
+/// The first phrase of the rule's tables that stands in `text`, for rules that do
+/// not say which it was.
+std::string_view phraseIn(std::string_view text, const RuleHelp& rule) {
+    for (const std::string_view name : rule.tables) {
+        for (const PhraseTable& table : phraseTables()) {
+            if (table.name != name) continue;
+            for (const char* phrase : table.phrases) {
+                if (containsNoCase(text, phrase)) return phrase;
+            }
+        }
+    }
+    return {};
+}
+
+std::vector<std::string_view> linesOf(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        lines.push_back(line);
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return lines;
+}
+
+/// Part of a line, in bytes.
+struct Mark {
+    std::size_t begin;
+    std::size_t size;
+};
+
+/// Where `wanted` first stands in `line`; a size of 0 when it does not.
+Mark markOf(std::string_view line, std::string_view wanted) {
+    const std::size_t at = wanted.empty() ? npos : findBytesNoCase(line, wanted);
+    return at == npos ? Mark{0, 0} : Mark{at, wanted.size()};
+}
+
+class ExplainOutput final : public Output {
+public:
+    ExplainOutput(std::ostream& out, Style style) : out_(out), style_(style) {}
+
+    Wanted wanted() const override {
+        return {.facts = true, .header = true, .data = true, .trace = true};
+    }
+
+    void show(const Classified& message) override {
+        if (!isFirst_) out_ << '\n';
+        isFirst_ = false;
+        const RuleHelp* rule = helpForLabel(message.label);
+        const TypeHelp* type = helpForType(message.type);
+        std::string_view phrase = message.phrase;
+        if (phrase.empty() && rule) phrase = phraseIn(message.data, *rule);
+        if (phrase.empty() && rule) phrase = phraseIn(message.subject, *rule);
+
+        out_ << style_.paint(printable(placeOf(message.source, message.index, message.inMailbox)),
+                             "1")
+             << '\n';
+        showFact("Subject", message.subject);
+        showFact("From", message.from);
+        showFact("Verdict", verdictOf(message, type, rule), colorOf(message.type));
+        showFact("Address", message.address.empty() ? "none" : message.address);
+        showFact("Rule", ruleOf(message, rule));
+        showFact("Phrase", phrase);
+        showFact("Do", adviceFor(message.type, message.label));
+        showFacts(message.facts);
+        showSteps(message);
+        showText(message, phrase);
+    }
+
+private:
+    static std::string verdictOf(const Classified& message, const TypeHelp* type,
+                                 const RuleHelp* rule) {
+        std::string text = bounceTypeName(message.type);
+        text.append(" (").append(std::to_string(message.type)).append("): ");
+        if (rule) return text.append(rule->meaning);
+        return text.append(type ? type->meaning : std::string_view());
+    }
+
+    static std::string ruleOf(const Classified& message, const RuleHelp* rule) {
+        if (rule) return message.label + ": " + std::string(rule->looksFor);
+        if (!message.label.empty()) return message.label;
+        if (message.type == BOUNCE_NONE) return "none held";
+        return "a row of the rule table, which has no label";
+    }
+
+    void showFacts(const Facts& facts) {
+        showFact("Reported by", facts.reportingMta);
+        constexpr std::size_t mostRecipients = 5;
+        for (std::size_t i = 0; i < std::min(facts.recipients.size(), mostRecipients); ++i) {
+            const RecipientFacts& r = facts.recipients[i];
+            std::string text = r.originalRecipient;
+            if (text.empty()) {
+                text = r.finalRecipient;
+            } else if (!r.finalRecipient.empty() && r.finalRecipient != text) {
+                text.append(" -> ").append(r.finalRecipient);
+            }
+            for (const std::string& more : {r.action, r.status, r.diagnosticCode}) {
+                if (!more.empty()) text.append(", ").append(more);
+            }
+            showFact("Recipient", text);
+        }
+        if (facts.recipients.size() > mostRecipients) {
+            showFact("", "... and " + std::to_string(facts.recipients.size() - mostRecipients) +
+                             " more");
+        }
+        std::string returned = facts.returned.messageId;
+        if (!facts.returned.to.empty()) returned.append(" to ").append(facts.returned.to);
+        showFact("Returned", returned);
+    }
+
+    void showFact(std::string_view name, std::string_view value, std::string_view color = "") {
+        constexpr std::size_t nameWidth = 13;
+        if (value.empty()) return;
+        std::string text = printable(value);
+        out_ << margin << style_.paint(name, "1") << std::string(nameWidth - name.size(), ' ');
+        const std::size_t used = margin.size() + nameWidth;
+        if (style_.width <= used + 20) {
+            out_ << style_.paint(text, color) << '\n';
+            return;
+        }
+        // Broken between words, and below each other.
+        const std::size_t room = style_.width - used;
+        while (columns(text) > room) {
+            std::size_t cut = text.rfind(' ', fitted(text, room).size());
+            if (cut == npos || cut == 0) break;
+            out_ << style_.paint(text.substr(0, cut), color) << '\n' << std::string(used, ' ');
+            text.erase(0, cut + 1);
+        }
+        out_ << style_.paint(fitted(text, room), color) << '\n';
+    }
+
+    void showSteps(const Classified& message) {
+        out_ << '\n' << margin << style_.paint("Steps", "1") << '\n';
+        std::string tree;
+        appendWellFormed(tree,
+                         traceTree(message.trace, {.margin = "    ",
+                                                   .markedEvent = decidingEvent(message.trace),
+                                                   .mark = "   <== decides",
+                                                   .maxValueBytes = 120}));
+        for (const std::string_view line : linesOf(tree)) {
+            const bool decides = line.ends_with("<== decides");
+            out_ << style_.paint(inWidth(line), decides ? emphasis : std::string_view()) << '\n';
+        }
+    }
+
+    std::string inWidth(std::string_view line) const {
+        return style_.width > 0 ? fitted(line, style_.width) : std::string(line);
+    }
+
+    /// The lines with the phrase or the address and those around them; the first
+    /// lines when neither stands in one line.
+    void showText(const Classified& message, std::string_view phrase) {
+        constexpr std::size_t around = 2;
+        constexpr std::size_t firstLines = 12;
+        const std::vector<std::string_view> lines = linesOf(message.data);
+        if (lines.empty()) return;
+        std::vector<bool> isShown(lines.size());
+        std::vector<Mark> marks(lines.size());
+        const auto markFirst = [&](std::string_view wanted) {
+            for (std::size_t i = 0; i < lines.size(); ++i) {
+                const Mark mark = markOf(lines[i], wanted);
+                if (mark.size == 0) continue;
+                if (marks[i].size == 0) marks[i] = mark;
+                const std::size_t first = i - std::min(i, around);
+                const std::size_t last = std::min(i + around + 1, lines.size());
+                std::fill(isShown.begin() + static_cast<std::ptrdiff_t>(first),
+                          isShown.begin() + static_cast<std::ptrdiff_t>(last), true);
+                return;
+            }
+        };
+        markFirst(phrase);
+        markFirst(message.address);
+        if (std::ranges::find(isShown, true) == isShown.end()) {
+            std::fill_n(isShown.begin(), std::min(firstLines, lines.size()), true);
+        }
+
+        out_ << '\n' << margin << style_.paint("Text", "1") << '\n';
+        bool isGap = false;
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            if (isShown[i]) showLine(lines[i], marks[i]);
+            if (!isShown[i] && !isGap) out_ << "    ...\n";
+            isGap = !isShown[i];
+        }
+    }
+
+    void showLine(std::string_view line, Mark mark) {
+        constexpr std::string_view before = "    | ";
+        constexpr std::size_t longestLine = 300;
+        if (line.size() > longestLine) {
+            // What is marked stays in sight.
+            const std::size_t start = mark.begin + mark.size > longestLine
+                                          ? mark.begin - std::min(mark.begin, around_)
+                                          : 0;
+            line = line.substr(start, longestLine);
+            mark.begin -= std::min(mark.begin, start);
+            mark.size = std::min(mark.size, line.size() - std::min(line.size(), mark.begin));
+        }
+        const std::string front = printable(line.substr(0, mark.begin));
+        const std::string marked = printable(line.substr(mark.begin, mark.size));
+        const std::string rest = printable(line.substr(mark.begin + mark.size));
+        out_ << before << front << style_.paint(marked, mark.size > 0 ? emphasis : "") << rest
+             << '\n';
+        if (!style_.color && mark.size > 0) {
+            out_ << before << std::string(columns(front), ' ') << std::string(columns(marked), '^')
+                 << '\n';
+        }
+    }
+
+    static constexpr std::size_t around_ = 60;
+
+    std::ostream& out_;
+    Style style_;
+    bool isFirst_ = true;
+};
+
+}  // namespace
+
+std::unique_ptr<Output> makeExplainOutput(std::ostream& out, Style style) {
+    return std::make_unique<ExplainOutput>(out, style);
+}
+
+}  // namespace bouncecheck

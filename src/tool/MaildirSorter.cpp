@@ -1,0 +1,82 @@
+#include "tool/MaildirSorter.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <stdexcept>
+
+#include "bounce/BounceType.h"
+#include "tool/OutputFile.h"
+#include "tool/UniqueFd.h"
+
+namespace bouncecheck {
+namespace {
+
+[[noreturn]] void fail(const std::string& path) {
+    throw std::runtime_error(path + ": " + std::strerror(errno));
+}
+
+/// Mail is private.
+void makeFolder(const std::string& path) {
+    if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST) fail(path);
+}
+
+std::string hostName() {
+    std::array<char, 256> name = {};
+    ::gethostname(name.data(), name.size() - 1);
+    std::string host = name.data();
+    for (char& c : host) {
+        if (c == '/' || c == ':') c = '_';
+    }
+    return host.empty() ? "localhost" : host;
+}
+
+}  // namespace
+
+void MaildirSorter::makeMaildir(const std::string& maildir) {
+    if (!maildirs_.insert(maildir).second) return;
+    std::error_code error;
+    std::filesystem::create_directories(folder_, error);
+    if (error) throw std::runtime_error(folder_ + ": " + error.message());
+    for (const char* part : {"", "/tmp", "/new", "/cur"}) makeFolder(maildir + part);
+}
+
+/// A name that no other delivery has, now or later, on this host or another.
+std::string MaildirSorter::nextName() {
+    using namespace std::chrono;
+    const auto now = system_clock::now().time_since_epoch();
+    const auto seconds = duration_cast<std::chrono::seconds>(now);
+    const auto micro = duration_cast<microseconds>(now - seconds);
+    return std::to_string(seconds.count()) + ".M" + std::to_string(micro.count()) + "P" +
+           std::to_string(::getpid()) + "Q" + std::to_string(++count_) + "." + hostName();
+}
+
+void MaildirSorter::deliver(const Classified& message) {
+    const std::string maildir = folder_ + "/" + bounceTypeName(message.type);
+    makeMaildir(maildir);
+    const std::string name = nextName();
+    const std::string temporary = maildir + "/tmp/" + name;
+    UniqueFd fd(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!fd) fail(temporary);
+    const bool isDelivered =
+        writeAll(fd.get(), message.bytes.data(), message.bytes.size()) && ::fsync(fd.get()) == 0 &&
+        fd.reset() && std::rename(temporary.c_str(), (maildir + "/new/" + name).c_str()) == 0;
+    if (isDelivered) return;
+    const int reason = errno;
+    ::unlink(temporary.c_str());
+    errno = reason;
+    fail(maildir);
+}
+
+void MaildirSorter::finish() {
+    for (const std::string& maildir : maildirs_) syncFolderOf(maildir + "/new/");
+}
+
+}  // namespace bouncecheck

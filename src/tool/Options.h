@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+#include "tool/Output.h"
+#include "tool/TypeFilter.h"
+#include "tool/sources/Sources.h"
+
+namespace bouncecheck {
+
+/// What the command line asks for.
+struct Options {
+    SourceOptions sources;
+    std::string format = "table";
+    OutputParts parts;
+    TypeFilter filter;
+    bool summary = false;
+    bool addresses = false;
+    bool explain = false;
+    bool exitType = false;
+    bool listPhrases = false;
+    std::string color = "auto";
+    /// Threads; 0 for as many as there are cores.
+    std::size_t jobs = 0;
+    std::optional<std::string> outFile;
+    std::optional<std::string> sortInto;
+};
+
+/// Reads the arguments of `main`. Nothing when the work ends here: help or version
+/// were printed, or one line about wrong usage, and `status` is that to exit with.
+std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostream& out,
+                                    std::ostream& err, int& status);
+
+}  // namespace bouncecheck

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace bouncecheck {
+
+/// `text` as well-formed UTF-8 without control characters: nothing from a message
+/// breaks a line or steers a terminal.
+std::string printable(std::string_view text);
+
+/// How many columns of a terminal `text` (UTF-8) takes.
+std::size_t columns(std::string_view text) noexcept;
+
+enum class Cut { end, front };
+
+/// `text`, printable already, in at most `width` columns; "…" stands for what had
+/// to go.
+std::string fitted(std::string_view text, std::size_t width, Cut cut = Cut::end);
+
+/// Whether and how wide the output is decorated.
+struct Style {
+    bool color = false;
+    /// Columns of the terminal; 0 when lines may be of any length.
+    std::size_t width = 0;
+
+    /// `text` in a colour: the parameters of a SGR sequence (ECMA-48), such as "31".
+    std::string paint(std::string_view text, std::string_view sgr) const;
+};
+
+/// The colour of a verdict, for `paint`.
+std::string_view colorOf(int type) noexcept;
+
+}  // namespace bouncecheck
