@@ -143,12 +143,18 @@ private:
         // Broken between words, and below each other.
         const std::size_t room = style_.width - used;
         while (columns(text) > room) {
-            std::size_t cut = text.rfind(' ', fitted(text, room).size());
+            const std::size_t cut = text.rfind(' ', bytesWithin(text, room));
             if (cut == npos || cut == 0) break;
             out_ << style_.paint(text.substr(0, cut), color) << '\n' << std::string(used, ' ');
             text.erase(0, cut + 1);
         }
         out_ << style_.paint(fitted(text, room), color) << '\n';
+    }
+
+    /// How many bytes of `text`, which is longer, fill so many columns.
+    static std::size_t bytesWithin(std::string_view text, std::size_t width) {
+        constexpr std::string_view ellipsis = "\xE2\x80\xA6";
+        return fitted(text, width + 1).size() - ellipsis.size();
     }
 
     void showSteps(const Classified& message) {
@@ -207,12 +213,15 @@ private:
 
     void showLine(std::string_view line, Mark mark) {
         constexpr std::string_view before = "    | ";
-        constexpr std::size_t longestLine = 300;
+        const std::size_t longestLine =
+            style_.width > 2 * before.size() ? style_.width - before.size() : 300;
         if (line.size() > longestLine) {
             // What is marked stays in sight.
-            const std::size_t start = mark.begin + mark.size > longestLine
-                                          ? mark.begin - std::min(mark.begin, around_)
-                                          : 0;
+            constexpr std::size_t inFront = 20;
+            std::size_t start = mark.begin + mark.size > longestLine
+                                    ? mark.begin - std::min(mark.begin, inFront)
+                                    : 0;
+            while (start > 0 && (static_cast<unsigned char>(line[start]) & 0xC0) == 0x80) --start;
             line = line.substr(start, longestLine);
             mark.begin -= std::min(mark.begin, start);
             mark.size = std::min(mark.size, line.size() - std::min(line.size(), mark.begin));
@@ -227,8 +236,6 @@ private:
                  << '\n';
         }
     }
-
-    static constexpr std::size_t around_ = 60;
 
     std::ostream& out_;
     Style style_;

@@ -176,7 +176,7 @@ TEST_F(OutputTest, ExplainsAVerdict) {
              "<== decides\n",
              "    | The following address(es) failed:\n",
              "    |     over \\x1B[2J quota: mailbox is full\n",
-             "    |                            ^^^^^^^^^^^^^^\n",
+             "    |                          ^^^^^^^^^^^^^^\n",
          }) {
         EXPECT_NE(text.find(part), std::string::npos) << part << "in\n" << text;
     }
