@@ -49,10 +49,10 @@ void expectAsSearched(std::string_view text) {
     }
     ASSERT_EQ(told, markers);
 
-    for (std::size_t i = 0, told = 0; *BounceSubjectList[i]; ++i) {
-        if (told < i || i == 0) told = scan.nextPattern(BounceSubjectList, i);
+    for (std::size_t i = 0, next = 0; *BounceSubjectList[i]; ++i) {
+        if (next < i || i == 0) next = scan.nextPattern(BounceSubjectList, i);
         if (wildcardMatch(text, BounceSubjectList[i], LetterCase::ignored)) {
-            ASSERT_EQ(told, i) << BounceSubjectList[i];
+            ASSERT_EQ(next, i) << BounceSubjectList[i];
         }
     }
     ASSERT_EQ(scan.has("antispam"), contains(text, "antispam"));
