@@ -6,25 +6,28 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include "bounce/PhraseTables.h"
+#include "text/Ascii.h"
 
 namespace bouncecheck {
 namespace {
 
 TEST(RuleHelp, KnowsEveryLabelOfTheSourcesAndNoOther) {
-    const std::regex label("Bounce type:? ([0-9][^\"]*)\"");
+    constexpr std::string_view said = "Bounce type";
     std::set<std::string> inSources;
     for (const auto& entry : std::filesystem::directory_iterator(BOUNCE_SOURCES)) {
         if (entry.path().extension() != ".cpp") continue;
         std::ifstream file(entry.path());
         const std::string text{std::istreambuf_iterator<char>(file), {}};
-        for (std::sregex_iterator it(text.begin(), text.end(), label), end; it != end; ++it) {
-            inSources.insert((*it)[1]);
+        for (std::size_t at = text.find(said); at != text.npos; at = text.find(said, at)) {
+            at = text.find_first_not_of(": ", at + said.size());
+            if (at == text.npos || !isDigit(text[at])) continue;
+            inSources.insert(text.substr(at, text.find('"', at) - at));
         }
     }
     std::set<std::string> inTable;

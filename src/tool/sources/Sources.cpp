@@ -8,6 +8,7 @@
 #include <iostream>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -29,7 +30,8 @@ struct Stretch {
     }
 };
 
-enum class FileKind { messageOrMailbox, message };
+/// Whether the first bytes decide what a file is.
+enum class FileKind { either, message };
 
 class SourceReader {
 public:
@@ -80,7 +82,7 @@ private:
         if (path != "-" && ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
             readFolder(path, stretch);
         } else {
-            readFile(path, FileKind::messageOrMailbox, stretch);
+            readFile(path, FileKind::either, stretch);
         }
     }
 
@@ -92,39 +94,59 @@ private:
 
     void readFolder(const std::string& folder, Stretch stretch) {
         if (isExcluded(folder)) return;
-        tellingProblems(folder, [&] {
-            const FolderListing listing(folder);
-            const bool isMaildir = listing.hasFolder("cur") && listing.hasFolder("new");
-            for (std::size_t i = 0; i < listing.size(); ++i) {
-                const std::string_view name = listing.name(i);
-                const std::string path = below(folder, name);
-                const Stretch part = stretch.part(i, listing.size());
-                const auto kind = listing.kind(i);
-                if (kind == FolderListing::Kind::folder) {
-                    const bool holdsMessages = name == "cur" || name == "new";
-                    if (isMaildir && holdsMessages) {
-                        readMessages(path, part);
-                    } else if (!isMaildir || name != "tmp") {
-                        readFolder(path, part);
-                    }
-                } else if (kind == FolderListing::Kind::file && !isMaildir) {
-                    // What else lies in a Maildir are the notes of mail servers.
-                    readFile(path, FileKind::messageOrMailbox, part);
-                }
+        const std::optional<FolderListing> listing = list(folder);
+        if (!listing) return;
+        if (listing->hasFolder("cur") && listing->hasFolder("new")) {
+            readMaildir(folder, *listing, stretch);
+            return;
+        }
+        for (std::size_t i = 0; i < listing->size(); ++i) {
+            const std::string path = below(folder, listing->name(i));
+            const Stretch part = stretch.part(i, listing->size());
+            switch (listing->kind(i)) {
+                case FolderListing::Kind::folder: readFolder(path, part); break;
+                case FolderListing::Kind::file: readFile(path, FileKind::either, part); break;
+                case FolderListing::Kind::other: break;
             }
-        });
+        }
     }
 
-    /// Reads `cur` or `new` of a Maildir.
-    void readMessages(const std::string& folder, Stretch stretch) {
-        tellingProblems(folder, [&] {
-            const FolderListing listing(folder);
-            for (std::size_t i = 0; i < listing.size(); ++i) {
-                if (listing.kind(i) != FolderListing::Kind::file) continue;
-                readFile(below(folder, listing.name(i)), FileKind::message,
-                         stretch.part(i, listing.size()));
+    /// The messages in `cur` and `new`, and the Maildirs inside. `tmp` is never
+    /// looked at, and files beside them are the notes of mail servers.
+    void readMaildir(const std::string& folder, const FolderListing& listing, Stretch stretch) {
+        const auto cur = list(below(folder, "cur"));
+        const auto fresh = list(below(folder, "new"));
+        const auto sizeOf = [](const auto& names) { return names ? names->size() : 0; };
+        const std::size_t count = listing.size() + sizeOf(cur) + sizeOf(fresh);
+        std::size_t done = 0;
+        const auto readMessages = [&](const std::string& path, const auto& names) {
+            for (std::size_t i = 0; i < sizeOf(names); ++i) {
+                if (names->kind(i) != FolderListing::Kind::file) continue;
+                readFile(below(path, names->name(i)), FileKind::message,
+                         stretch.part(done + i, count));
             }
-        });
+            done += sizeOf(names);
+        };
+        for (std::size_t i = 0; i < listing.size(); ++i) {
+            const std::string_view name = listing.name(i);
+            const std::string path = below(folder, name);
+            const bool isFolder = listing.kind(i) == FolderListing::Kind::folder;
+            if (name == "cur") {
+                readMessages(path, cur);
+            } else if (name == "new") {
+                readMessages(path, fresh);
+            } else if (isFolder && name != "tmp") {
+                readFolder(path, stretch.part(done, count));
+            }
+            ++done;
+        }
+    }
+
+    /// The names in a folder; nothing when it cannot be read, which is told.
+    std::optional<FolderListing> list(const std::string& folder) {
+        std::optional<FolderListing> listing;
+        tellingProblems(folder, [&] { listing.emplace(folder); });
+        return listing;
     }
 
     static std::string below(const std::string& folder, std::string_view name) {
@@ -136,7 +158,7 @@ private:
     void readFile(const std::string& path, FileKind kind, Stretch stretch) {
         tellingProblems(path, [&] {
             const auto stream = unpacked(path == "-" ? openStandardInput() : openFile(path));
-            MboxReader reader(*stream, options_.maxMessageSize, kind == FileKind::messageOrMailbox);
+            MboxReader reader(*stream, options_.maxMessageSize, kind == FileKind::either);
             while (auto message = reader.next()) {
                 if (message->tooLarge) {
                     onProblem_(placeOf(path, message->index, reader.isMailbox()),
