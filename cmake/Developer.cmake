@@ -14,3 +14,8 @@ if(BOUNCECHECK_SANITIZE)
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(bouncecheck_developer INTERFACE -fsanitize=address,undefined)
 endif()
+
+if(BOUNCECHECK_FUZZ)
+    # libFuzzer sees which branches an input takes.
+    target_compile_options(bouncecheck_developer INTERFACE -fsanitize=fuzzer-no-link)
+endif()
