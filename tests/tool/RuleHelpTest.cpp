@@ -26,7 +26,7 @@ TEST(RuleHelp, KnowsEveryLabelOfTheSourcesAndNoOther) {
         const std::string text{std::istreambuf_iterator<char>(file), {}};
         for (std::size_t at = text.find(said); at != text.npos; at = text.find(said, at)) {
             at = text.find_first_not_of(": ", at + said.size());
-            if (at == text.npos || !isDigit(text[at])) continue;
+            if (at == text.npos || !ascii::isDigit(text[at])) continue;
             inSources.insert(text.substr(at, text.find('"', at) - at));
         }
     }
