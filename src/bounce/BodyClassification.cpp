@@ -184,12 +184,11 @@ std::optional<int> BounceCheck::decideByAttachedMessage(Email2& email, LogBase& 
 }
 
 int BounceCheck::decideByPlainBody(Email2& email, LogBase& log) {
-    StringBuffer body;
-    email.getPlainTextBodyUtf8(email, body, log);
+    const std::string_view body = email.plainTextBody().view();
     StringBuffer matched;
-    const bool isKnown = body.equals(m_sbBounceData);
+    const bool isKnown = body == m_sbBounceData.view();
     std::optional<PhraseScan> own;
-    const PhraseScan& bodyPhrases = isKnown ? dataPhrases() : own.emplace(body.view());
+    const PhraseScan& bodyPhrases = isKnown ? dataPhrases() : own.emplace(body);
     if (findIndicator(bodyPhrases, MailboxFullIndicators, matched) ||
         containsIndicator(m_sbBounceData, MailboxFullIndicators, matched) ||
         findIndicator(bodyPhrases, SenderBlockedIndicators, matched) ||

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <utility>
 
 #include "text/Ascii.h"
@@ -19,48 +20,58 @@ constexpr std::uint32_t none = 0xFFFD;
 
 /// The characters of bytes 0x80 to 0x9F in Windows-1252; elsewhere it is
 /// ISO-8859-1.
-constexpr std::array<std::uint32_t, 32> windows1252 = {
+constexpr std::array<std::uint32_t, 32> windows1252Controls = {
     0x20AC, none,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, none,   0x017D, none,   none,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, none,   0x017E, 0x0178};
 
-std::uint32_t fromUsAscii(unsigned char byte) noexcept { return byte < 0x80 ? byte : none; }
+/// What the byte 0x80 + index means.
+using UpperHalf = std::array<std::uint32_t, 128>;
 
-std::uint32_t fromLatin1(unsigned char byte) noexcept { return byte; }
+constexpr UpperHalf latin1 = [] {
+    UpperHalf half{};
+    for (std::uint32_t i = 0; i < half.size(); ++i) half[i] = 0x80 + i;
+    return half;
+}();
 
-std::uint32_t fromLatin9(unsigned char byte) noexcept {
-    switch (byte) {
-        case 0xA4: return 0x20AC;
-        case 0xA6: return 0x0160;
-        case 0xA8: return 0x0161;
-        case 0xB4: return 0x017D;
-        case 0xB8: return 0x017E;
-        case 0xBC: return 0x0152;
-        case 0xBD: return 0x0153;
-        case 0xBE: return 0x0178;
-        default: return byte;
-    }
-}
+constexpr UpperHalf usAscii = [] {
+    UpperHalf half{};
+    half.fill(none);
+    return half;
+}();
 
-std::uint32_t fromWindows1252(unsigned char byte) noexcept {
-    return byte >= 0x80 && byte <= 0x9F ? windows1252[byte - 0x80u] : byte;
-}
+constexpr UpperHalf latin9 = [] {
+    UpperHalf half = latin1;
+    half[0x24] = 0x20AC;
+    half[0x26] = 0x0160;
+    half[0x28] = 0x0161;
+    half[0x34] = 0x017D;
+    half[0x38] = 0x017E;
+    half[0x3C] = 0x0152;
+    half[0x3D] = 0x0153;
+    half[0x3E] = 0x0178;
+    return half;
+}();
 
-using ByteDecoder = std::uint32_t (*)(unsigned char) noexcept;
+constexpr UpperHalf windows1252 = [] {
+    UpperHalf half = latin1;
+    std::ranges::copy(windows1252Controls, half.begin());
+    return half;
+}();
 
 struct WesternCharset {
     std::string_view name;
-    ByteDecoder decoder;
+    const UpperHalf& upper;
 };
 
 /// The charsets decoded here, by the names that mail gives them.
 constexpr WesternCharset westernCharsets[] = {
-    {"us-ascii", fromUsAscii},   {"ascii", fromUsAscii},          {"ansi_x3.4-1968", fromUsAscii},
-    {"iso646-us", fromUsAscii},  {"iso-8859-1", fromLatin1},      {"iso8859-1", fromLatin1},
-    {"iso_8859-1", fromLatin1},  {"iso_8859-1:1987", fromLatin1}, {"latin1", fromLatin1},
-    {"l1", fromLatin1},          {"iso-8859-15", fromLatin9},     {"iso8859-15", fromLatin9},
-    {"iso_8859-15", fromLatin9}, {"latin-9", fromLatin9},         {"windows-1252", fromWindows1252},
-    {"cp1252", fromWindows1252}, {"cp-1252", fromWindows1252},    {"x-cp1252", fromWindows1252},
+    {"us-ascii", usAscii},   {"ascii", usAscii},          {"ansi_x3.4-1968", usAscii},
+    {"iso646-us", usAscii},  {"iso-8859-1", latin1},      {"iso8859-1", latin1},
+    {"iso_8859-1", latin1},  {"iso_8859-1:1987", latin1}, {"latin1", latin1},
+    {"l1", latin1},          {"iso-8859-15", latin9},     {"iso8859-15", latin9},
+    {"iso_8859-15", latin9}, {"latin-9", latin9},         {"windows-1252", windows1252},
+    {"cp1252", windows1252}, {"cp-1252", windows1252},    {"x-cp1252", windows1252},
 };
 
 struct Alias {
@@ -78,14 +89,18 @@ constexpr Alias aliases[] = {
     {"x-mac-roman", "MACINTOSH"},
 };
 
-std::string decodeBytes(std::string_view bytes, ByteDecoder decoder) {
+std::string decodeBytes(std::string_view bytes, const UpperHalf& upper) {
+    const auto meant = [&](char c) { return upper[static_cast<unsigned char>(c) & 0x7Fu]; };
+    std::size_t size = bytes.size();
+    for (const char c : bytes) size += ascii::isAscii(c) ? 0 : meant(c) < 0x800 ? 1 : 2;
     std::string out;
-    out.reserve(bytes.size() + bytes.size() / 8);
-    for (const char c : bytes) {
-        if (ascii::isAscii(c)) {
-            out += c;
-        } else {
-            appendUtf8(out, decoder(static_cast<unsigned char>(c)));
+    out.reserve(size);
+    while (!bytes.empty()) {
+        const std::size_t plain = asciiPrefix(bytes);
+        out.append(bytes.substr(0, plain));
+        bytes.remove_prefix(plain);
+        for (; !bytes.empty() && !ascii::isAscii(bytes.front()); bytes.remove_prefix(1)) {
+            appendUtf8(out, meant(bytes.front()));
         }
     }
     return out;
@@ -106,6 +121,7 @@ public:
     /// Where nothing can be decoded, `unit` bytes are passed over.
     std::string convert(std::string_view bytes, std::size_t unit) {
         std::string out;
+        out.reserve(bytes.size());
         std::array<char, 8192> chunk;
         char* in = const_cast<char*>(bytes.data());  // iconv reads it only
         std::size_t left = bytes.size();
@@ -165,30 +181,37 @@ std::size_t unitSize(std::string_view name) noexcept {
 
 }  // namespace
 
-std::string toUtf8(std::string bytes, std::string_view charset) {
+std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_view charset) {
     const std::string name = ascii::lowerCase(ascii::trim(charset));
     const bool hasEightBit = asciiPrefix(bytes) < bytes.size();
     if (name == "utf-8" || name == "utf8") {
-        if (!hasEightBit || isUtf8(bytes)) return bytes;
+        if (!hasEightBit || isUtf8(bytes)) return std::nullopt;
         std::string out;
         appendWellFormed(out, bytes);
         return out;
     }
     const auto western = std::ranges::find(westernCharsets, name, &WesternCharset::name);
     if (western != std::end(westernCharsets)) {
-        return !hasEightBit || isUtf8(bytes) ? std::move(bytes)
-                                             : decodeBytes(bytes, western->decoder);
+        if (!hasEightBit || isUtf8(bytes)) return std::nullopt;
+        return decodeBytes(bytes, western->upper);
     }
     const std::string known = iconvName(name);
-    if (known.empty()) return bytes;
+    if (known.empty()) return std::nullopt;
     const std::size_t unit = unitSize(known);
-    if (unit == 1 && hasEightBit && isUtf8(bytes)) return bytes;
+    if (unit == 1 && hasEightBit && isUtf8(bytes)) return std::nullopt;
     Iconv conversion(known.c_str());
-    return conversion.isOpen() ? conversion.convert(bytes, unit) : bytes;
+    if (!conversion.isOpen()) return std::nullopt;
+    return conversion.convert(bytes, unit);
+}
+
+std::string toUtf8(std::string bytes, std::string_view charset) {
+    std::optional<std::string> converted = convertedToUtf8(bytes, charset);
+    return std::move(converted).value_or(std::move(bytes));
 }
 
 std::string undeclaredToUtf8(std::string bytes) {
-    return isUtf8(bytes) ? bytes : decodeBytes(bytes, fromWindows1252);
+    if (!isUtf8(bytes)) bytes = decodeBytes(bytes, windows1252);
+    return bytes;
 }
 
 }  // namespace bouncecheck

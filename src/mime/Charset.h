@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,8 @@ namespace bouncecheck {
 /// UTF-8 by chance. Bytes that cannot be decoded become U+FFFD. Linear in the
 /// size of `bytes`.
 std::string toUtf8(std::string bytes, std::string_view charset);
+/// The same; nothing when the bytes stay as they are.
+std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_view charset);
 
 /// Header text whose bytes should be ASCII but are not: kept when it is UTF-8,
 /// else read as Windows-1252, what mailers without a charset mostly meant.

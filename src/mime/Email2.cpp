@@ -42,12 +42,16 @@ std::vector<Mailbox> mailboxesOf(const HeaderField* field, std::size_t limit) {
 
 }  // namespace
 
-Email2::Email2(std::string rawMessage) : source_(withCrLf(std::move(rawMessage))) {
-    MimeTreeBuilder::build(*this, source_, HeaderFields::startIn(source_));
+Email2::Email2(std::string rawMessage)
+    : Email2(ByteStore::shared(withCrLf(std::move(rawMessage)))) {}
+
+Email2::Email2(ByteStore source) : source_(std::move(source)) {
+    const std::string_view text = source_.view();
+    MimeTreeBuilder::build(*this, text, HeaderFields::startIn(text));
 }
 
-void Email2::readHeader(std::string_view text, std::string_view defaultType) {
-    header_ = HeaderFields::ofMessage(text);
+void Email2::readHeader(std::string_view text, std::size_t limit, std::string_view defaultType) {
+    header_ = HeaderFields::ofMessage(text, limit);
     const HeaderField* contentType = header_.find("Content-Type");
     mediaType_ = MediaType(contentType ? contentType->unfolded() : std::string(), defaultType);
 }
@@ -130,39 +134,46 @@ bool Email2::hasLines() const noexcept {
     return mediaType_.isOf("text") || mediaType_.isOf("message");
 }
 
-std::string Email2::transferDecoded() const {
+TransferEncoding Email2::encoding() const {
     const HeaderField* field = header_.find("Content-Transfer-Encoding");
-    const auto encoding = field ? transferEncoding(field->unfolded()) : TransferEncoding::identity;
-    return decodeTransfer(bodyText_, encoding);
+    return field ? transferEncoding(field->unfolded()) : TransferEncoding::identity;
+}
+
+/// The body of a leaf; part of the message where nothing is to decode.
+ByteStore Email2::decodedBody() const {
+    std::optional<std::string> decoded;
+    const TransferEncoding transfer = encoding();
+    if (transfer != TransferEncoding::identity) decoded = decodeTransfer(bodyText_, transfer);
+    if (mediaType_.isOf("text")) {
+        const std::string_view bytes = decoded ? std::string_view(*decoded) : bodyText_;
+        auto utf8 = convertedToUtf8(bytes, mediaType_.parameter("charset"));
+        if (utf8) decoded = std::move(utf8);
+    }
+    if (!decoded) return source_.stretch(bodyText_);
+    // Only now: in a wide charset a line end is no CR and LF.
+    return ByteStore::shared(hasLines() ? withCrLf(std::move(*decoded)) : std::move(*decoded));
 }
 
 DataBuffer* Email2::getNonMultipartBody3() const {
     if (!parts_.empty()) return nullptr;
-    if (!body_) {
-        std::string bytes = transferDecoded();
-        if (mediaType_.isOf("text"))
-            bytes = toUtf8(std::move(bytes), mediaType_.parameter("charset"));
-        // Only now: in a wide charset a line end is no CR and LF. The text of the
-        // message has its line ends already.
-        if (hasLines() && bytes != bodyText_) bytes = withCrLf(std::move(bytes));
-        body_ = std::make_unique<DataBuffer>(std::move(bytes));
-    }
+    if (!body_) body_ = std::make_unique<DataBuffer>(decodedBody());
     return body_.get();
 }
 
-std::string_view Email2::leafBody() const {
-    const DataBuffer* body = getNonMultipartBody3();
-    return body ? body->view() : std::string_view();
+const DataBuffer& Email2::leafBody() const { return *getNonMultipartBody3(); }
+
+void Email2::getNonMultipartBodyData(DataBuffer& out) const {
+    if (parts_.empty()) out.append(leafBody());
 }
 
-void Email2::getNonMultipartBodyData(DataBuffer& out) const { out.append(leafBody()); }
-
 void Email2::getRawBodyThisPart(DataBuffer& out) const {
-    if (!parts_.empty()) {
-        out.append(bodyText_);
-    } else {
-        out.append(hasLines() ? withCrLf(transferDecoded()) : transferDecoded());
+    const TransferEncoding transfer = encoding();
+    if (!parts_.empty() || transfer == TransferEncoding::identity) {
+        out.append(DataBuffer(source_.stretch(bodyText_)));
+        return;
     }
+    std::string decoded = decodeTransfer(bodyText_, transfer);
+    out.append(hasLines() ? withCrLf(std::move(decoded)) : decoded);
 }
 
 bool Email2::isAttachment() const {
@@ -176,7 +187,7 @@ const Email2* Email2::firstHtml() const {
     });
 }
 
-std::string_view Email2::plainTextBody() const {
+const DataBuffer& Email2::plainTextBody() const {
     const Email2* plain = findEntity([](const Email2& entity) {
         return entity.parts_.empty() && entity.mediaType_.is("text/plain") &&
                !entity.isAttachment();
@@ -184,7 +195,7 @@ std::string_view Email2::plainTextBody() const {
     if (plain) return plain->leafBody();
     if (!htmlText_) {
         const Email2* html = firstHtml();
-        htmlText_ = html ? htmlToText(html->leafBody()) : std::string();
+        htmlText_.emplace(html ? htmlToText(html->leafBody().view()) : std::string());
     }
     return *htmlText_;
 }
@@ -211,7 +222,7 @@ const Email2* Email2::reportPart() const {
 const HeaderFields& Email2::reportFields() const {
     if (!reportFields_) {
         const Email2* report = reportPart();
-        reportFields_ = HeaderFields::ofReport(report ? report->leafBody() : std::string_view());
+        reportFields_ = report ? HeaderFields::ofReport(report->leafBody().view()) : HeaderFields();
     }
     return *reportFields_;
 }
@@ -232,7 +243,7 @@ Email2* Email2::getAttachedMessage(int index, int& status, SystemCerts&, LogBase
     });
     status = carrier ? 1 : 0;
     if (!carrier) return nullptr;
-    return std::make_unique<Email2>(std::string(carrier->leafBody())).release();
+    return new Email2(carrier->leafBody().bytes());
 }
 
 }  // namespace bouncecheck

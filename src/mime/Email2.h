@@ -10,6 +10,8 @@
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
 #include "mime/MediaType.h"
+#include "mime/TransferEncoding.h"
+#include "text/ByteStore.h"
 #include "text/DataBuffer.h"
 
 namespace bouncecheck {
@@ -86,6 +88,8 @@ public:
     /// The first text/plain leaf of `email` that is no attachment, else its
     /// first text/html leaf as text, in UTF-8.
     void getPlainTextBodyUtf8(const Email2& email, StringBuffer& out, LogBase& log) const;
+    /// That of this message, without a copy.
+    const DataBuffer& plainTextBody() const;
     /// What a reader of `email` sees: its first text/html leaf, else the
     /// plain-text body, in UTF-8.
     void getEffectiveBodyData(const Email2& email, DataBuffer& out, LogBase& log) const;
@@ -107,7 +111,8 @@ public:
 private:
     friend class MimeTreeBuilder;
 
-    void readHeader(std::string_view text, std::string_view defaultType);
+    /// Reads the header that `text` begins with, up to `limit` fields.
+    void readHeader(std::string_view text, std::size_t limit, std::string_view defaultType);
     template <class Wanted>
     const Email2* findEntity(Wanted&& wanted) const;
     bool isAttachment() const;
@@ -115,14 +120,17 @@ private:
     const Email2* reportPart() const;
     const HeaderFields& reportFields() const;
     bool hasLines() const noexcept;
-    std::string transferDecoded() const;
-    /// The body of a leaf, as `getNonMultipartBody3` has it; else empty.
-    std::string_view leafBody() const;
-    std::string_view plainTextBody() const;
+    TransferEncoding encoding() const;
+    ByteStore decodedBody() const;
+    /// The body of a leaf, as `getNonMultipartBody3` has it.
+    const DataBuffer& leafBody() const;
     const Mailbox& from() const;
 
-    /// The bytes of the whole message; empty in a part.
-    std::string source_;
+    /// A message of shared bytes whose line ends are CRLF.
+    explicit Email2(ByteStore source);
+
+    /// The bytes of the whole message, in each of its parts.
+    ByteStore source_;
     HeaderFields header_;
     MediaType mediaType_;
     /// What follows the header, as it stands in the message.
@@ -134,7 +142,7 @@ private:
     mutable std::optional<HeaderFields> reportFields_;
     mutable std::optional<Mailbox> from_;
     /// The first text/html leaf as text.
-    mutable std::optional<std::string> htmlText_;
+    mutable std::optional<DataBuffer> htmlText_;
 };
 
 }  // namespace bouncecheck

@@ -74,8 +74,8 @@ std::size_t leadingLength(std::string_view text) noexcept {
 
 std::string HeaderField::unfolded() const {
     std::string out;
-    out.reserve(rawValue.size());
-    std::string_view rest = rawValue;
+    std::string_view rest = rawValue.substr(0, limits::fieldValue);
+    out.reserve(rest.size());
     for (std::size_t end; (end = findCrLf(rest)) != npos;) {
         out += rest.substr(0, end);
         out += ' ';
@@ -102,18 +102,18 @@ std::size_t HeaderFields::startIn(std::string_view text) {
     return ofMessage(text.substr(header)).all().empty() ? start : header;
 }
 
-HeaderFields HeaderFields::ofMessage(std::string_view text) {
-    HeaderFields block = read(text, OtherLines::endBlock);
+HeaderFields HeaderFields::ofMessage(std::string_view text, std::size_t limit) {
+    HeaderFields block = read(text, OtherLines::endBlock, limit);
     // Without a field, a "From " line is a sentence of the body.
-    if (block.fields_.empty()) block.size_ = text.starts_with(crLf) ? crLf.size() : 0;
+    if (block.fields_.empty() && limit > 0) block.size_ = text.starts_with(crLf) ? crLf.size() : 0;
     return block;
 }
 
 HeaderFields HeaderFields::ofReport(std::string_view text) {
-    return read(text, OtherLines::areSkipped);
+    return read(text, OtherLines::areSkipped, limits::headerFields);
 }
 
-HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines) {
+HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, std::size_t limit) {
     HeaderFields block;
     std::string_view rest = text;
     while (!rest.empty()) {
@@ -129,7 +129,9 @@ HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines) {
         if (name > 0) {
             const std::size_t colon = field.find(':', name);
             if (block.fields_.empty()) block.fields_.reserve(usualFields);
-            block.fields_.push_back({field.substr(0, name), field.substr(colon + 1)});
+            if (block.fields_.size() < limit) {
+                block.fields_.push_back({field.substr(0, name), field.substr(colon + 1)});
+            }
         } else if (otherLines == OtherLines::endBlock && !isMailboxLine(field)) {
             break;
         }

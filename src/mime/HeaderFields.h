@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "mime/Limits.h"
+
 namespace bouncecheck {
 
 /// One field of a header block (RFC 5322, section 2.2).
@@ -41,7 +43,8 @@ public:
     /// nor one of the "From " lines of mailboxes: a body without a blank line
     /// before it. A text without header yields no fields, and no size unless it
     /// begins with a blank line.
-    static HeaderFields ofMessage(std::string_view text);
+    /// `limit` is how many fields are kept.
+    static HeaderFields ofMessage(std::string_view text, std::size_t limit = limits::headerFields);
 
     /// All fields of `text`, whose groups are divided by blank lines, as in the
     /// bodies of reports (RFC 3464). Other lines are passed over.
@@ -57,7 +60,7 @@ public:
 
 private:
     enum class OtherLines { endBlock, areSkipped };
-    static HeaderFields read(std::string_view text, OtherLines otherLines);
+    static HeaderFields read(std::string_view text, OtherLines otherLines, std::size_t limit);
 
     std::vector<HeaderField> fields_;
     std::size_t size_ = 0;

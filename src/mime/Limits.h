@@ -14,6 +14,18 @@ inline constexpr std::size_t nesting = 64;
 /// beyond stay in the raw text of the multipart that they stand in.
 inline constexpr std::size_t parts = 10'000;
 
+/// Header fields of one message at all levels, and fields of one report. Real mail
+/// has under a thousand; each takes several times the memory of a short line.
+/// Those beyond are not read.
+inline constexpr std::size_t headerFields = 100'000;
+
+/// Bytes of one field's value. Mail servers take headers of a tenth of that, some
+/// as much. What is beyond is not read.
+inline constexpr std::size_t fieldValue = 1'048'576;
+
+/// Words of the name in one mailbox. Those beyond are not read.
+inline constexpr std::size_t mailboxWords = 1'000;
+
 /// Parameters of one header field, continuations counted each. Putting
 /// continuations in order costs more than linear time without a bound. Those
 /// beyond are not read.

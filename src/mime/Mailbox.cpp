@@ -5,6 +5,7 @@
 
 #include "mime/Comment.h"
 #include "mime/EncodedWords.h"
+#include "mime/Limits.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -74,8 +75,9 @@ public:
     bool hasAddressWord() const noexcept { return hasAddressWord_; }
 
     /// Adds to the last word, or begins one after white space.
-    void addPlain(char c) { addPiece(std::string_view(&c, 1), std::string_view(&c, 1)); }
+    void addPlain(std::string_view text) { addPiece(text, text); }
     void addPiece(std::string_view raw, std::string_view plain) {
+        if (!wordOpen_ && words_.size() >= limits::mailboxWords) return;
         Word& word = lastWord();
         hasAddressWord_ = hasAddressWord_ || hasAt(raw);
         word.raw += raw;
@@ -181,7 +183,7 @@ private:
             draft_.endWord();
             ++at_;
         } else if (c == ',' && draft_.isOnlyName()) {
-            draft_.addPlain(c);  // Doe, John <john@example.com>, without the quotes
+            draft_.addPlain(",");  // Doe, John <john@example.com>, without the quotes
             draft_.endWord();
             ++at_;
         } else if (c == ',' || c == ';') {
@@ -201,8 +203,30 @@ private:
         } else if (c == '>' || c == '"') {
             ++at_;  // closes or opens nothing
         } else {
-            draft_.addPlain(c);
-            ++at_;
+            const std::size_t length = plainLength();
+            draft_.addPlain(text_.substr(at_, length));
+            at_ += length;
+        }
+    }
+
+    /// How many bytes from here on can only be part of a word; one at least.
+    std::size_t plainLength() const noexcept {
+        std::size_t end = at_ + 1;
+        while (end < text_.size() && !mayBeSpecial(text_[end])) ++end;
+        return end - at_;
+    }
+
+    static bool mayBeSpecial(char c) noexcept {
+        switch (c) {
+            case ',':
+            case ';':
+            case ':':
+            case '=':
+            case '(':
+            case '"':
+            case '<':
+            case '>': return true;
+            default: return ascii::isSpace(c);
         }
     }
 

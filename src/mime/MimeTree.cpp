@@ -47,7 +47,8 @@ std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
 }
 
 void MimeTreeBuilder::open(Email2& entity, std::size_t headerStart, std::string_view defaultType) {
-    entity.readHeader(text_.substr(headerStart), defaultType);
+    entity.readHeader(text_.substr(headerStart), limits::headerFields - fields_, defaultType);
+    fields_ += entity.header_.all().size();
     position_ = headerStart + entity.header_.size();
     std::string delimiter = delimiterOf(entity.mediaType_);
     if (open_.size() >= limits::nesting) delimiter.clear();
@@ -82,6 +83,7 @@ bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
         Email2& parent = *open_[i].entity;
         if (parent.parts_.empty()) parent.parts_.reserve(4);
         parent.parts_.push_back(std::make_unique<Email2>());
+        parent.parts_.back()->source_ = parent.source_;
         const std::size_t lineStop = findCrLf(text_, position_);
         const std::size_t partStart = lineStop == npos ? text_.size() : lineStop + crLf.size();
         open(*parent.parts_.back(), partStart,

@@ -42,6 +42,7 @@ private:
     std::string_view text_;
     std::vector<OpenEntity> open_;
     std::size_t parts_ = 0;
+    std::size_t fields_ = 0;
     /// Where the text goes on after the last delimiter and part header.
     std::size_t position_ = 0;
 };

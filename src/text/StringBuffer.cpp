@@ -28,18 +28,50 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 }  // namespace
 
 void StringBuffer::setString(const char* s) { setString(viewOf(s)); }
-void StringBuffer::setString(const StringBuffer& other) { setString(other.view()); }
-void StringBuffer::setString(std::string_view s) { changing().assign(s); }
+void StringBuffer::setString(const StringBuffer& other) {
+    if (other.text_.isWorthSharing()) {
+        share(other.text_);
+    } else {
+        setString(other.view());
+    }
+}
+void StringBuffer::setString(std::string_view s) {
+    ++revision_;
+    text_.assign(s);
+}
 
 void StringBuffer::append(const char* s) { append(viewOf(s)); }
-void StringBuffer::append(const StringBuffer& other) { append(other.view()); }
-void StringBuffer::append(const DataBuffer& bytes) { append(bytes.view()); }
-void StringBuffer::append(std::string_view s) { changing().append(s); }
+void StringBuffer::append(const StringBuffer& other) {
+    if (isEmpty()) {
+        setString(other);
+    } else {
+        append(other.view());
+    }
+}
+void StringBuffer::append(const DataBuffer& bytes) {
+    if (isEmpty() && bytes.bytes().isWorthSharing() && bytes.bytes().isTerminated()) {
+        share(bytes.bytes());
+    } else {
+        append(bytes.view());
+    }
+}
+void StringBuffer::append(std::string_view s) {
+    ++revision_;
+    text_.append(s);
+}
 void StringBuffer::appendN(const char* p, unsigned n) {
     if (p) append(std::string_view(p, n));
 }
 
-void StringBuffer::clear() noexcept { std::string().swap(changing()); }
+void StringBuffer::share(const ByteStore& bytes) {
+    ++revision_;
+    text_ = bytes;
+}
+
+void StringBuffer::clear() noexcept {
+    ++revision_;
+    text_ = ByteStore();
+}
 
 bool StringBuffer::equals(const char* s) const noexcept { return view() == viewOf(s); }
 
@@ -72,23 +104,25 @@ bool StringBuffer::containsSubstringNoCase(const char* s) const {
     return containsNoCase(view(), viewOf(s));
 }
 
-bool StringBuffer::containsChar(char c) const noexcept { return text_.find(c) != npos; }
+bool StringBuffer::containsChar(char c) const noexcept { return view().find(c) != npos; }
 
 int StringBuffer::indexOf(const char* s) const noexcept {
     const std::size_t at = findBytes(view(), viewOf(s));
     return at == npos ? -1 : static_cast<int>(at);
 }
 
-char StringBuffer::charAt(unsigned i) const noexcept { return i < text_.size() ? text_[i] : '\0'; }
-
-const char* StringBuffer::pCharAt(unsigned i) const noexcept {
-    return text_.c_str() + std::min<std::size_t>(i, text_.size());
+char StringBuffer::charAt(unsigned i) const noexcept {
+    return i < view().size() ? view()[i] : '\0';
 }
 
-char StringBuffer::lastChar() const noexcept { return text_.empty() ? '\0' : text_.back(); }
+const char* StringBuffer::pCharAt(unsigned i) const noexcept {
+    return getString() + std::min<std::size_t>(i, view().size());
+}
+
+char StringBuffer::lastChar() const noexcept { return isEmpty() ? '\0' : view().back(); }
 
 unsigned StringBuffer::countCharOccurances(char c) const noexcept {
-    return static_cast<unsigned>(std::ranges::count(text_, c));
+    return static_cast<unsigned>(std::ranges::count(view(), c));
 }
 
 void StringBuffer::removeCharOccurances(char c) { std::erase(changing(), c); }
@@ -104,7 +138,8 @@ bool StringBuffer::replaceFirstOccurance(const char* from, const char* to, bool 
     if (old.empty()) return false;
     const std::size_t at = findBytes(view(), old, 0, letterCase(ignoreCase));
     if (at == npos) return false;
-    changing().replace(at, old.size(), std::string(viewOf(to)));
+    const std::string replacement(viewOf(to));
+    changing().replace(at, old.size(), replacement);
     return true;
 }
 
@@ -117,7 +152,7 @@ void StringBuffer::replaceAllWithUchar(const char* from, unsigned byte) {
 
 void StringBuffer::trim2() {
     const std::string_view trimmed = ascii::trim(view());
-    if (trimmed.size() != text_.size()) changing() = std::string(trimmed);
+    if (trimmed.size() != view().size()) changing() = std::string(trimmed);
 }
 
 void StringBuffer::captureNonWS(const char* p) {
@@ -128,7 +163,7 @@ void StringBuffer::captureNonWS(const char* p) {
 }
 
 void StringBuffer::chopAtFirstChar(char c) {
-    const std::size_t at = text_.find(c);
+    const std::size_t at = view().find(c);
     if (at != npos) changing().resize(at);
 }
 
@@ -140,17 +175,18 @@ void StringBuffer::chopAtSubstr(const char* s, bool ignoreCase) {
 }
 
 void StringBuffer::shorten(unsigned n) {
-    changing().resize(text_.size() - std::min<std::size_t>(n, text_.size()));
+    const std::size_t size = view().size();
+    changing().resize(size - std::min<std::size_t>(n, size));
 }
 
 void StringBuffer::split(ExtPtrArraySb& out, char separator, bool exceptDoubleQuoted,
                          bool trimEach) const {
     bool quoted = false;
     std::size_t start = 0;
-    for (std::size_t i = 0; i <= text_.size(); ++i) {
-        const bool atEnd = i == text_.size();
-        if (!atEnd && exceptDoubleQuoted && text_[i] == '"') quoted = !quoted;
-        if (!atEnd && (quoted || text_[i] != separator)) continue;
+    for (std::size_t i = 0; i <= view().size(); ++i) {
+        const bool atEnd = i == view().size();
+        if (!atEnd && exceptDoubleQuoted && view()[i] == '"') quoted = !quoted;
+        if (!atEnd && (quoted || view()[i] != separator)) continue;
         const std::string_view field = view().substr(start, i - start);
         out.appendSb(trimEach ? ascii::trim(field) : field);
         start = i + 1;

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "text/ByteStore.h"
+
 namespace bouncecheck {
 
 class DataBuffer;
@@ -24,18 +26,19 @@ public:
     StringBuffer& operator=(const StringBuffer&) = delete;
     StringBuffer(StringBuffer&&) noexcept = default;
     StringBuffer& operator=(StringBuffer&& other) noexcept {
-        changing() = std::move(other.text_);
+        ++revision_;
+        text_ = std::move(other.text_);
         return *this;
     }
     ~StringBuffer() = default;
 
     /// The text as a C string, never null. Valid until the buffer changes.
-    const char* getString() const noexcept { return text_.c_str(); }
+    const char* getString() const noexcept { return view().empty() ? "" : view().data(); }
     /// The text with its length. Valid until the buffer changes.
-    std::string_view view() const noexcept { return text_; }
+    std::string_view view() const noexcept { return text_.view(); }
     /// Counts up to 4 GiB; `view().size()` counts on.
-    unsigned getSize() const noexcept { return static_cast<unsigned>(text_.size()); }
-    bool isEmpty() const noexcept { return text_.empty(); }
+    unsigned getSize() const noexcept { return static_cast<unsigned>(view().size()); }
+    bool isEmpty() const noexcept { return view().empty(); }
     /// Another number after every operation that may have changed the text, for
     /// those who keep what they found in it.
     unsigned long revision() const noexcept { return revision_; }
@@ -50,13 +53,22 @@ public:
     /// Appends exactly `n` bytes from `p`, NUL bytes included.
     void appendN(const char* p, unsigned n);
 
+    /// Lets other buffers hold the text without a copy. Views become invalid.
+    void makeShared() {
+        ++revision_;
+        text_.makeShared();
+    }
+
     /// Empties the text and gives its storage back.
     void clear() noexcept;
     /// Empties the text and keeps its storage for the next one.
-    void weakClear() noexcept { changing().clear(); }
+    void weakClear() noexcept {
+        ++revision_;
+        text_.clear();
+    }
 
     bool equals(const char* s) const noexcept;
-    bool equals(const StringBuffer& other) const noexcept { return text_ == other.text_; }
+    bool equals(const StringBuffer& other) const noexcept { return view() == other.view(); }
     bool equalsIgnoreCase(const char* s) const noexcept;
     bool beginsWith(const char* prefix) const noexcept;
     bool beginsWithIgnoreCase(const char* prefix) const noexcept;
@@ -103,12 +115,14 @@ public:
     void split(ExtPtrArraySb& out, char separator, bool exceptDoubleQuoted, bool trimEach) const;
 
 private:
-    std::string& changing() noexcept {
+    std::string& changing() {
         ++revision_;
-        return text_;
+        return text_.changing();
     }
+    void share(const ByteStore& bytes);
 
-    std::string text_;
+    /// Shared bytes only when a NUL stands behind them.
+    ByteStore text_;
     unsigned long revision_ = 0;
 };
 

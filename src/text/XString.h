@@ -14,6 +14,7 @@ class XString {
 public:
     void appendUtf8(const char* s) { utf8_.append(s); }
     void appendUtf8(std::string_view s) { utf8_.append(s); }
+    void appendUtf8(const DataBuffer& s) { utf8_.append(s); }
 
     /// NUL-terminated, never null. Valid until the string changes.
     const char* getUtf8() const noexcept { return utf8_.getString(); }

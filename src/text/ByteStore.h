@@ -1,0 +1,84 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace bouncecheck {
+
+/// The bytes of a buffer: its own, or a stretch of a text that others hold too,
+/// which is copied before the first change. So a body that is megabytes long is in
+/// memory once, however many buffers have it.
+class ByteStore {
+public:
+    ByteStore() = default;
+    explicit ByteStore(std::string bytes) noexcept : own_(std::move(bytes)) {}
+    /// Bytes that others can hold too.
+    static ByteStore shared(std::string bytes) {
+        ByteStore store(std::move(bytes));
+        store.makeShared();
+        return store;
+    }
+
+    /// A stretch of bytes that are shared already, held together with them.
+    ByteStore stretch(std::string_view part) const noexcept {
+        ByteStore store;
+        store.shared_ = shared_;
+        store.stretch_ = part;
+        return store;
+    }
+
+    std::string_view view() const noexcept { return shared_ ? stretch_ : own_; }
+
+    /// Whether a NUL is known to stand behind the bytes.
+    bool isTerminated() const noexcept {
+        return !shared_ || stretch_.data() + stretch_.size() == shared_->data() + shared_->size();
+    }
+
+    /// The bytes, for a change.
+    std::string& changing() {
+        if (shared_) {
+            own_.assign(stretch_);
+            shared_.reset();
+        }
+        return own_;
+    }
+
+    /// `bytes` may be part of what is there.
+    void assign(std::string_view bytes) {
+        const auto keptMeanwhile = std::move(shared_);
+        own_.assign(bytes);
+    }
+    void append(std::string_view bytes) {
+        const auto keptMeanwhile = shared_;
+        changing().append(bytes);
+    }
+    /// Leaves the storage of bytes of its own for the next ones.
+    void clear() noexcept {
+        shared_.reset();
+        own_.clear();
+    }
+
+    /// Whether it pays to hold the bytes together with `this`. A short stretch
+    /// would only keep a long text from being freed.
+    bool isWorthSharing() const noexcept {
+        return shared_ && stretch_.size() >= shared_->size() / 2;
+    }
+
+    /// Turns bytes of its own into a text that others can hold too. Views of them
+    /// become invalid.
+    void makeShared() {
+        if (shared_) return;
+        shared_ = std::make_shared<const std::string>(std::move(own_));
+        stretch_ = *shared_;
+        own_.clear();
+    }
+
+private:
+    std::string own_;
+    std::shared_ptr<const std::string> shared_;
+    std::string_view stretch_;
+};
+
+}  // namespace bouncecheck
