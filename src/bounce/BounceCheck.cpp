@@ -27,8 +27,7 @@ int BounceCheck::checkEmail(Email2& email, StringBuffer& bounceAddr, StringBuffe
     type = type == BOUNCE_NONE ? reconsiderNone(email, guarded)
                                : completeVerdict(type, email, guarded);
 
-    m_sbBounceData.makeShared();
-    bounceData.setString(m_sbBounceData);
+    m_sbBounceData.handOut(bounceData);
     bounceAddr.append(m_sbBounceAddr);
     return type;
 }

@@ -72,7 +72,7 @@ bool BounceCheck::getMultipartReportInfo(Email2& email, LogBase& log,
 
     XString content;
     email.getDeliveryStatusContent(content, log);
-    sbDeliveryStatus.setString(content.ansiView());
+    sbDeliveryStatus.setString(content.getUtf8Sb());
     return true;
 }
 

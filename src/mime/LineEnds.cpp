@@ -64,7 +64,8 @@ std::string withCrBeforeLf(std::string_view text, std::size_t lineEnds) {
     for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
         result.append(text.substr(0, end)).append(crLf);
     }
-    return result.append(text);
+    result.append(text);
+    return result;
 }
 
 }  // namespace

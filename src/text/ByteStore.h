@@ -14,14 +14,14 @@ class ByteStore {
 public:
     ByteStore() = default;
     explicit ByteStore(std::string bytes) noexcept : own_(std::move(bytes)) {}
+
     /// Bytes that others can hold too.
     static ByteStore shared(std::string bytes) {
         ByteStore store(std::move(bytes));
         store.makeShared();
         return store;
     }
-
-    /// A stretch of bytes that are shared already, held together with them.
+    /// A stretch of bytes that are shared, held together with them.
     ByteStore stretch(std::string_view part) const noexcept {
         ByteStore store;
         store.shared_ = shared_;
@@ -30,10 +30,29 @@ public:
     }
 
     std::string_view view() const noexcept { return shared_ ? stretch_ : own_; }
+    bool isShared() const noexcept { return shared_ != nullptr; }
 
-    /// Whether a NUL is known to stand behind the bytes.
-    bool isTerminated() const noexcept {
-        return !shared_ || stretch_.data() + stretch_.size() == shared_->data() + shared_->size();
+    /// The bytes with a NUL behind them. Copies a stretch that has none, once.
+    const char* terminated() const {
+        if (view().empty()) return "";
+        if (!shared_ || endsItsText()) return view().data();
+        if (own_.empty()) own_.assign(stretch_);
+        return own_.c_str();
+    }
+
+    /// Whether others may hold the bytes too without harm: a short stretch would
+    /// keep a long text from being freed.
+    bool isMostOfItsText() const noexcept {
+        return shared_ && endsItsText() && stretch_.size() >= shared_->size() / 2;
+    }
+
+    /// Turns bytes of its own into a text that others can hold too. Views of them
+    /// become invalid.
+    void makeShared() {
+        if (shared_) return;
+        shared_ = std::make_shared<const std::string>(std::move(own_));
+        stretch_ = *shared_;
+        own_.clear();
     }
 
     /// The bytes, for a change.
@@ -44,7 +63,6 @@ public:
         }
         return own_;
     }
-
     /// `bytes` may be part of what is there.
     void assign(std::string_view bytes) {
         const auto keptMeanwhile = std::move(shared_);
@@ -60,23 +78,13 @@ public:
         own_.clear();
     }
 
-    /// Whether it pays to hold the bytes together with `this`. A short stretch
-    /// would only keep a long text from being freed.
-    bool isWorthSharing() const noexcept {
-        return shared_ && stretch_.size() >= shared_->size() / 2;
-    }
-
-    /// Turns bytes of its own into a text that others can hold too. Views of them
-    /// become invalid.
-    void makeShared() {
-        if (shared_) return;
-        shared_ = std::make_shared<const std::string>(std::move(own_));
-        stretch_ = *shared_;
-        own_.clear();
-    }
-
 private:
-    std::string own_;
+    bool endsItsText() const noexcept {
+        return stretch_.data() + stretch_.size() == shared_->data() + shared_->size();
+    }
+
+    /// Besides a stretch: nothing, or a copy of it that a NUL ends.
+    mutable std::string own_;
     std::shared_ptr<const std::string> shared_;
     std::string_view stretch_;
 };

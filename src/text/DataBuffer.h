@@ -25,10 +25,10 @@ public:
 
     void appendChar(unsigned char byte) { bytes_.changing().push_back(static_cast<char>(byte)); }
     void append(std::string_view bytes) { bytes_.append(bytes); }
-    /// The same; an empty buffer may hold the bytes together with `other`.
+    /// The same; an empty buffer holds shared bytes together with `other`.
     void append(const DataBuffer& other) {
-        if (view().empty() && other.bytes_.isWorthSharing()) {
-            bytes_ = other.bytes_;
+        if (view().empty() && other.bytes_.isShared()) {
+            bytes_ = other.bytes_.stretch(other.view());
         } else {
             append(other.view());
         }

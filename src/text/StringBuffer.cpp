@@ -29,8 +29,8 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 
 void StringBuffer::setString(const char* s) { setString(viewOf(s)); }
 void StringBuffer::setString(const StringBuffer& other) {
-    if (other.text_.isWorthSharing()) {
-        share(other.text_);
+    if (other.text_.isShared()) {
+        hold(other.text_);
     } else {
         setString(other.view());
     }
@@ -41,16 +41,11 @@ void StringBuffer::setString(std::string_view s) {
 }
 
 void StringBuffer::append(const char* s) { append(viewOf(s)); }
-void StringBuffer::append(const StringBuffer& other) {
-    if (isEmpty()) {
-        setString(other);
-    } else {
-        append(other.view());
-    }
-}
-void StringBuffer::append(const DataBuffer& bytes) {
-    if (isEmpty() && bytes.bytes().isWorthSharing() && bytes.bytes().isTerminated()) {
-        share(bytes.bytes());
+void StringBuffer::append(const StringBuffer& other) { append(other.text_); }
+void StringBuffer::append(const DataBuffer& bytes) { append(bytes.bytes()); }
+void StringBuffer::append(const ByteStore& bytes) {
+    if (isEmpty() && bytes.isShared()) {
+        hold(bytes);
     } else {
         append(bytes.view());
     }
@@ -63,9 +58,19 @@ void StringBuffer::appendN(const char* p, unsigned n) {
     if (p) append(std::string_view(p, n));
 }
 
-void StringBuffer::share(const ByteStore& bytes) {
+void StringBuffer::hold(const ByteStore& bytes) {
     ++revision_;
-    text_ = bytes;
+    text_ = bytes.stretch(bytes.view());
+}
+
+void StringBuffer::handOut(StringBuffer& other) {
+    ++revision_;
+    text_.makeShared();
+    if (text_.isMostOfItsText()) {
+        other.hold(text_);
+    } else {
+        other.setString(view());
+    }
 }
 
 void StringBuffer::clear() noexcept {
@@ -115,7 +120,7 @@ char StringBuffer::charAt(unsigned i) const noexcept {
     return i < view().size() ? view()[i] : '\0';
 }
 
-const char* StringBuffer::pCharAt(unsigned i) const noexcept {
+const char* StringBuffer::pCharAt(unsigned i) const {
     return getString() + std::min<std::size_t>(i, view().size());
 }
 

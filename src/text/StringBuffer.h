@@ -33,7 +33,7 @@ public:
     ~StringBuffer() = default;
 
     /// The text as a C string, never null. Valid until the buffer changes.
-    const char* getString() const noexcept { return view().empty() ? "" : view().data(); }
+    const char* getString() const { return text_.terminated(); }
     /// The text with its length. Valid until the buffer changes.
     std::string_view view() const noexcept { return text_.view(); }
     /// Counts up to 4 GiB; `view().size()` counts on.
@@ -53,11 +53,9 @@ public:
     /// Appends exactly `n` bytes from `p`, NUL bytes included.
     void appendN(const char* p, unsigned n);
 
-    /// Lets other buffers hold the text without a copy. Views become invalid.
-    void makeShared() {
-        ++revision_;
-        text_.makeShared();
-    }
+    /// Gives `other` the text, without a copy where that keeps no longer text
+    /// alive. Views become invalid.
+    void handOut(StringBuffer& other);
 
     /// Empties the text and gives its storage back.
     void clear() noexcept;
@@ -85,7 +83,7 @@ public:
     /// The byte at `i`, 0 outside the text.
     char charAt(unsigned i) const noexcept;
     /// The text from `i` on; the final NUL when `i` is past the end.
-    const char* pCharAt(unsigned i) const noexcept;
+    const char* pCharAt(unsigned i) const;
     /// The last byte, 0 when the text is empty.
     char lastChar() const noexcept;
     unsigned countCharOccurances(char c) const noexcept;
@@ -119,9 +117,9 @@ private:
         ++revision_;
         return text_.changing();
     }
-    void share(const ByteStore& bytes);
+    void append(const ByteStore& bytes);
+    void hold(const ByteStore& bytes);
 
-    /// Shared bytes only when a NUL stands behind them.
     ByteStore text_;
     unsigned long revision_ = 0;
 };

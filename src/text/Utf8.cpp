@@ -45,6 +45,20 @@ Sequence sequenceAt(std::string_view text) noexcept {
     return {length, true};
 }
 
+/// Calls `take` with each stretch of what `text` is in well-formed UTF-8.
+template <class Take>
+void forEachStretch(std::string_view text, Take take) {
+    while (!text.empty()) {
+        const std::size_t plain = asciiPrefix(text);
+        take(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) return;
+        const Sequence sequence = sequenceAt(text);
+        take(sequence.wellFormed ? text.substr(0, sequence.length) : replacementCharacter);
+        text.remove_prefix(sequence.length);
+    }
+}
+
 }  // namespace
 
 std::size_t asciiPrefix(std::string_view text) noexcept {
@@ -90,19 +104,10 @@ void appendUtf8(std::string& out, std::uint32_t codePoint) {
 }
 
 void appendWellFormed(std::string& out, std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t plain = asciiPrefix(text);
-        out.append(text.substr(0, plain));
-        text.remove_prefix(plain);
-        if (text.empty()) return;
-        const Sequence sequence = sequenceAt(text);
-        if (sequence.wellFormed) {
-            out.append(text.substr(0, sequence.length));
-        } else {
-            out += replacementCharacter;
-        }
-        text.remove_prefix(sequence.length);
-    }
+    std::size_t size = out.size();
+    forEachStretch(text, [&](std::string_view stretch) { size += stretch.size(); });
+    out.reserve(size);
+    forEachStretch(text, [&](std::string_view stretch) { out.append(stretch); });
 }
 
 }  // namespace bouncecheck

@@ -17,11 +17,11 @@ public:
     void appendUtf8(const DataBuffer& s) { utf8_.append(s); }
 
     /// NUL-terminated, never null. Valid until the string changes.
-    const char* getUtf8() const noexcept { return utf8_.getString(); }
+    const char* getUtf8() const { return utf8_.getString(); }
     /// The text as a buffer that belongs to this string; for reading only.
     StringBuffer& getUtf8Sb() noexcept { return utf8_; }
     /// NUL-terminated, never null. Valid until the string changes.
-    const char* getAnsi() const noexcept { return utf8_.getString(); }
+    const char* getAnsi() const { return utf8_.getString(); }
     /// Both with their lengths, NUL bytes included.
     std::string_view view() const noexcept { return utf8_.view(); }
     std::string_view ansiView() const noexcept { return utf8_.view(); }
