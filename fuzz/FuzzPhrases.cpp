@@ -1,12 +1,18 @@
-// The phrase pass against one plain search for each phrase. In the input a byte
+// The phrase pass, with the tables of the classifier and with all its phrases as one
+// table, against one plain search for each phrase. In the input a byte
 // below 0x80 stands for itself, and a higher one begins three that stand for a
 // phrase: two choose it, the third says how it is spoiled. An input that begins
 // with 0xFF is searched as it is.
 
+#include <algorithm>
 #include <set>
 
 #include "bench/PhrasePass.h"
 #include "bench/support/Literals.h"
+#include "bounce/Marker.h"
+#include "bounce/PhraseScan.h"
+#include "bounce/PhraseTables.h"
+#include "bounce/tables/AutoReplyIndicators.h"
 #include "fuzz/Input.h"
 #include "fuzz/Require.h"
 #include "text/Ascii.h"
@@ -49,6 +55,35 @@ std::string composed(Input input) {
     return text;
 }
 
+void requireLists(std::string_view text) {
+    const PhraseScan scan(text);
+    for (const PhraseTable& table : phraseTables()) {
+        // Patterns and markers are taken apart by the pass.
+        const std::string_view name = table.name;
+        if (name == "BounceSubjectList" || name == "BounceFromAddrList" ||
+            name == "BounceDataMarkers") {
+            continue;
+        }
+        const char* const* list = table.phrases.data();
+        const LetterCase letters =
+            list == AutoReplyIndicators ? LetterCase::exact : LetterCase::ignored;
+        const auto found = std::ranges::find_if(table.phrases, [&](const char* phrase) {
+            return findBytes(text, phrase, 0, letters) != npos;
+        });
+        const bool isThere = found != table.phrases.end();
+        require(scan.firstOf(list, letters) == (isThere ? *found : nullptr),
+                "the first phrase of a list is the first that a search finds");
+    }
+    for (std::size_t i = 0, next = scan.nextMarker(0); *BounceDataMarkers[i]; ++i) {
+        const Marker marker(BounceDataMarkers[i]);
+        const bool isThere = contains(text, marker.context) && contains(text, marker.text);
+        require(isThere == (next == i), "a marker is told when it is there");
+        if (!isThere) continue;
+        require(scan.markerPlace(i) == findBytes(text, marker.text), "its place is the first");
+        next = scan.nextMarker(i + 1);
+    }
+}
+
 }  // namespace
 }  // namespace bouncecheck::fuzz
 
@@ -66,5 +101,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         if (containsNoCase(exact.view(), literals()[i])) expected.insert(i);
     }
     require(found == expected, "one pass finds what plain searches find");
+    requireLists(exact.view());
     return 0;
 }

@@ -27,7 +27,7 @@ inline constexpr std::size_t stride = 2;
 inline constexpr std::size_t shortest = windowSize + stride - 1;
 inline constexpr std::size_t longest = 255;
 
-inline constexpr std::size_t filterBits = std::size_t{1} << 16;
+inline constexpr std::size_t filterBits = std::size_t{1} << 18;
 inline constexpr std::size_t buckets = std::size_t{1} << 12;
 
 /// Makes letters of either case the same. It makes some other bytes the same as
@@ -47,7 +47,8 @@ constexpr std::uint64_t foldedBytes(std::string_view text, std::size_t at,
 }
 
 constexpr std::uint32_t hashOf(std::uint64_t window) noexcept {
-    return static_cast<std::uint32_t>((window * 0x9E3779B97F4A7C15u) >> 48);
+    return static_cast<std::uint32_t>((window * 0x9E3779B97F4A7C15u) >>
+                                      (64 - std::bit_width(filterBits - 1)));
 }
 
 constexpr std::size_t bucketOf(std::uint32_t hash) noexcept {
@@ -180,14 +181,15 @@ public:
     template <class OnPlace>
     void scan(std::string_view text, OnPlace& onPlace) const {
         std::size_t at = 0;
-        for (; at + 3 * stride + 8 <= text.size(); at += 4 * stride) {
-            const Probe probes[] = {probe(text, at), probe(text, at + stride),
-                                    probe(text, at + 2 * stride), probe(text, at + 3 * stride)};
-            const bool any = (mayMatch(probes[0]) | mayMatch(probes[1]) | mayMatch(probes[2]) |
-                              mayMatch(probes[3])) != 0;
-            if (!any) continue;
-            for (std::size_t i = 0; i < std::size(probes); ++i) {
-                if (mayMatch(probes[i])) verify(text, at + i * stride, probes[i], onPlace);
+        constexpr std::size_t group = 8;
+        for (; at + (group - 1) * stride + 8 <= text.size(); at += group * stride) {
+            std::uint32_t any = 0;
+            for (std::size_t i = 0; i < group; ++i)
+                any |= mayMatch(probe(text, at + i * stride)) << i;
+            for (; any != 0; any &= any - 1) {
+                const std::size_t place =
+                    at + stride * static_cast<std::size_t>(std::countr_zero(any));
+                verify(text, place, probe(text, place), onPlace);
             }
         }
         for (; at + windowSize <= text.size(); at += stride) {
