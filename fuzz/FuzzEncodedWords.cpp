@@ -10,7 +10,7 @@
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace bouncecheck;
     using namespace bouncecheck::fuzz;
-    const ExactBytes exact(undeclaredToUtf8(Input(data, size).rest()));
+    const ExactBytes exact(undeclaredToUtf8(std::string(Input(data, size).rest())));
     const std::string_view text = exact.view();
     const std::string decoded = decodeEncodedWords(text);
     require(isUtf8(decoded), "decoded words are UTF-8");
