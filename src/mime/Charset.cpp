@@ -109,17 +109,27 @@ std::string decodeBytes(std::string_view bytes, const UpperHalf& upper) {
 /// A conversion of the C library, from one charset to UTF-8.
 class Iconv {
 public:
-    explicit Iconv(const char* charset) noexcept : handle_(iconv_open("UTF-8", charset)) {}
+    explicit Iconv(std::string charset)
+        : charset_(std::move(charset)), handle_(iconv_open("UTF-8", charset_.c_str())) {}
     Iconv(const Iconv&) = delete;
     Iconv& operator=(const Iconv&) = delete;
     ~Iconv() {
         if (isOpen()) iconv_close(handle_);
     }
 
+    /// The conversion that this thread used last, or another in its place: opening
+    /// one takes longer than most texts do.
+    static Iconv& of(const std::string& charset) {
+        thread_local std::optional<Iconv> last;
+        if (!last || last->charset_ != charset) last.emplace(charset);
+        return *last;
+    }
+
     bool isOpen() const noexcept { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
     /// Where nothing can be decoded, `unit` bytes are passed over.
     std::string convert(std::string_view bytes, std::size_t unit) {
+        iconv(handle_, nullptr, nullptr, nullptr, nullptr);  // forgets the text before
         std::string out;
         out.reserve(bytes.size());
         std::array<char, 8192> chunk;
@@ -146,6 +156,7 @@ public:
     }
 
 private:
+    std::string charset_;
     iconv_t handle_;
 };
 
@@ -199,7 +210,7 @@ std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_v
     if (known.empty()) return std::nullopt;
     const std::size_t unit = unitSize(known);
     if (unit == 1 && hasEightBit && isUtf8(bytes)) return std::nullopt;
-    Iconv conversion(known.c_str());
+    Iconv& conversion = Iconv::of(known);
     if (!conversion.isOpen()) return std::nullopt;
     return conversion.convert(bytes, unit);
 }
