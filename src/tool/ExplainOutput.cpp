@@ -6,10 +6,9 @@
 #include <vector>
 
 #include "bounce/BounceType.h"
-#include "bounce/PhraseTables.h"
 #include "log/TraceTree.h"
-#include "text/Search.h"
 #include "text/Utf8.h"
+#include "tool/Excerpt.h"
 #include "tool/Output.h"
 #include "tool/RuleHelp.h"
 
@@ -18,20 +17,6 @@ namespace {
 
 constexpr std::string_view margin = "  ";
 constexpr std::string_view emphasis = "1;7";
-
-/// The first phrase of the rule's tables that stands in `text`, for rules that do
-/// not say which it was.
-std::string_view phraseIn(std::string_view text, const RuleHelp& rule) {
-    for (const std::string_view name : rule.tables) {
-        for (const PhraseTable& table : phraseTables()) {
-            if (table.name != name) continue;
-            for (const char* phrase : table.phrases) {
-                if (containsNoCase(text, phrase)) return phrase;
-            }
-        }
-    }
-    return {};
-}
 
 std::vector<std::string_view> linesOf(std::string_view text) {
     std::vector<std::string_view> lines;
@@ -43,18 +28,6 @@ std::vector<std::string_view> linesOf(std::string_view text) {
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     }
     return lines;
-}
-
-/// Part of a line, in bytes.
-struct Mark {
-    std::size_t begin;
-    std::size_t size;
-};
-
-/// Where `wanted` first stands in `line`; a size of 0 when it does not.
-Mark markOf(std::string_view line, std::string_view wanted) {
-    const std::size_t at = wanted.empty() ? npos : findBytesNoCase(line, wanted);
-    return at == npos ? Mark{0, 0} : Mark{at, wanted.size()};
 }
 
 class ExplainOutput final : public Output {
@@ -70,9 +43,7 @@ public:
         isFirst_ = false;
         const RuleHelp* rule = helpForLabel(message.label);
         const TypeHelp* type = helpForType(message.type);
-        std::string_view phrase = message.phrase;
-        if (phrase.empty() && rule) phrase = phraseIn(message.data, *rule);
-        if (phrase.empty() && rule) phrase = phraseIn(message.subject, *rule);
+        const std::string_view phrase = phraseBehind(message);
 
         out_ << style_.paint(printable(placeOf(message.source, message.index, message.inMailbox)),
                              "1")
@@ -144,7 +115,7 @@ private:
         const std::size_t room = style_.width - used;
         while (columns(text) > room) {
             const std::size_t cut = text.rfind(' ', bytesWithin(text, room));
-            if (cut == npos || cut == 0) break;
+            if (cut == std::string::npos || cut == 0) break;
             out_ << style_.paint(text.substr(0, cut), color) << '\n' << std::string(used, ' ');
             text.erase(0, cut + 1);
         }
@@ -175,57 +146,26 @@ private:
         return style_.width > 0 ? fitted(line, style_.width) : std::string(line);
     }
 
-    /// The lines with the phrase or the address and those around them; the first
-    /// lines when neither stands in one line.
     void showText(const Classified& message, std::string_view phrase) {
-        constexpr std::size_t around = 2;
-        constexpr std::size_t firstLines = 12;
-        const std::vector<std::string_view> lines = linesOf(message.data);
+        const std::vector<ExcerptLine> lines = excerptOf(message, phrase);
         if (lines.empty()) return;
-        std::vector<bool> isShown(lines.size());
-        std::vector<Mark> marks(lines.size());
-        const auto markFirst = [&](std::string_view wanted) {
-            for (std::size_t i = 0; i < lines.size(); ++i) {
-                const Mark mark = markOf(lines[i], wanted);
-                if (mark.size == 0) continue;
-                if (marks[i].size == 0) marks[i] = mark;
-                const std::size_t first = i - std::min(i, around);
-                const std::size_t last = std::min(i + around + 1, lines.size());
-                std::fill(isShown.begin() + static_cast<std::ptrdiff_t>(first),
-                          isShown.begin() + static_cast<std::ptrdiff_t>(last), true);
-                return;
-            }
-        };
-        markFirst(phrase);
-        markFirst(message.address);
-        if (std::ranges::find(isShown, true) == isShown.end()) {
-            std::fill_n(isShown.begin(), std::min(firstLines, lines.size()), true);
-        }
-
         out_ << '\n' << margin << style_.paint("Text", "1") << '\n';
-        bool isGap = false;
-        for (std::size_t i = 0; i < lines.size(); ++i) {
-            if (isShown[i]) showLine(lines[i], marks[i]);
-            if (!isShown[i] && !isGap) out_ << "    ...\n";
-            isGap = !isShown[i];
+        for (const ExcerptLine& line : lines) {
+            if (line.isGap) {
+                out_ << "    ...\n";
+            } else {
+                showLine(line);
+            }
         }
     }
 
-    void showLine(std::string_view line, Mark mark) {
+    void showLine(const ExcerptLine& whole) {
         constexpr std::string_view before = "    | ";
         const std::size_t longestLine =
             style_.width > 2 * before.size() ? style_.width - before.size() : 300;
-        if (line.size() > longestLine) {
-            // What is marked stays in sight.
-            constexpr std::size_t inFront = 20;
-            std::size_t start = mark.begin + mark.size > longestLine
-                                    ? mark.begin - std::min(mark.begin, inFront)
-                                    : 0;
-            while (start > 0 && (static_cast<unsigned char>(line[start]) & 0xC0) == 0x80) --start;
-            line = line.substr(start, longestLine);
-            mark.begin -= std::min(mark.begin, start);
-            mark.size = std::min(mark.size, line.size() - std::min(line.size(), mark.begin));
-        }
+        const ExcerptLine shown = cutLine(whole, longestLine);
+        const std::string_view line = shown.text;
+        const Mark mark = shown.marks.front();
         const std::string front = printable(line.substr(0, mark.begin));
         const std::string marked = printable(line.substr(mark.begin, mark.size));
         const std::string rest = printable(line.substr(mark.begin + mark.size));
