@@ -53,6 +53,12 @@ struct Wanted {
     bool data = false;
     bool trace = false;
     bool bytes = false;
+
+    /// What either asks for.
+    constexpr Wanted operator|(const Wanted& o) const noexcept {
+        return {facts || o.facts, header || o.header, data || o.data, trace || o.trace,
+                bytes || o.bytes};
+    }
 };
 
 /// Classifies messages, one at a time.

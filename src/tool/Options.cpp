@@ -125,6 +125,11 @@ void declareOutput(CLI::App& app, Options& options) {
                    "Write to this file, which appears whole or not at all")
         ->type_name("FILE")
         ->group(group);
+    app.add_option("--html", options.pageFile,
+                   "Write a page for the browser to this file: charts, and a table whose\nrows "
+                   "unfold; with a summary in place of the table, unless more is asked for")
+        ->type_name("FILE")
+        ->group(group);
     app.add_option("--sort-into", options.sortInto,
                    "Deliver copies of what is shown into one Maildir per verdict below DIR")
         ->type_name("DIR")
@@ -157,7 +162,9 @@ void checkTogether(const Options& options) {
          "--addresses and --explain have a form of their own"},
         {options.summary && isColumns, "--summary is a table or json"},
         {parts.trace && isColumns, "--trace is for a table or json"},
-        {options.listPhrases && hasPaths, "--list-phrases reads no messages"},
+        {options.listPhrases && (hasPaths || options.pageFile), "--list-phrases reads no messages"},
+        {options.pageFile && options.pageFile == options.outFile,
+         "--html and --output take a file each"},
     };
     for (const auto& [isMade, problem] : mistakes) {
         if (isMade) throw std::invalid_argument(problem);

@@ -26,6 +26,7 @@ struct Options {
     /// Threads; 0 for as many as there are cores.
     std::size_t jobs = 0;
     std::optional<std::string> outFile;
+    std::optional<std::string> pageFile;
     std::optional<std::string> sortInto;
 };
 

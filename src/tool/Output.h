@@ -64,4 +64,9 @@ std::unique_ptr<Output> makeSummaryOutput(std::ostream& out, SummaryForm form, S
 /// steps as a tree and the text with what was found in it.
 std::unique_ptr<Output> makeExplainOutput(std::ostream& out, Style style);
 
+/// One HTML page with all the above for a browser, and nothing it would fetch from
+/// elsewhere. Written as messages come: what it keeps does not grow with their
+/// number. `out` has to outlive it.
+std::unique_ptr<Output> makeHtmlOutput(std::ostream& out);
+
 }  // namespace bouncecheck

@@ -44,30 +44,38 @@ std::unique_ptr<Output> makeOutput(const Options& options, std::ostream& out, St
     if (options.addresses) return makeAddressOutput(out, options.filter.wantsAll());
     if (options.explain) return makeExplainOutput(out, style);
     const bool isJson = options.format == "json";
-    if (options.summary) {
+    const OutputParts& parts = options.parts;
+    // With a page, nobody needs every message on the terminal as well.
+    const bool isPageEnough = options.pageFile && options.format == "table" &&
+                              parts.fields.empty() && !parts.data && !parts.trace;
+    if (options.summary || isPageEnough) {
         return makeSummaryOutput(out, isJson ? SummaryForm::json : SummaryForm::text, style);
     }
-    if (isJson) return makeJsonOutput(out, options.parts);
-    if (options.format == "csv") return makeCsvOutput(out, options.parts);
-    if (options.format == "tsv") return makeTsvOutput(out, options.parts);
-    return makeTableOutput(out, options.parts, style);
+    if (isJson) return makeJsonOutput(out, parts);
+    if (options.format == "csv") return makeCsvOutput(out, parts);
+    if (options.format == "tsv") return makeTsvOutput(out, parts);
+    return makeTableOutput(out, parts, style);
 }
 
 /// One run over all messages.
 class Batch {
 public:
-    Batch(const Options& options, std::ostream& out, std::ostream& err, const Terminal& terminal)
+    /// `page` is null when there is none.
+    Batch(const Options& options, std::ostream& out, std::ostream* page, std::ostream& err,
+          const Terminal& terminal)
         : options_(options),
           out_(out),
           err_(err),
           // Where rows appear on the terminal nobody needs to be told.
           progress_(err, terminal.isErr && (!terminal.isOut || options.outFile)),
-          output_(makeOutput(options, out, styleFor(options, terminal))) {
+          output_(makeOutput(options, out, styleFor(options, terminal))),
+          page_(page ? makeHtmlOutput(*page) : nullptr) {
         if (options.sortInto) sorter_.emplace(*options.sortInto);
     }
 
     int run() {
         Wanted wanted = output_->wanted();
+        if (page_) wanted = wanted | page_->wanted();
         wanted.bytes = sorter_.has_value();
         const std::size_t jobs =
             options_.jobs > 0 ? options_.jobs : std::max(1u, std::thread::hardware_concurrency());
@@ -93,6 +101,7 @@ public:
             });
         pipeline.finish();
         output_->finish();
+        if (page_) page_->finish();
         if (sorter_) sorter_->finish();
         progress_.clear();
         return options_.exitType ? typeStatus() : status_;
@@ -111,6 +120,7 @@ private:
         if (!options_.filter.wants(message.type)) return;
         if (sorter_) sorter_->deliver(message);
         output_->show(message);
+        if (page_) page_->show(message);
         // Nobody reads on: there is nothing left to work for.
         if (!out_) throw std::runtime_error("the output could not be written");
     }
@@ -133,19 +143,20 @@ private:
     std::ostream& err_;
     Progress progress_;
     std::unique_ptr<Output> output_;
+    std::unique_ptr<Output> page_;
     std::optional<MaildirSorter> sorter_;
     int status_ = EXIT_ALL_CLASSIFIED;
     std::size_t messages_ = 0;
     int lastType_ = 0;
 };
 
-int writeTo(std::ostream& out, std::ostream& err, const Options& options,
+int writeTo(std::ostream& out, std::ostream* page, std::ostream& err, const Options& options,
             const Terminal& terminal) {
     int status = EXIT_ALL_CLASSIFIED;
     if (options.listPhrases) {
         listPhrases(out);
     } else {
-        status = Batch(options, out, err, terminal).run();
+        status = Batch(options, out, page, err, terminal).run();
     }
     if (!out.flush()) throw std::runtime_error("the output could not be written");
     return status;
@@ -157,14 +168,18 @@ int runWith(Options options, std::ostream& out, std::ostream& err, const Termina
         if (isatty(STDIN_FILENO)) err << "bouncecheck: reading a message from the terminal\n";
         sources.paths.emplace_back("-");
     }
-    if (options.outFile || options.sortInto) noteSignals();
+    if (options.outFile || options.pageFile || options.sortInto) noteSignals();
     // What is sorted into a folder below a source is no source.
     if (options.sortInto) sources.excludedFolder = *options.sortInto;
-    if (!options.outFile) return writeTo(out, err, options, terminal);
-    OutputFile file(*options.outFile);
-    const int status = writeTo(file.stream(), err, options, terminal);
-    throwIfInterrupted();
-    file.commit();
+    std::optional<OutputFile> file;
+    std::optional<OutputFile> page;
+    if (options.outFile) file.emplace(*options.outFile);
+    if (options.pageFile) page.emplace(*options.pageFile);
+    const int status = writeTo(file ? file->stream() : out, page ? &page->stream() : nullptr, err,
+                               options, terminal);
+    if (file || page) throwIfInterrupted();
+    if (file) file->commit();
+    if (page) page->commit();
     return status;
 }
 
