@@ -1,8 +1,9 @@
-# Puts the page, its style and its script together as C++ source:
+# Puts the page, its style and its scripts together as C++ source:
 #
-#   cmake -D SOURCE=folder -D OUTPUT=file.cpp -P EmbedPage.cmake
+#   cmake -D SOURCE=folder -D SCRIPTS=a.js;b.js -D OUTPUT=file.cpp -P EmbedPage.cmake
 #
-# The page's Content-Security-Policy names the style and the script by their hashes.
+# The scripts become one, in their order. The page's Content-Security-Policy names it
+# and the style by their hashes.
 
 # The Base64 form of hexadecimal digits.
 function(to_base64 hex result)
@@ -31,10 +32,14 @@ endfunction()
 
 file(READ ${SOURCE}/page.html page)
 file(READ ${SOURCE}/page.css style)
-file(READ ${SOURCE}/page.js script)
+set(script "")
+foreach(name IN LISTS SCRIPTS)
+  file(READ ${SOURCE}/${name} text)
+  string(APPEND script "\n${text}")
+endforeach()
 foreach(text IN ITEMS "${style}" "${script}")
   if("${text}" MATCHES "</|<!--|\\)page\"")
-    message(FATAL_ERROR "page.css and page.js must not hold ${CMAKE_MATCH_0}")
+    message(FATAL_ERROR "style and scripts must not hold ${CMAKE_MATCH_0}")
   endif()
 endforeach()
 hash_of("${style}" style_hash)

@@ -1,0 +1,169 @@
+// The table. Only the rows in sight are in the document.
+
+const body = find("rows");
+/** Rows in the document, by their place in `shown`. */
+const drawn = new Map();
+const unfolded = { row: -1, at: -1, element: undefined, height: 0 };
+let rowHeight = 0;
+let drawableCount = 0;
+
+function drawHead() {
+    const cells = columns.map((column) => {
+        const button = make("button", { type: "button" }, column.title);
+        const cell = make("div", { role: "columnheader", class: column.name }, button);
+        button.addEventListener("click", () => {
+            sorting.descending = sorting.column === column && !sorting.descending;
+            sorting.column = column;
+            for (const other of cells) other.removeAttribute("aria-sort");
+            cell.setAttribute("aria-sort", sorting.descending ? "descending" : "ascending");
+            update();
+        });
+        return cell;
+    });
+    find("head").replaceChildren(...cells);
+}
+
+function drawTable() {
+    for (const element of drawn.values()) element.remove();
+    drawn.clear();
+    rowHeight = parseFloat(getComputedStyle(body).getPropertyValue("--row-height"));
+    // Browsers cannot show elements of any height.
+    drawableCount = Math.min(shown.length, Math.floor(15e6 / rowHeight));
+    find("table").setAttribute("aria-rowcount", drawableCount + 1);
+    unfolded.at = unfolded.row < 0 ? -1 : shown.indexOf(unfolded.row);
+    if (unfolded.at < 0) fold();
+    drawRows();
+}
+
+/** Scrolls back to the first row, unless that is in sight. */
+function showTableTop() {
+    const headBottom = body.previousElementSibling.getBoundingClientRect().bottom;
+    const hidden = headBottom - body.getBoundingClientRect().top;
+    if (hidden > 0) scrollBy(0, -hidden);
+}
+
+/** The place in `shown` of the row that is so far below the first one's top. */
+function placeAt(y) {
+    const { at, height } = unfolded;
+    if (at < 0 || y < (at + 1) * rowHeight) return Math.max(0, Math.floor(y / rowHeight));
+    return Math.max(at, Math.floor((y - height) / rowHeight));
+}
+
+const topOf = (place) =>
+    place * rowHeight + (unfolded.at >= 0 && place > unfolded.at ? unfolded.height : 0);
+
+function moveTo(element, y) {
+    element.style.transform = `translateY(${y}px)`;
+}
+
+function drawRows() {
+    const beyond = 400;
+    const top = -body.getBoundingClientRect().top;
+    const first = placeAt(top - beyond);
+    const end = Math.min(drawableCount, placeAt(top + innerHeight + beyond) + 1);
+    for (const [place, element] of drawn) {
+        if (place >= first && place < end) continue;
+        element.remove();
+        drawn.delete(place);
+    }
+    // In the order of the table, for those who go by keys or listen.
+    let next = null;
+    for (let place = end - 1; place >= first; place -= 1) {
+        let element = drawn.get(place);
+        if (!element) {
+            element = makeRow(place);
+            drawn.set(place, element);
+            body.insertBefore(element, next);
+        }
+        if (place === unfolded.at && element.nextSibling !== unfolded.element) {
+            element.after(unfolded.element);
+        }
+        moveTo(element, topOf(place));
+        next = element;
+    }
+    if (unfolded.at >= 0) moveTo(unfolded.element, (unfolded.at + 1) * rowHeight);
+    body.style.height = `${topOf(drawableCount)}px`;
+}
+
+function makeRow(place) {
+    const row = shown[place];
+    const name = typeName(rows.type[row]);
+    const isOpen = row === unfolded.row;
+    const button = make("button", { type: "button", "aria-expanded": String(isOpen) });
+    button.append(make("span", { class: `dot ${name}` }, name));
+    const texts = {
+        verdict: button,
+        address: rows.address[row] || "–",
+        subject: rows.subject[row] || "–",
+        rule: rows.label[row] || "–",
+        date: dateText(rows.date[row]) || "–",
+        place: make("bdi", {}, rows.place[row]),
+    };
+    const cells = columns.map((column) =>
+        make("div", { role: "cell", class: `text ${column.name}` }, texts[column.name]),
+    );
+    const element = make(
+        "div",
+        { role: "row", class: "row", "aria-rowindex": place + 2 },
+        ...cells,
+    );
+    element.classList.toggle("open", isOpen);
+    element.addEventListener("click", () => {
+        if (getSelection().isCollapsed) toggle(place);
+    });
+    return element;
+}
+
+function markOpen(place, isOpen) {
+    const element = drawn.get(place);
+    element?.classList.toggle("open", isOpen);
+    element?.querySelector("button").setAttribute("aria-expanded", String(isOpen));
+}
+
+function fold() {
+    markOpen(unfolded.at, false);
+    sizes.disconnect();
+    unfolded.element?.remove();
+    Object.assign(unfolded, { row: -1, at: -1, element: undefined, height: 0 });
+}
+
+function toggle(place) {
+    const wasOpen = unfolded.at === place;
+    const before = drawn.get(place).getBoundingClientRect().top;
+    fold();
+    if (!wasOpen) {
+        const row = shown[place];
+        const cell = make("div", { role: "cell", "aria-colspan": columns.length }, ...explain(row));
+        const element = make("div", { role: "row", class: "unfolded" }, cell);
+        body.append(element);
+        Object.assign(unfolded, { row, at: place, element, height: element.offsetHeight });
+        markOpen(place, true);
+        sizes.observe(element);
+    }
+    drawRows();
+    // What is folded above must not move the row that was clicked.
+    scrollBy(0, drawn.get(place).getBoundingClientRect().top - before);
+}
+
+/** An explanation grows when one of its steps is unfolded, or the window narrows. */
+const sizes = new ResizeObserver(() => {
+    if (!unfolded.element || unfolded.element.offsetHeight === unfolded.height) return;
+    unfolded.height = unfolded.element.offsetHeight;
+    drawRows();
+});
+
+body.addEventListener("keydown", (event) => {
+    const step = { ArrowDown: 1, ArrowUp: -1 }[event.key];
+    const row = event.target.closest(".row");
+    if (event.key === "Escape" && unfolded.at >= 0) {
+        const place = unfolded.at;
+        toggle(place);
+        drawn.get(place).querySelector("button").focus();
+    } else if (step && row) {
+        event.preventDefault();
+        const place = [...drawn].find(([, element]) => element === row)[0];
+        const button = drawn.get(place + step)?.querySelector("button");
+        button?.focus({ preventScroll: true });
+        button?.closest(".row").scrollIntoView({ block: "nearest" });
+    }
+});
