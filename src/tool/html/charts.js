@@ -69,7 +69,7 @@ function drawDomains() {
     const topRows = 10;
     const rowsOf = new Map();
     for (const row of shown) {
-        const domain = domainOf(row);
+        const domain = domains[row];
         if (!domain) continue;
         if (!rowsOf.has(domain)) rowsOf.set(domain, []);
         rowsOf.get(domain).push(row);
@@ -143,7 +143,7 @@ function drawTime() {
     const { unit, spans } = spansBetween(dates[strays], dates[dates.length - 1 - strays]);
     let outside = 0;
     for (const row of dated) {
-        const counts = spans.get(dateText(rows.date[row]).slice(0, unit.letters));
+        const counts = spans.get(dateTexts[row].slice(0, unit.letters));
         if (!counts) outside += 1;
         else counts.set(rows.type[row], counts.get(rows.type[row]) + 1);
     }

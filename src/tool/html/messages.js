@@ -40,8 +40,10 @@ function dateText(seconds) {
     return new Date(seconds * 1000).toISOString().slice(0, 16).replace("T", " ");
 }
 
-function domainOf(row) {
-    const address = rows.address[row];
+function domainOf(address) {
     const at = address.lastIndexOf("@");
     return at < 0 ? "" : address.slice(at + 1).toLowerCase();
 }
+
+const dateTexts = rows.date.map(dateText);
+const domains = rows.address.map(domainOf);

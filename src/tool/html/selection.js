@@ -42,7 +42,7 @@ function searchedTexts() {
             rows.from[row],
             rows.label[row],
             typeName(type),
-            dateText(rows.date[row]),
+            dateTexts[row],
             rows.place[row],
         ]
             .join("\n")
@@ -56,15 +56,22 @@ const chosenTypes = new Set();
 /** The rows that are shown, in order. */
 let shown = [];
 
-function update() {
-    const words = find("search").value.toLowerCase().split(/\s+/).filter(Boolean);
+const searchedWords = () => find("search").value.toLowerCase().split(/\s+/).filter(Boolean);
+
+/** Chooses what is shown; returns what the search found, of any type. */
+function select() {
+    const words = searchedWords();
     const texts = words.length > 0 ? searchedTexts() : [];
     const isFound = (row) => words.every((word) => texts[row].includes(word));
     const found = words.length > 0 ? sortedRows().filter(isFound) : sortedRows();
     const isChosen = (row) => chosenTypes.has(rows.type[row]);
     shown = chosenTypes.size > 0 ? found.filter(isChosen) : found;
+    return found;
+}
 
-    drawVerdicts(found);
+/** After a change of what is searched or chosen. */
+function update() {
+    drawVerdicts(select());
     drawTime();
     drawDomains();
     drawTable();
@@ -73,7 +80,15 @@ function update() {
     find("found").textContent = isAll
         ? counted(rowCount, "message")
         : `${number(shown.length)} of ${number(rowCount)}`;
-    find("all").hidden = isAll && words.length === 0;
+    find("all").hidden = isAll && searchedWords().length === 0;
+}
+
+function sortBy(column) {
+    sorting.descending = sorting.column === column && !sorting.descending;
+    sorting.column = column;
+    select();
+    drawTable();
+    showTableTop();
 }
 
 function searchFor(text) {

@@ -12,11 +12,9 @@ function drawHead() {
         const button = make("button", { type: "button" }, column.title);
         const cell = make("div", { role: "columnheader", class: column.name }, button);
         button.addEventListener("click", () => {
-            sorting.descending = sorting.column === column && !sorting.descending;
-            sorting.column = column;
+            sortBy(column);
             for (const other of cells) other.removeAttribute("aria-sort");
             cell.setAttribute("aria-sort", sorting.descending ? "descending" : "ascending");
-            update();
         });
         return cell;
     });
@@ -96,7 +94,7 @@ function makeRow(place) {
         address: rows.address[row] || "–",
         subject: rows.subject[row] || "–",
         rule: rows.label[row] || "–",
-        date: dateText(rows.date[row]) || "–",
+        date: dateTexts[row] || "–",
         place: make("bdi", {}, rows.place[row]),
     };
     const cells = columns.map((column) =>
