@@ -40,21 +40,26 @@ Style styleFor(const Options& options, const Terminal& terminal) {
     return {.color = color, .width = inTerminal ? terminal.width : 0};
 }
 
+/// Whether only a summary is printed: with a page, nobody needs every message on the
+/// terminal as well.
+bool isSummary(const Options& options) {
+    const OutputParts& parts = options.parts;
+    const bool wantsRows = options.addresses || options.explain || options.format != "table" ||
+                           !parts.fields.empty() || parts.data || parts.trace;
+    return options.summary || (options.pageFile && !wantsRows);
+}
+
 std::unique_ptr<Output> makeOutput(const Options& options, std::ostream& out, Style style) {
     if (options.addresses) return makeAddressOutput(out, options.filter.wantsAll());
     if (options.explain) return makeExplainOutput(out, style);
     const bool isJson = options.format == "json";
-    const OutputParts& parts = options.parts;
-    // With a page, nobody needs every message on the terminal as well.
-    const bool isPageEnough = options.pageFile && options.format == "table" &&
-                              parts.fields.empty() && !parts.data && !parts.trace;
-    if (options.summary || isPageEnough) {
+    if (isSummary(options)) {
         return makeSummaryOutput(out, isJson ? SummaryForm::json : SummaryForm::text, style);
     }
-    if (isJson) return makeJsonOutput(out, parts);
-    if (options.format == "csv") return makeCsvOutput(out, parts);
-    if (options.format == "tsv") return makeTsvOutput(out, parts);
-    return makeTableOutput(out, parts, style);
+    if (isJson) return makeJsonOutput(out, options.parts);
+    if (options.format == "csv") return makeCsvOutput(out, options.parts);
+    if (options.format == "tsv") return makeTsvOutput(out, options.parts);
+    return makeTableOutput(out, options.parts, style);
 }
 
 /// One run over all messages.
@@ -67,7 +72,8 @@ public:
           out_(out),
           err_(err),
           // Where rows appear on the terminal nobody needs to be told.
-          progress_(err, terminal.isErr && (!terminal.isOut || options.outFile)),
+          progress_(err,
+                    terminal.isErr && (!terminal.isOut || options.outFile || isSummary(options))),
           output_(makeOutput(options, out, styleFor(options, terminal))),
           page_(page ? makeHtmlOutput(*page) : nullptr) {
         if (options.sortInto) sorter_.emplace(*options.sortInto);
@@ -100,10 +106,10 @@ public:
                 tellProblem(source, reason);
             });
         pipeline.finish();
+        progress_.clear();
         output_->finish();
         if (page_) page_->finish();
         if (sorter_) sorter_->finish();
-        progress_.clear();
         return options_.exitType ? typeStatus() : status_;
     }
 

@@ -131,10 +131,13 @@ function drawTime() {
     const isDrawn = new Set(drawnTypes);
     const among = shown.filter((row) => isDrawn.has(rows.type[row]));
     const dated = among.filter((row) => rows.date[row] !== null);
-    const title = chosenTypes.size > 0 ? drawnTypes.map(typeName).join(", ") : "Bounces";
-    find("time-title").textContent = `${title} over time`;
+    const names = drawnTypes.map(typeName).join(", ");
+    const title = chosenTypes.size > 0 ? `Over time: ${names}` : "Bounces over time";
+    find("time-title").textContent = title;
     if (dated.length === 0) {
-        find("time").replaceChildren(make("p", {}, "None has a date."));
+        find("time").replaceChildren(
+            make("p", {}, among.length > 0 ? "None has a date." : "There are none."),
+        );
         return;
     }
     // Clocks that are years off would press all the rest together.
@@ -154,7 +157,7 @@ function drawTime() {
         .filter(({ type }) => isDrawn.has(type) && dated.some((row) => rows.type[row] === type))
         .map(({ name }) => make("span", { class: `dot ${name}` }, name));
     find("time").replaceChildren(
-        timePicture(spans, unit, `${title} over time`),
+        timePicture(spans, unit, title),
         make("div", { class: "legend" }, ...legend, make("span", {}, notes.join(" "))),
     );
 }
