@@ -127,7 +127,7 @@ void declareOutput(CLI::App& app, Options& options) {
         ->group(group);
     app.add_option("--html", options.pageFile,
                    "Write a page for the browser to this file: charts, and a table whose\nrows "
-                   "unfold; with a summary in place of the table, unless more is asked for")
+                   "unfold; the summary is printed, unless other output is asked for")
         ->type_name("FILE")
         ->group(group);
     app.add_option("--sort-into", options.sortInto,
