@@ -31,7 +31,9 @@ def message(number):
             "Content-Type: multipart/report; boundary=b\n\n--b\n\nSorry.\n"
             "--b\nContent-Type: message/delivery-status\n\n"
             f"Final-Recipient: rfc822; u{number:04}@d{number % 12}.example\n"
-            f"Action: failed\nDiagnostic-Code: smtp; {reason} <b>\n--b--\n\n")
+            f"Action: failed\nDiagnostic-Code: smtp; {reason} <b>\n"
+            + "\nFinal-Recipient: rfc822; more\nAction: failed\n" * (50 if number == 5 else 0)
+            + "--b--\n\n")
 
 
 class PageTest(unittest.TestCase):
@@ -99,8 +101,12 @@ class PageTest(unittest.TestCase):
         self.value("document.querySelectorAll('#verdicts button')[1].click()")
         self.expect("document.querySelector('#found').textContent", "200 of 1,000")
         self.value("document.querySelector('#domains button').click()")
-        self.expect("document.querySelector('#search').value", "@d0.example")
+        self.expect("document.querySelector('#search').value", "domain:d0.example")
         self.expect("document.querySelector('#found').textContent", "17 of 1,000")
+        self.value("document.querySelector('#all').click()")
+        self.value("document.querySelector('#time g').dispatchEvent(new Event('click'))")
+        self.expect("document.querySelector('#search').value", "date:2025-01-01")
+        self.expect("document.querySelector('#found').textContent", "12 of 1,000")
 
     def test_sorts_and_keeps_few_rows(self):
         address = "document.querySelector('#head .address')"
@@ -130,6 +136,10 @@ class PageTest(unittest.TestCase):
         self.expect("Math.abs(document.querySelector('.unfolded').getBoundingClientRect().bottom - "
                     "document.querySelector('.unfolded + .row')?.getBoundingClientRect().top) < 1",
                     True)
+        # From within the explanation, its row far above.
+        self.value("document.querySelector('.unfolded summary').focus()")
+        self.value("scrollTo(0, document.body.scrollHeight)")
+        self.expect("document.querySelectorAll('.row.open').length", 0)
         self.browser.press("Escape", 27)
         self.expect("document.querySelectorAll('.unfolded').length", 0)
         self.assertEqual(self.value("document.activeElement.ariaExpanded"), "false")

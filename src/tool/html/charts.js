@@ -81,8 +81,8 @@ function drawDomains() {
             counts: countTypes(of),
             most: top[0][1].length,
             title: () => summaryOf(countTypes(of)),
-            isPressed: find("search").value === `@${domain}`,
-            press: () => searchFor(`@${domain}`),
+            isPressed: find("search").value === `domain:${domain}`,
+            press: () => toggleSearch(`domain:${domain}`),
         }),
     );
     if (items.length === 0) items.push(make("li", { class: "empty" }, "No address is known."));
@@ -206,7 +206,7 @@ function timePicture(spans, unit, title) {
         }
         const target = { x, y: area.top, width: step, height: area.bottom - area.top };
         span.append(svg("rect", { ...target, class: "target" }));
-        span.addEventListener("click", () => searchFor(name));
+        span.addEventListener("click", () => toggleSearch(`date:${name.replace(" ", "T")}`));
         if (i % labelEvery === 0) picture.append(svg("text", { x, y: height - 8 }, name));
         picture.append(span);
     });

@@ -40,9 +40,10 @@ function dateText(seconds) {
     return new Date(seconds * 1000).toISOString().slice(0, 16).replace("T", " ");
 }
 
+/** What is behind the last "@", without what mail leaves there. */
 function domainOf(address) {
-    const at = address.lastIndexOf("@");
-    return at < 0 ? "" : address.slice(at + 1).toLowerCase();
+    const behind = address.slice(address.lastIndexOf("@") + 1 || address.length);
+    return behind.match(/^[^\s<>()[\],;:"'/\\]*/)[0].toLowerCase();
 }
 
 const dateTexts = rows.date.map(dateText);

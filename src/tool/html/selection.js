@@ -58,12 +58,20 @@ let shown = [];
 
 const searchedWords = () => find("search").value.toLowerCase().split(/\s+/).filter(Boolean);
 
+/** Whether a row has a word: "domain:" and "date:" ask for exactly that. */
+function searchFor(word) {
+    const [, name, value] = word.match(/^(domain|date):(.*)$/) ?? [];
+    if (name === "domain") return (row) => domains[row] === value;
+    if (name === "date") return (row) => dateTexts[row].startsWith(value.replace("t", " "));
+    const texts = searchedTexts();
+    return (row) => texts[row].includes(word);
+}
+
 /** Chooses what is shown; returns what the search found, of any type. */
 function select() {
-    const words = searchedWords();
-    const texts = words.length > 0 ? searchedTexts() : [];
-    const isFound = (row) => words.every((word) => texts[row].includes(word));
-    const found = words.length > 0 ? sortedRows().filter(isFound) : sortedRows();
+    const searches = searchedWords().map(searchFor);
+    const isFound = (row) => searches.every((search) => search(row));
+    const found = searches.length > 0 ? sortedRows().filter(isFound) : sortedRows();
     const isChosen = (row) => chosenTypes.has(rows.type[row]);
     shown = chosenTypes.size > 0 ? found.filter(isChosen) : found;
     return found;
@@ -91,8 +99,9 @@ function sortBy(column) {
     showTableTop();
 }
 
-function searchFor(text) {
+/** Searches for a word alone; no longer, when it is already. */
+function toggleSearch(word) {
     const search = find("search");
-    search.value = search.value === text ? "" : text;
+    search.value = search.value === word ? "" : word;
     update();
 }

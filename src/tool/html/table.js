@@ -33,10 +33,11 @@ function drawTable() {
     drawRows();
 }
 
+const headBottom = () => body.previousElementSibling.getBoundingClientRect().bottom;
+
 /** Scrolls back to the first row, unless that is in sight. */
 function showTableTop() {
-    const headBottom = body.previousElementSibling.getBoundingClientRect().bottom;
-    const hidden = headBottom - body.getBoundingClientRect().top;
+    const hidden = headBottom() - body.getBoundingClientRect().top;
     if (hidden > 0) scrollBy(0, -hidden);
 }
 
@@ -106,8 +107,9 @@ function makeRow(place) {
         ...cells,
     );
     element.classList.toggle("open", isOpen);
-    element.addEventListener("click", () => {
-        if (getSelection().isCollapsed) toggle(place);
+    element.addEventListener("click", (event) => {
+        const isSelecting = !event.target.closest("button") && !getSelection().isCollapsed;
+        if (!isSelecting) toggle(place);
     });
     return element;
 }
@@ -150,18 +152,27 @@ const sizes = new ResizeObserver(() => {
     drawRows();
 });
 
+/** Brings a row into sight, and the focus to it. */
+function focusRow(place) {
+    const top = body.getBoundingClientRect().top + topOf(place);
+    const above = headBottom() - top;
+    const below = top + rowHeight - innerHeight;
+    if (above > 0) scrollBy(0, -above);
+    else if (below > 0) scrollBy(0, below);
+    drawRows();
+    drawn.get(place).querySelector("button").focus({ preventScroll: true });
+}
+
 body.addEventListener("keydown", (event) => {
     const step = { ArrowDown: 1, ArrowUp: -1 }[event.key];
     const row = event.target.closest(".row");
     if (event.key === "Escape" && unfolded.at >= 0) {
         const place = unfolded.at;
-        toggle(place);
-        drawn.get(place).querySelector("button").focus();
+        fold();
+        focusRow(place);
     } else if (step && row) {
         event.preventDefault();
-        const place = [...drawn].find(([, element]) => element === row)[0];
-        const button = drawn.get(place + step)?.querySelector("button");
-        button?.focus({ preventScroll: true });
-        button?.closest(".row").scrollIntoView({ block: "nearest" });
+        const place = [...drawn].find(([, element]) => element === row)[0] + step;
+        if (place >= 0 && place < drawableCount) focusRow(place);
     }
 });
