@@ -85,9 +85,13 @@ function update() {
     drawTable();
     showTableTop();
     const isAll = shown.length === rowCount;
-    find("found").textContent = isAll
+    const count = isAll
         ? counted(rowCount, "message")
         : `${number(shown.length)} of ${number(rowCount)}`;
+    const isCut = drawableCount < shown.length;
+    find("found").textContent = isCut
+        ? `${count}, the first ${number(drawableCount)} below`
+        : count;
     find("all").hidden = isAll && searchedWords().length === 0;
 }
 

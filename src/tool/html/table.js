@@ -38,7 +38,9 @@ const headBottom = () => body.previousElementSibling.getBoundingClientRect().bot
 /** Scrolls back to the first row, unless that is in sight. */
 function showTableTop() {
     const hidden = headBottom() - body.getBoundingClientRect().top;
-    if (hidden > 0) scrollBy(0, -hidden);
+    if (hidden <= 0) return;
+    scrollBy(0, -hidden);
+    drawRows();
 }
 
 /** The place in `shown` of the row that is so far below the first one's top. */
