@@ -9,7 +9,7 @@ function explain(row) {
     const facts = [
         ["Verdict", `${type.name} (${type.type}): ${rule?.meaning ?? type.meaning}`],
         ["What to do", rule?.advice ?? type.advice],
-        ["Rule", rule ? `${label}: ${rule.looksFor}` : label],
+        ["Rule", ruleText(type, label)],
         ["Phrase", detail.phrase && text(detail.phrase)],
         ["Address", rows.address[row]],
         ["Subject", rows.subject[row]],
@@ -27,6 +27,12 @@ function explain(row) {
         right.unshift(titled("Text", excerptOf(detail, rows.address[row])));
     }
     return [make("div", {}, ...left), make("div", {}, ...right)];
+}
+
+function ruleText(type, label) {
+    if (help.rules[label]) return `${label}: ${help.rules[label].looksFor}`;
+    if (label) return label;
+    return type.name === "none" ? "none held" : "a row of the rule table, which has no label";
 }
 
 function titled(title, content) {
