@@ -32,7 +32,8 @@ def message(number):
             "--b\nContent-Type: message/delivery-status\n\n"
             f"Final-Recipient: rfc822; u{number:04}@d{number % 12}.example\n"
             f"Action: failed\nDiagnostic-Code: smtp; {reason} <b>\n"
-            + "\nFinal-Recipient: rfc822; more\nAction: failed\n" * (50 if number == 5 else 0)
+            + f"\nFinal-Recipient: rfc822; more\nAction: {'failed ' * 50}\n"
+            * (30 if number in (5, 6) else 0)
             + "--b--\n\n")
 
 
@@ -136,6 +137,12 @@ class PageTest(unittest.TestCase):
         self.expect("Math.abs(document.querySelector('.unfolded').getBoundingClientRect().bottom - "
                     "document.querySelector('.unfolded + .row')?.getBoundingClientRect().top) < 1",
                     True)
+        # What is folded above the next row does not move it.
+        self.value("next = document.querySelector('.unfolded + .row'); next.scrollIntoView();"
+                   "before = next.getBoundingClientRect().top; next.click()")
+        self.assertEqual(self.texts(".row.open .address"), ["u0006@d6.example"])
+        self.expect("Math.abs(document.querySelector('.row.open').getBoundingClientRect().top"
+                    " - before) < 1", True)
         # From within the explanation, its row far above.
         self.value("document.querySelector('.unfolded summary').focus()")
         self.value("scrollTo(0, document.body.scrollHeight)")

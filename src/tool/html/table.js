@@ -131,7 +131,7 @@ function fold() {
 
 function toggle(place) {
     const wasOpen = unfolded.at === place;
-    const before = drawn.get(place).getBoundingClientRect().top;
+    const before = topOf(place);
     fold();
     if (!wasOpen) {
         const row = shown[place];
@@ -143,8 +143,11 @@ function toggle(place) {
         sizes.observe(element);
     }
     drawRows();
-    // What is folded above must not move the row that was clicked.
-    scrollBy(0, drawn.get(place).getBoundingClientRect().top - before);
+    // What was folded above must not move the row that was clicked.
+    const moved = topOf(place) - before;
+    if (moved === 0) return;
+    scrollBy(0, moved);
+    drawRows();
 }
 
 /** An explanation grows when one of its steps is unfolded, or the window narrows. */
