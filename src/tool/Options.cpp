@@ -208,6 +208,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostr
         return options;
     } catch (const CLI::Success& request) {  // --help, --version
         status = app.exit(request, out, err);
+        if (!out.flush()) throw std::runtime_error("the output could not be written");
     } catch (const CLI::ParseError& error) {
         tellWrongUsage(error.what());
     } catch (const std::invalid_argument& error) {
