@@ -1,0 +1,6 @@
+# Records mail to the bounce address. When that fails, the message stays in the inbox.
+require ["envelope", "vnd.dovecot.pipe"];
+
+if envelope :localpart "to" "bounces" {
+    pipe "record-bounce" ["/var/lib/bounces/bounces.jsonl"];
+}
