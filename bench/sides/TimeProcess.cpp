@@ -3,21 +3,16 @@
 
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <charconv>
-#include <chrono>
+#include <exception>
 #include <iostream>
-#include <stdexcept>
-#include <string>
+#include <string_view>
+
+#include "bench/support/ChildProcess.h"
 
 namespace {
-
-double seconds(const timeval& time) {
-    return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
-}
 
 /// The standard input and output of the command.
 class Redirection {
@@ -37,21 +32,6 @@ private:
     posix_spawn_file_actions_t actions_;
 };
 
-/// The processor time of one run, that of starting the process included.
-double runOnce(char** command, const Redirection& redirection) {
-    pid_t child = 0;
-    if (posix_spawnp(&child, command[0], redirection.actions(), nullptr, command, environ) != 0) {
-        throw std::runtime_error(std::string(command[0]) + ": cannot be started");
-    }
-    int status = 0;
-    rusage usage{};
-    if (wait4(child, &status, 0, &usage) != child || !WIFEXITED(status) ||
-        WEXITSTATUS(status) != 0) {
-        throw std::runtime_error(std::string(command[0]) + ": failed");
-    }
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -63,12 +43,17 @@ int main(int argc, char** argv) {
     }
     try {
         const Redirection redirection(argv[2]);
-        runOnce(argv + 3, redirection);  // brings the files into memory
-        const auto start = std::chrono::steady_clock::now();
+        bouncecheck::bench::runProcess(argv + 3,
+                                       redirection.actions());  // brings the files into memory
         double processor = 0;
-        for (int i = 0; i < runs; ++i) processor += runOnce(argv + 3, redirection);
-        const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
-        std::cout << processor / runs << '\t' << wall.count() / runs << '\n';
+        double wall = 0;
+        for (int i = 0; i < runs; ++i) {
+            const bouncecheck::bench::ProcessUse use =
+                bouncecheck::bench::runProcess(argv + 3, redirection.actions());
+            processor += use.processor;
+            wall += use.wall;
+        }
+        std::cout << processor / runs << '\t' << wall / runs << '\n';
     } catch (const std::exception& error) {
         std::cerr << argv[0] << ": " << error.what() << '\n';
         return 1;
