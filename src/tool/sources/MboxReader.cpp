@@ -36,16 +36,23 @@ std::string_view withoutBlankLine(std::string_view text) noexcept {
     return shorter.empty() || shorter.ends_with('\n') ? shorter : text;
 }
 
+/// Where "From " stands in `text`, from `at` on.
+std::size_t findFrom(std::string_view text, std::size_t at) noexcept {
+    // By its first letter, which is rare: most of what is read is passed over here.
+    while ((at = text.find('F', at)) != npos && !text.substr(at).starts_with("From ")) ++at;
+    return at;
+}
+
 /// `text` with one '>' less before each "From " that begins a line behind them.
 std::string unquoted(std::string_view text) {
     std::string out;
     std::size_t copied = 0;
-    for (std::size_t at = 0; (at = findBytes(text, ">From ", at)) != npos; ++at) {
+    for (std::size_t at = 0; (at = findFrom(text, at)) != npos; ++at) {
         std::size_t start = at;
         while (start > copied && text[start - 1] == '>') --start;
-        if (start > 0 && text[start - 1] != '\n') continue;
-        out += text.substr(copied, at - copied);
-        copied = at + 1;
+        if (start == at || (start > 0 && text[start - 1] != '\n')) continue;
+        out += text.substr(copied, at - 1 - copied);
+        copied = at;
     }
     if (copied == 0) return std::string(text);
     return out += text.substr(copied);
@@ -191,19 +198,20 @@ std::optional<std::size_t> MboxReader::endByLength(std::size_t& next) {
 }
 
 std::size_t MboxReader::findEnvelope(std::size_t maxSize) {
-    constexpr std::string_view mark = "\nFrom ";
+    constexpr std::size_t partOfMark = std::string_view("From ").size() - 1;
     for (std::size_t at = 0;;) {
-        const std::size_t found = findBytes(unread(), mark, at);
+        const std::size_t found = findFrom(unread(), at);
         if (found == npos) {
-            at = std::max(at, unread().size() - std::min(unread().size(), mark.size() - 1));
+            at = std::max(at, unread().size() - std::min(unread().size(), partOfMark));
             if (unread().size() > maxSize + chunkSize || !fill()) return npos;
             continue;
         }
-        fillTo(found + 1 + longestEnvelope + 2);
-        const std::string_view before = withoutLineEnd(unread().substr(0, found + 1));
-        const bool behindBlankLine = before.empty() || before.ends_with('\n');
-        if (behindBlankLine && isEnvelope(firstLine(unread().substr(found + 1)))) return found + 1;
         at = found + 1;
+        if (found == 0 || unread()[found - 1] != '\n') continue;
+        fillTo(found + longestEnvelope + 2);
+        const std::string_view before = withoutLineEnd(unread().substr(0, found));
+        const bool behindBlankLine = before.empty() || before.ends_with('\n');
+        if (behindBlankLine && isEnvelope(firstLine(unread().substr(found)))) return found;
     }
 }
 
