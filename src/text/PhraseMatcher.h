@@ -27,7 +27,7 @@ inline constexpr std::size_t stride = 2;
 inline constexpr std::size_t shortest = windowSize + stride - 1;
 inline constexpr std::size_t longest = 255;
 
-inline constexpr std::size_t filterBits = std::size_t{1} << 18;
+inline constexpr std::size_t filterBits = std::size_t{1} << 17;
 inline constexpr std::size_t buckets = std::size_t{1} << 12;
 
 /// Makes letters of either case the same. It makes some other bytes the same as

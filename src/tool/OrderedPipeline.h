@@ -7,7 +7,6 @@
 #include <exception>
 #include <functional>
 #include <mutex>
-#include <optional>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -17,10 +16,12 @@ namespace bouncecheck {
 /// Works on items side by side and hands on the results in the order of the items.
 ///
 /// One thread, the owner, pushes and is called back; workers do nothing but the
-/// work. Items that are waiting, worked on or waiting for those before them weigh
-/// what `push` was told; together they stay below `maxWeight`, a single heavier
-/// item excepted. Threads begin with the second item: a single one is not worth
-/// them. With one worker the owner does everything itself.
+/// work. Items go to them by the batch, since waking a thread takes longer than most
+/// messages. Batches that are waiting, worked on or waiting for those before them
+/// weigh what `push` was told of their items; together they stay below `maxWeight`, a
+/// single heavier item excepted, and the one that is being filled comes on top.
+/// Threads begin with the second batch: a single one is not worth them. With one
+/// worker the owner does everything itself.
 template <class In, class Out>
 class OrderedPipeline {
 public:
@@ -33,6 +34,7 @@ public:
                     Sink sink)
         : workerCount_(workers),
           maxWeight_(maxWeight),
+          batchWeight_(maxWeight / (workers * batchesPerWorker)),
           makeWork_(std::move(makeWork)),
           sink_(std::move(sink)) {}
     OrderedPipeline(const OrderedPipeline&) = delete;
@@ -51,42 +53,57 @@ public:
             workHere(std::move(item));
             return;
         }
-        std::unique_lock lock(mutex_);
-        while (!slots_.empty() && (slots_.front().isDone || weight_ + weight > maxWeight_)) {
-            if (threads_.empty()) startThreads();
-            handOnFirst(lock);
-        }
-        weight_ += weight;
-        slots_.emplace_back(std::move(item), weight);
-        if (threads_.empty() && slots_.size() > 1) startThreads();
-        hasWork_.notify_one();
+        filling_.items.push_back(std::move(item));
+        filling_.weight += weight;
+        if (filling_.weight >= batchWeight_) sendBatch();
     }
 
     /// Hands on all that is left.
     void finish() {
-        std::unique_lock lock(mutex_);
-        if (threads_.empty() && !slots_.empty()) {
-            In only = std::move(slots_.front().item);
-            slots_.clear();
-            workHere(std::move(only));
+        if (threads_.empty()) {
+            if (!batches_.empty()) workHere(std::move(batches_.front()));
+            batches_.clear();
+            workHere(std::move(filling_));
+            return;
         }
-        while (!slots_.empty()) handOnFirst(lock);
+        sendBatch();
+        std::unique_lock lock(mutex_);
+        while (!batches_.empty()) handOnFirst(lock);
     }
 
 private:
-    struct Slot {
-        Slot(In in, std::size_t w) : item(std::move(in)), weight(w) {}
+    static constexpr std::size_t batchesPerWorker = 16;
 
-        In item;
-        std::size_t weight;
+    struct Batch {
+        std::vector<In> items;
+        std::size_t weight = 0;
         bool isDone = false;
-        std::optional<Out> result;
+        /// Those of the items before the one that failed, if any did.
+        std::vector<Out> results;
         std::exception_ptr failure;
     };
 
     void workHere(In item) {
         if (!ownWork_) ownWork_ = makeWork_();
         sink_(ownWork_(std::move(item)));
+    }
+
+    void workHere(Batch batch) {
+        for (In& item : batch.items) workHere(std::move(item));
+    }
+
+    void sendBatch() {
+        Batch batch = std::exchange(filling_, {});
+        std::unique_lock lock(mutex_);
+        while (!batches_.empty() &&
+               (batches_.front().isDone || weight_ + batch.weight > maxWeight_)) {
+            if (threads_.empty()) startThreads();
+            handOnFirst(lock);
+        }
+        weight_ += batch.weight;
+        batches_.push_back(std::move(batch));
+        if (threads_.empty() && batches_.size() > 1) startThreads();
+        hasWork_.notify_one();
     }
 
     void startThreads() {
@@ -100,14 +117,14 @@ private:
     }
 
     void handOnFirst(std::unique_lock<std::mutex>& lock) {
-        firstDone_.wait(lock, [this] { return slots_.front().isDone; });
-        Slot first = std::move(slots_.front());
-        slots_.pop_front();
+        firstDone_.wait(lock, [this] { return batches_.front().isDone; });
+        Batch first = std::move(batches_.front());
+        batches_.pop_front();
         --taken_;
         weight_ -= first.weight;
         lock.unlock();
+        for (Out& result : first.results) sink_(std::move(result));
         if (first.failure) std::rethrow_exception(first.failure);
-        sink_(std::move(*first.result));
         lock.lock();
     }
 
@@ -115,37 +132,36 @@ private:
         const Work work = makeWork_();
         std::unique_lock lock(mutex_);
         for (;;) {
-            hasWork_.wait(lock, [this] { return stop_ || taken_ < slots_.size(); });
+            hasWork_.wait(lock, [this] { return stop_ || taken_ < batches_.size(); });
             if (stop_) return;
-            // The reference holds: slots come and go at the ends only.
-            Slot& slot = slots_[taken_++];
+            // The reference holds: batches come and go at the ends only.
+            Batch& batch = batches_[taken_++];
             lock.unlock();
-            std::optional<Out> result;
-            std::exception_ptr failure;
             try {
-                result.emplace(work(std::move(slot.item)));
+                batch.results.reserve(batch.items.size());
+                for (In& item : batch.items) batch.results.push_back(work(std::move(item)));
             } catch (...) {
-                failure = std::current_exception();
+                batch.failure = std::current_exception();
             }
             lock.lock();
-            slot.result = std::move(result);
-            slot.failure = failure;
-            slot.isDone = true;
-            if (&slot == &slots_.front()) firstDone_.notify_one();
+            batch.isDone = true;
+            if (&batch == &batches_.front()) firstDone_.notify_one();
         }
     }
 
     const std::size_t workerCount_;
     const std::size_t maxWeight_;
+    const std::size_t batchWeight_;
     const std::function<Work()> makeWork_;
     const Sink sink_;
     Work ownWork_;
+    Batch filling_;
 
     std::mutex mutex_;
     std::condition_variable hasWork_;
     std::condition_variable firstDone_;
-    std::deque<Slot> slots_;
-    /// How many of the slots, from the first, a worker has taken.
+    std::deque<Batch> batches_;
+    /// How many of the batches, from the first, a worker has taken.
     std::size_t taken_ = 0;
     std::size_t weight_ = 0;
     bool stop_ = false;

@@ -1,5 +1,6 @@
 #include "tool/Run.h"
 
+#include <sched.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -12,7 +13,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <utility>
 
 #include "log/TraceTree.h"
@@ -62,6 +62,13 @@ std::unique_ptr<Output> makeOutput(const Options& options, std::ostream& out, St
     return makeTableOutput(out, options.parts, style);
 }
 
+/// The cores that this process may use, which can be fewer than there are.
+std::size_t availableCores() {
+    cpu_set_t cores;
+    if (sched_getaffinity(0, sizeof cores, &cores) != 0) return 1;
+    return static_cast<std::size_t>(std::max(1, CPU_COUNT(&cores)));
+}
+
 /// One run over all messages.
 class Batch {
 public:
@@ -83,8 +90,7 @@ public:
         Wanted wanted = output_->wanted();
         if (page_) wanted = wanted | page_->wanted();
         wanted.bytes = sorter_.has_value();
-        const std::size_t jobs =
-            options_.jobs > 0 ? options_.jobs : std::max(1u, std::thread::hardware_concurrency());
+        const std::size_t jobs = options_.jobs > 0 ? options_.jobs : availableCores();
         // Enough to keep a worker busy while the one before it has a large message.
         constexpr std::size_t bytesPerWorker = std::size_t{4} << 20;
         OrderedPipeline<SourceMessage, Classified> pipeline(

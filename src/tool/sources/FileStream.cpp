@@ -24,6 +24,9 @@ public:
     }
 
     std::size_t read(std::span<char> room) override {
+        // What is added from now on is for the next run. Files of the kernel have no
+        // size and are read to their end.
+        if (size_ && *size_ > 0 && position_ >= *size_) return 0;
         for (;;) {
             throwIfInterrupted();
             const ssize_t count = ::read(fd_.get(), room.data(), room.size());
