@@ -186,9 +186,9 @@ std::optional<int> BounceCheck::decideByAttachedMessage(Email2& email, LogBase& 
 int BounceCheck::decideByPlainBody(Email2& email, LogBase& log) {
     const std::string_view body = email.plainTextBody().view();
     StringBuffer matched;
-    const bool isKnown = body == m_sbBounceData.view();
+    // Phrases of the bounce data decide too, so those of a part of it need no look.
     std::optional<PhraseScan> own;
-    const PhraseScan& bodyPhrases = isKnown ? dataPhrases() : own.emplace(body);
+    const PhraseScan& bodyPhrases = isPartOfBounceData(body) ? dataPhrases() : own.emplace(body);
     if (findIndicator(bodyPhrases, MailboxFullIndicators, matched) ||
         containsIndicator(m_sbBounceData, MailboxFullIndicators, matched) ||
         findIndicator(bodyPhrases, SenderBlockedIndicators, matched) ||

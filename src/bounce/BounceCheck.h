@@ -158,6 +158,7 @@ private:
 
     // Indicators.cpp
     TextScan* scanOf(const StringBuffer& text) const noexcept;
+    bool isPartOfBounceData(std::string_view text) const noexcept;
     bool findIndicator(const PhraseScan& phrases, const char* const* list,
                        StringBuffer& matched) const;
     bool matches(const BounceRule& rule, const StringBuffer& text) const;

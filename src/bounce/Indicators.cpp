@@ -18,10 +18,21 @@ TextScan* BounceCheck::scanOf(const StringBuffer& text) const noexcept {
     return nullptr;
 }
 
+/// Whether `text` is the bounce data or one of the bodies that it begins or ends
+/// with.
+bool BounceCheck::isPartOfBounceData(std::string_view text) const noexcept {
+    const std::string_view data = m_sbBounceData.view();
+    return data.starts_with(text) || data.ends_with(text);
+}
+
 bool BounceCheck::containsIndicator(const StringBuffer& text, const char* const* list,
                                     StringBuffer& matched) const {
     TextScan* known = scanOf(text);
     if (known) return findIndicator(known->phrases(), list, matched);
+    // What stands nowhere in the bounce data stands in no part of it.
+    if (isPartOfBounceData(text.view()) && !findIndicator(dataPhrases(), list, matched)) {
+        return false;
+    }
     return findIndicator(PhraseScan(text.view()), list, matched);
 }
 

@@ -59,12 +59,13 @@ LineEndCounts countLineEnds(std::string_view text) noexcept {
 
 /// A text without CR, as most files have it.
 std::string withCrBeforeLf(std::string_view text, std::size_t lineEnds) {
-    std::string result;
-    result.reserve(text.size() + lineEnds);
+    std::string result(text.size() + lineEnds, '\0');
+    char* out = result.data();
     for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
-        result.append(text.substr(0, end)).append(crLf);
+        out = std::copy_n(text.data(), end, out);
+        out = std::copy_n(crLf.data(), crLf.size(), out);
     }
-    result.append(text);
+    std::copy_n(text.data(), text.size(), out);
     return result;
 }
 

@@ -30,7 +30,7 @@ public:
         while (!rest_.empty()) {
             if (rest_.front() == '(') {
                 rest_.remove_prefix(std::min(commentLength(rest_), rest_.size()));
-            } else if (ascii::isSpace(rest_.front()) || separators.find(rest_.front()) != npos) {
+            } else if (ascii::isSpace(rest_.front()) || ascii::isOneOf(rest_.front(), separators)) {
                 rest_.remove_prefix(1);
             } else {
                 return;
@@ -46,7 +46,7 @@ public:
 
     /// What stands before the next byte of `stops` or white space.
     std::string_view word(std::string_view stops) noexcept {
-        const auto isEnd = [&](char c) { return ascii::isSpace(c) || stops.find(c) != npos; };
+        const auto isEnd = [&](char c) { return ascii::isSpace(c) || ascii::isOneOf(c, stops); };
         const auto end = std::ranges::find_if(rest_, isEnd);
         const std::string_view found =
             rest_.substr(0, static_cast<std::size_t>(end - rest_.begin()));
@@ -131,7 +131,7 @@ std::string joined(std::span<const Piece> pieces) {
 /// RFC 2045, section 5.1.
 bool isToken(std::string_view text) noexcept {
     const auto isTokenChar = [](char c) {
-        return c > ' ' && c < '\x7F' && std::string_view("()<>@,;:\\\"/[]?=").find(c) == npos;
+        return c > ' ' && c < '\x7F' && !ascii::isOneOf(c, "()<>@,;:\\\"/[]?=");
     };
     return !text.empty() && std::ranges::all_of(text, isTokenChar);
 }

@@ -25,6 +25,13 @@ constexpr bool isAlpha(char c) noexcept {
 }
 
 constexpr bool isAlnum(char c) noexcept { return isAlpha(c) || isDigit(c); }
+/// For sets of a few bytes, where calling memchr takes longer than looking.
+constexpr bool isOneOf(char c, std::string_view set) noexcept {
+    for (const char other : set) {
+        if (c == other) return true;
+    }
+    return false;
+}
 
 /// White space inside a line: blank and tab, the WSP of RFC 5234.
 constexpr bool isBlank(char c) noexcept { return c == ' ' || c == '\t'; }
