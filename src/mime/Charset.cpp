@@ -86,7 +86,7 @@ constexpr Alias aliases[] = {
     {"x-sjis", "CP932"},          {"shift_jis", "CP932"},         {"shift-jis", "CP932"},
     {"gb2312", "GB18030"},        {"x-gbk", "GB18030"},           {"ks_c_5601-1987", "CP949"},
     {"x-euc-jp", "EUC-JP"},       {"iso-8859-8-i", "ISO-8859-8"}, {"x-windows-949", "CP949"},
-    {"x-mac-roman", "MACINTOSH"},
+    {"x-mac-roman", "MACINTOSH"}, {"csunicode", "utf-16"},
 };
 
 std::string decodeBytes(std::string_view bytes, const UpperHalf& upper) {
@@ -118,7 +118,8 @@ public:
     }
 
     /// The conversion that this thread used last, or another in its place: opening
-    /// one takes longer than most texts do.
+    /// one takes longer than most texts do. Not for charsets with a byte order mark:
+    /// a conversion goes by the mark of its first text for ever.
     static Iconv& of(const std::string& charset) {
         thread_local std::optional<Iconv> last;
         if (!last || last->charset_ != charset) last.emplace(charset);
@@ -210,7 +211,8 @@ std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_v
     if (known.empty()) return std::nullopt;
     const std::size_t unit = unitSize(known);
     if (unit == 1 && hasEightBit && isUtf8(bytes)) return std::nullopt;
-    Iconv& conversion = Iconv::of(known);
+    std::optional<Iconv> ownConversion;
+    Iconv& conversion = unit == 1 ? Iconv::of(known) : ownConversion.emplace(known);
     if (!conversion.isOpen()) return std::nullopt;
     return conversion.convert(bytes, unit);
 }

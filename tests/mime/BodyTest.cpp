@@ -1,3 +1,4 @@
+#include "mime/Charset.h"
 #include "mime/HtmlText.h"
 #include "mime/MailText.h"
 
@@ -24,6 +25,19 @@ TEST(Body, IsDecoded) {
         {plain + "; charset=gb18030\n\n\xC4\xE3.\xC4", "\u4F60.\uFFFD"},
     };
     expectEach(cases, [](Text mail) { return bodyOf(Email2("Content-Type: " + mail)); });
+}
+
+TEST(Body, GoesByTheByteOrderMarkOfItsOwnText) {
+    for (const char* charset : {"utf-16", "unicode", "csunicode"}) {
+        EXPECT_EQ(toUtf8("\xFE\xFF\0A"s, charset), "A") << charset;
+        EXPECT_EQ(toUtf8("\xFF\xFE"
+                         "A\0"s,
+                         charset),
+                  "A")
+            << charset;
+    }
+    EXPECT_EQ(toUtf8("\0\0\xFE\xFF\0\0\0A"s, "utf-32"), "A");
+    EXPECT_EQ(toUtf8("\xFF\xFE\0\0A\0\0\0"s, "utf-32"), "A");
 }
 
 TEST(Body, ReadsHtmlAsText) {
