@@ -27,6 +27,7 @@ bool BounceCheck::isPartOfBounceData(std::string_view text) const noexcept {
 
 bool BounceCheck::containsIndicator(const StringBuffer& text, const char* const* list,
                                     StringBuffer& matched) const {
+    matched.clear();  // before the pass, since it may be `text`
     TextScan* known = scanOf(text);
     if (known) return findIndicator(known->phrases(), list, matched);
     // What stands nowhere in the bounce data stands in no part of it.

@@ -52,6 +52,16 @@ TEST(ContainsIndicator, EndsAtNullOrAfter2001Entries) {
     EXPECT_FALSE(check.containsIndicator(text, cut, matched));
 }
 
+TEST(ContainsIndicator, EmptiesTheMatchFirstEvenWhenThatIsTheText) {
+    OpenCheck check;
+    const char* const list[] = {"needle", ""};
+    StringBuffer other;
+    for (StringBuffer* text : {&check.m_sbBounceData, &other}) {
+        text->setString("a needle that is too long to be kept in place");
+        EXPECT_FALSE(check.containsIndicator(*text, list, *text));
+    }
+}
+
 TEST(ApplyRules, TellTheTypeAndTheRow) {
     struct Case {
         const char* subject;
