@@ -24,9 +24,12 @@ public:
     StringBuffer() = default;
     StringBuffer(const StringBuffer&) = delete;
     StringBuffer& operator=(const StringBuffer&) = delete;
-    StringBuffer(StringBuffer&&) noexcept = default;
+    StringBuffer(StringBuffer&& other) noexcept : text_(std::move(other.text_)) {
+        ++other.revision_;
+    }
     StringBuffer& operator=(StringBuffer&& other) noexcept {
         ++revision_;
+        ++other.revision_;
         text_ = std::move(other.text_);
         return *this;
     }

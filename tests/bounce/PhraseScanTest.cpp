@@ -119,6 +119,8 @@ TEST(TextScan, IsMadeAgainWhenTheTextHasChanged) {
     other.setString("antispam");
     text = std::move(other);
     EXPECT_TRUE(scan.phrases().has("antispam"));
+    const StringBuffer taken(std::move(text));
+    EXPECT_FALSE(scan.phrases().has("antispam"));
 }
 
 }  // namespace
