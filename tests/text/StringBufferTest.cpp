@@ -49,10 +49,18 @@ TEST(StringBuffer, ChangesItsText) {
         {"A-a", [](auto& s) { s.replaceFirstOccurance(s.pCharAt(2), s.pCharAt(1), true); }, "-a-a"},
     };
     for (const Case& c : cases) {
-        StringBuffer sb;
-        sb.append(c.before);
-        c.change(sb);
-        EXPECT_EQ(sb.view(), c.after) << "case " << &c - cases << " on " << c.before;
+        StringBuffer own, shared, other, stretch;
+        own.append(c.before);
+        other.append(c.before);
+        other.handOut(shared);
+        const ByteStore longer = ByteStore::shared("a" + std::string(c.before) + "b");
+        stretch.append(DataBuffer(longer.stretch(longer.view().substr(1, c.before.size()))));
+        for (StringBuffer* sb : {&own, &shared, &stretch}) {
+            c.change(*sb);
+            EXPECT_EQ(sb->view(), c.after) << "case " << &c - cases << " on " << c.before;
+            EXPECT_EQ(sb->getString()[sb->getSize()], '\0');
+        }
+        EXPECT_EQ(other.view(), c.before);
     }
 }
 
