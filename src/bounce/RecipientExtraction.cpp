@@ -21,6 +21,11 @@ void stripSingleQuotes(StringBuffer& address) {
 
 constexpr std::string_view whiteSpace = " \t\r\n";
 
+/// How far behind a marker an address is looked for, in bytes: four times the longest
+/// line of mail (RFC 5322, section 2.1.1). Without an end, each of hundreds of markers
+/// could have the whole text behind it read.
+constexpr std::size_t captureReach = 4096;
+
 /// What `text` begins with, up to the next byte of `stops`, which is taken off it.
 std::string_view takeUpTo(std::string_view& text, std::string_view stops) noexcept {
     const std::string_view taken = text.substr(0, text.find_first_of(stops));
@@ -80,7 +85,7 @@ MarkerOutcome captureBehind(const Marker& marker, std::string_view text, std::si
         place = findBytes(text, marker.text, context + marker.context.size());
     }
     if (place == npos) return MarkerOutcome::notApplicable;
-    captureWord(text.substr(place + marker.text.size()), address);
+    captureWord(text.substr(place + marker.text.size(), captureReach), address);
     cleanCapturedAddress(address);
     if (!address.containsSubstringNoCase("postmaster")) return MarkerOutcome::candidate;
     address.clear();

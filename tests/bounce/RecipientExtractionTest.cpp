@@ -85,6 +85,14 @@ TEST(MarkerCapture, FindsTheAddressBehindAMarker) {
     }
 }
 
+TEST(MarkerCapture, LooksNoFurtherThanSomeLines) {
+    const auto behind = [](std::size_t blanks) {
+        return capture("To:" + std::string(blanks, ' ') + "a@x.example", "To:").address;
+    };
+    EXPECT_EQ(behind(4000), "a@x.example");
+    EXPECT_EQ(behind(5000), "");
+}
+
 /// The capture once more, over plain strings and as slowly as it likes.
 Captured captureSlowly(const std::string& text, std::string entry) {
     std::string context;
