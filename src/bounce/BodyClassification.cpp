@@ -41,6 +41,13 @@ int BounceCheck::checkEmailBody(Email2& email, LogBase& log) {
     return decideByRules(log);
 }
 
+BounceCheck::Memory* BounceCheck::memory() const {
+    if (!m_memory) return nullptr;
+    const unsigned long revision = m_sbBounceData.revision();
+    if (m_memory->dataRevision != revision) m_memory.emplace().dataRevision = revision;
+    return &*m_memory;
+}
+
 void BounceCheck::fallBackToSender() {
     if (m_sbBounceAddr.isEmpty()) m_sbBounceAddr.setString(m_sbFromAddr);
 }
@@ -55,25 +62,30 @@ std::optional<int> BounceCheck::decideByNoLongerValid(LogBase& log) {
 /// The markers before a failed address. The first that is in the text makes it a
 /// notice of some kind; the first with an address behind it, a bounce.
 std::optional<int> BounceCheck::decideByMarkers(Email2& email, LogBase& log) {
-    const PhraseScan& phrases = dataPhrases();
-    const bool isKnown = m_vainMarkers && m_vainMarkers->dataRevision == m_sbBounceData.revision();
-    if (!isKnown) m_vainMarkers.reset();
-    MarkerOutcomes seen{m_sbBounceData.revision(), {}};
-    std::size_t known = 0;
-    for (std::size_t marker = 0; (marker = phrases.nextMarker(marker)) != npos; ++marker) {
-        const MarkerOutcome outcome =
-            isKnown ? m_vainMarkers->outcomes[known++]
-                    : captureBehind(Marker(BounceDataMarkers[marker]), phrases.text(),
-                                    phrases.markerPlace(marker), m_sbBounceAddr);
+    const auto decideOn = [&](MarkerOutcome outcome) -> std::optional<int> {
         if (outcome == MarkerOutcome::postmaster) {
             log.LogInfo("Postmaster is not the original recipient..");
         } else if (outcome == MarkerOutcome::candidate) {
             if (const auto type = decideNotice(email, log)) return type;
             if (!m_sbBounceAddr.isEmpty()) return decideBounce(log);
         }
-        if (!isKnown) seen.outcomes.push_back(outcome);
+        return std::nullopt;
+    };
+    Memory* const known = memory();
+    if (known && known->vainMarkers) {
+        for (const MarkerOutcome outcome : *known->vainMarkers) {
+            if (const auto type = decideOn(outcome)) return type;
+        }
+        return std::nullopt;
     }
-    if (!isKnown) m_vainMarkers = std::move(seen);
+    const PhraseScan& phrases = dataPhrases();
+    std::vector<MarkerOutcome> outcomes;
+    for (std::size_t marker = 0; (marker = phrases.nextMarker(marker)) != npos; ++marker) {
+        outcomes.push_back(captureBehind(Marker(BounceDataMarkers[marker]), phrases.text(),
+                                         phrases.markerPlace(marker), m_sbBounceAddr));
+        if (const auto type = decideOn(outcomes.back())) return type;
+    }
+    if (known) known->vainMarkers = std::move(outcomes);
     return std::nullopt;
 }
 
@@ -174,10 +186,13 @@ int BounceCheck::decideAutoReply(LogBase& log) {
 
 /// The returned message tells the address; the text around it, the kind.
 std::optional<int> BounceCheck::decideByAttachedMessage(Email2& email, LogBase& log) {
-    if (m_withoutAttachedRecipient == &email) return std::nullopt;
+    Memory* const known = memory();
+    if (known && known->namesNoAttachedRecipient) return std::nullopt;
     switch (lookUpAttachedRecipient(email, m_sbBounceAddr)) {
         case AttachedRecipient::noCertStore: return BOUNCE_NONE;
-        case AttachedRecipient::none: m_withoutAttachedRecipient = &email; return std::nullopt;
+        case AttachedRecipient::none:
+            if (known) known->namesNoAttachedRecipient = true;
+            return std::nullopt;
         case AttachedRecipient::found: return decideByPlainBody(email, log);
     }
     return std::nullopt;

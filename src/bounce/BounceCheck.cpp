@@ -20,7 +20,9 @@ int BounceCheck::checkEmail(Email2& email, StringBuffer& bounceAddr, StringBuffe
     int type = BOUNCE_NONE;
     {
         LogContextExitor context(guarded, "checkEmailInner");
+        m_memory.emplace();
         type = checkEmailInner(email, guarded);
+        m_memory.reset();
     }
     guarded.LogDataLong("bounceType", type);
     cleanBounceAddress();

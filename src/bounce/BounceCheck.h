@@ -173,16 +173,20 @@ private:
     mutable TextScan m_fromNameScan{m_sbFromName};
     mutable TextScan m_dataScan{m_sbBounceData};
 
-    // What repeated runs of checkEmailBody over one message need not find again.
-
-    struct MarkerOutcomes {
-        unsigned long dataRevision;
-        std::vector<MarkerOutcome> outcomes;
+    /// What repeated runs of checkEmailBody over one message need not find again.
+    struct Memory {
+        unsigned long dataRevision = 0;
+        /// What each marker in the text led to, once none led to an address.
+        std::optional<std::vector<MarkerOutcome>> vainMarkers;
+        /// What is logged of an automatic reply; null when it is none.
+        std::optional<const char*> autoReplyLine;
+        bool namesNoAttachedRecipient = false;
     };
-    /// Set once no marker led to an address.
-    std::optional<MarkerOutcomes> m_vainMarkers;
-    /// The message whose attached message names nobody.
-    const Email2* m_withoutAttachedRecipient = nullptr;
+    /// Null unless the checks run over one message; empty after a change of the text.
+    Memory* memory() const;
+    const char* autoReplyLine(Email2& email, const StringBuffer& text, LogBase& log) const;
+
+    mutable std::optional<Memory> m_memory;
 };
 
 }  // namespace bouncecheck

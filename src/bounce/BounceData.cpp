@@ -24,8 +24,7 @@ void BounceCheck::loadTransients(Email2& email, LogBase& log) {
     m_sbFromAddr.weakClear();
     m_sbFromName.weakClear();
     m_sbBounceData.weakClear();
-    m_vainMarkers.reset();
-    m_withoutAttachedRecipient = nullptr;
+    m_memory.reset();
 
     email.getSubjectUtf8(m_sbSubject, log);
     for (const char* spamTag : {"Possible Spam :", "SPAM-LOW:", "SPAM >"}) {

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "bounce/Classification.h"
+#include "log/LogNull.h"
 #include "mime/SystemCerts.h"
 
 namespace bouncecheck {
@@ -98,6 +101,16 @@ TEST(BodyClassification, TestsForAutoRepliesOnceForEachMarkerWithoutAddress) {
               "checkEmailInner checkAVGMAIL checkSpecialCases1 checkSpecialSubjects "
               "checkSubjectList checkEmailBody CheckingForAutoReply CheckingForAutoReply "
               "CheckingForAutoReply");
+}
+
+TEST(BodyClassification, RemembersNothingOfAMessageThatItDidNotLoad) {
+    OpenCheck check;
+    LogNull log;
+    std::optional<Email2> email(notice("Sorry"));
+    EXPECT_EQ(check.checkEmailBody(*email, log), BOUNCE_UNCLASSIFIED);
+    email.emplace(noticeWithOriginal("Sorry"));
+    EXPECT_EQ(check.checkEmailBody(*email, log), BOUNCE_HARD);
+    EXPECT_STREQ(check.m_sbBounceAddr.getString(), "a@x.example");
 }
 
 TEST(BodyClassification, EndsWithoutVerdictWhereThereIsNoCertificateStore) {

@@ -74,6 +74,7 @@ inline Classification classified(std::string message) {
 class OpenCheck : public BounceCheck {
 public:
     using BounceCheck::applyRules;
+    using BounceCheck::checkEmailBody;
     using BounceCheck::containsIndicator;
     using BounceCheck::m_sbBounceAddr;
     using BounceCheck::m_sbBounceData;
