@@ -95,6 +95,16 @@ std::string longWords(std::size_t bytes, std::string_view start, std::string_vie
     return writer.take();
 }
 
+/// All markers on one line, each with a bracket behind it that nothing closes.
+std::string openBrackets(std::size_t bytes) {
+    MessageWriter writer(bytes);
+    writer.add(undeliverable).add("\n");
+    for (const std::string& marker : quietMarkers()) {
+        if (marker.find_first_of("\n>") == npos) writer.add(marker).add(" <x ");
+    }
+    return writer.fill("z").add("\n").take();
+}
+
 /// The contexts of "[[context]marker" entries over and over, their markers
 /// before the first of them only.
 std::string contexts(std::size_t bytes) {
@@ -161,17 +171,35 @@ public:
     }
 
     std::string message(std::size_t bytes) const {
-        return MessageWriter(bytes).add(head()).add(text_).fill("sorry, no ").add(end).take();
+        return MessageWriter(bytes)
+            .add(start)
+            .add(subject_)
+            .add(middle)
+            .add(text_)
+            .fill("sorry, no ")
+            .add(end)
+            .take();
+    }
+
+    /// Half of it subject.
+    std::string messageWithLongSubject(std::size_t bytes) const {
+        return MessageWriter(bytes)
+            .add(start)
+            .add(subject_)
+            .fillShare("x", 2)
+            .add(middle)
+            .add(text_)
+            .fill("sorry, no ")
+            .add(end)
+            .take();
     }
 
 private:
+    static constexpr std::string_view start = "From: a@b.example\nSubject: ";
+    static constexpr std::string_view middle =
+        "\nContent-Type: multipart/report; boundary=b\n\n--b\n\n";
     static constexpr std::string_view end =
         "\n--b\nContent-Type: message/delivery-status\n\nReporting-MTA: x\n\n--b--\n";
-
-    std::string head() const {
-        return "From: a@b.example\nSubject: " + subject_ +
-               "\nContent-Type: multipart/report; boundary=b\n\n--b\n\n";
-    }
 
     /// How often the text of the message is classified; 0 when a look at it
     /// decides.
@@ -201,9 +229,9 @@ private:
     std::size_t times_ = 0;
 };
 
-std::string classifiedOften(std::size_t bytes) {
+const ClassifiedOften& classifiedOften() {
     static const ClassifiedOften often;
-    return often.message(bytes);
+    return often;
 }
 
 constexpr Family families[] = {
@@ -218,6 +246,7 @@ constexpr Family families[] = {
     {"markers-written-signs", [](std::size_t n) { return longWords(n, " postmaster", "[AT]"); }},
     {"markers-slashes", [](std::size_t n) { return longWords(n, " ", "/."); }},
     {"markers-quotes", [](std::size_t n) { return longWords(n, " \"", "x y "); }},
+    {"markers-open-brackets", openBrackets},
     {"one-marker-long-word",
      [](std::size_t n) { return repeated(n, "x@", undeliverable, "\nRCPT To: "); }},
     {"contexts", contexts},
@@ -230,7 +259,9 @@ constexpr Family families[] = {
     {"phrases-without-end", nearMisses<0, 1>},
     {"phrases-without-start", nearMisses<1, 0>},
     {"phrases-inside", nearMisses<1, 1>},
-    {"classified-often", classifiedOften},
+    {"classified-often", [](std::size_t n) { return classifiedOften().message(n); }},
+    {"classified-often-subject",
+     [](std::size_t n) { return classifiedOften().messageWithLongSubject(n); }},
 };
 
 }  // namespace
