@@ -17,7 +17,7 @@
 /// Of each phrase one window of `windowSize` bytes is chosen for every alignment
 /// modulo `stride`, so that wherever the phrase stands, one of its windows begins
 /// at a multiple of `stride`. Only those places of the text are looked at: a hash
-/// of the window asks a bit set that fits the first-level cache, and few answers
+/// of the window asks a bit set as large as a first-level cache, and few answers
 /// are yes. Those are looked up among the windows, then compared in full.
 namespace bouncecheck::phrases {
 
