@@ -22,9 +22,8 @@ public:
     StringBuffer& getUtf8Sb() noexcept { return utf8_; }
     /// NUL-terminated, never null. Valid until the string changes.
     const char* getAnsi() const { return utf8_.getString(); }
-    /// Both with their lengths, NUL bytes included.
+    /// Either with its length, NUL bytes included.
     std::string_view view() const noexcept { return utf8_.view(); }
-    std::string_view ansiView() const noexcept { return utf8_.view(); }
 
     bool beginsWithUtf8(const char* prefix, bool ignoreCase) const noexcept;
     bool isEmpty() const noexcept { return utf8_.isEmpty(); }
