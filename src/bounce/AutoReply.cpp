@@ -12,7 +12,7 @@ namespace bouncecheck {
 bool BounceCheck::containsAutoReplyIndicator(Email2& email, StringBuffer& text,
                                              LogBase& log) const {
     LogContextExitor context(log, "CheckingForAutoReply");
-    Memory* const known = &text == &m_sbBounceData ? memory() : nullptr;
+    BodyMemory* const known = &text == &m_sbBounceData ? memory() : nullptr;
     const char* const line =
         known && known->autoReplyLine ? *known->autoReplyLine : autoReplyLine(email, text, log);
     if (known) known->autoReplyLine = line;

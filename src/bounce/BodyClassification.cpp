@@ -1,5 +1,6 @@
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "bounce/BounceCheck.h"
 #include "bounce/Marker.h"
@@ -41,7 +42,7 @@ int BounceCheck::checkEmailBody(Email2& email, LogBase& log) {
     return decideByRules(log);
 }
 
-BounceCheck::Memory* BounceCheck::memory() const {
+BodyMemory* BounceCheck::memory() const {
     if (!m_memory) return nullptr;
     const unsigned long revision = m_sbBounceData.revision();
     if (m_memory->dataRevision != revision) m_memory.emplace().dataRevision = revision;
@@ -71,7 +72,7 @@ std::optional<int> BounceCheck::decideByMarkers(Email2& email, LogBase& log) {
         }
         return std::nullopt;
     };
-    Memory* const known = memory();
+    BodyMemory* const known = memory();
     if (known && known->vainMarkers) {
         for (const MarkerOutcome outcome : *known->vainMarkers) {
             if (const auto type = decideOn(outcome)) return type;
@@ -186,7 +187,7 @@ int BounceCheck::decideAutoReply(LogBase& log) {
 
 /// The returned message tells the address; the text around it, the kind.
 std::optional<int> BounceCheck::decideByAttachedMessage(Email2& email, LogBase& log) {
-    Memory* const known = memory();
+    BodyMemory* const known = memory();
     if (known && known->namesNoAttachedRecipient) return std::nullopt;
     switch (lookUpAttachedRecipient(email, m_sbBounceAddr)) {
         case AttachedRecipient::noCertStore: return BOUNCE_NONE;

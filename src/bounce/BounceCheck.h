@@ -4,11 +4,10 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <vector>
 
+#include "bounce/BodyMemory.h"
 #include "bounce/BounceRule.h"
 #include "bounce/BounceType.h"
-#include "bounce/RecipientExtraction.h"
 #include "bounce/TextScan.h"
 #include "text/StringBuffer.h"
 #include "text/XString.h"
@@ -173,20 +172,11 @@ private:
     mutable TextScan m_fromNameScan{m_sbFromName};
     mutable TextScan m_dataScan{m_sbBounceData};
 
-    /// What repeated runs of checkEmailBody over one message need not find again.
-    struct Memory {
-        unsigned long dataRevision = 0;
-        /// What each marker in the text led to, once none led to an address.
-        std::optional<std::vector<MarkerOutcome>> vainMarkers;
-        /// What is logged of an automatic reply; null when it is none.
-        std::optional<const char*> autoReplyLine;
-        bool namesNoAttachedRecipient = false;
-    };
     /// Null unless the checks run over one message; empty after a change of the text.
-    Memory* memory() const;
+    BodyMemory* memory() const;
     const char* autoReplyLine(Email2& email, const StringBuffer& text, LogBase& log) const;
 
-    mutable std::optional<Memory> m_memory;
+    mutable std::optional<BodyMemory> m_memory;
 };
 
 }  // namespace bouncecheck
