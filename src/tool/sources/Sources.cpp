@@ -2,10 +2,8 @@
 
 #include <sys/stat.h>
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iostream>
+#include <array>
+#include <climits>
 #include <memory>
 #include <new>
 #include <optional>
@@ -64,17 +62,30 @@ private:
     }
 
     void readList(const std::string& name) {
-        std::ifstream file;
-        if (name != "-") file.open(name);
-        std::istream& list = name == "-" ? std::cin : file;
-        if (!list) {
-            onProblem_(name, std::strerror(errno));
-            return;
-        }
-        for (std::string path; std::getline(list, path, options_.nulSeparated ? '\0' : '\n');) {
-            if (!path.empty()) readPath(path, {0, 0});
-        }
-        if (list.bad()) onProblem_(name, "could not be read to its end");
+        tellingProblems(name, [&] {
+            const auto list = open(name);
+            const char end = options_.nulSeparated ? '\0' : '\n';
+            std::array<char, 4096> piece;
+            std::string path;
+            const auto readNext = [&] {
+                if (!path.empty()) readPath(path, {0, 0});
+                path.clear();
+            };
+            while (const std::size_t size = list->read(piece)) {
+                for (const char c : std::string_view(piece.data(), size)) {
+                    if (c == end) {
+                        readNext();
+                    } else if (path.size() <= PATH_MAX) {  // no file has a longer one
+                        path += c;
+                    }
+                }
+            }
+            readNext();
+        });
+    }
+
+    static std::unique_ptr<InputStream> open(const std::string& path) {
+        return path == "-" ? openStandardInput() : openFile(path);
     }
 
     void readPath(const std::string& path, Stretch stretch) {
@@ -157,7 +168,7 @@ private:
 
     void readFile(const std::string& path, FileKind kind, Stretch stretch) {
         tellingProblems(path, [&] {
-            const auto stream = unpacked(path == "-" ? openStandardInput() : openFile(path));
+            const auto stream = unpacked(open(path));
             MboxReader reader(*stream, options_.maxMessageSize, kind == FileKind::either);
             while (auto message = reader.next()) {
                 if (message->tooLarge) {
