@@ -11,6 +11,8 @@
 #include <cstring>
 #include <filesystem>
 #include <stdexcept>
+#include <system_error>
+#include <utility>
 
 #include "bounce/BounceType.h"
 #include "tool/OutputFile.h"
@@ -40,12 +42,17 @@ std::string hostName() {
 
 }  // namespace
 
-void MaildirSorter::makeMaildir(const std::string& maildir) {
-    if (!maildirs_.insert(maildir).second) return;
+MaildirSorter::MaildirSorter(std::string folder) : folder_(std::move(folder)) {
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     if (error) throw std::runtime_error(folder_ + ": " + error.message());
+}
+
+void MaildirSorter::makeMaildir(const std::string& maildir) {
+    if (!maildirs_.insert(maildir).second) return;
     for (const char* part : {"", "/tmp", "/new", "/cur"}) makeFolder(maildir + part);
+    syncFolderOf(maildir + "/new");
+    syncFolderOf(maildir);
 }
 
 /// A name that no other delivery has, now or later, on this host or another.

@@ -13,7 +13,9 @@ namespace bouncecheck {
 /// `new`, so that no reader ever sees half of one.
 class MaildirSorter {
 public:
-    explicit MaildirSorter(std::string folder) : folder_(std::move(folder)) {}
+    /// Makes the folder, so that it is known before messages are looked for. Throws
+    /// std::runtime_error.
+    explicit MaildirSorter(std::string folder);
 
     /// `message` has its bytes. Throws std::runtime_error.
     void deliver(const Classified& message);
