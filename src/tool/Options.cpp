@@ -1,7 +1,9 @@
 #include "tool/Options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <limits>
 #include <ostream>
 #include <stdexcept>
@@ -147,6 +149,15 @@ void declare(CLI::App& app, Options& options) {
     declareOutput(app, options);
 }
 
+/// Whether `file` is one that is read: a mailbox is not changed, not even by mistake.
+bool isSource(const std::optional<std::string>& file, const SourceOptions& sources) {
+    namespace fs = std::filesystem;
+    return file && std::ranges::any_of(sources.paths, [&](const std::string& path) {
+               std::error_code missing;
+               return fs::is_regular_file(path, missing) && fs::equivalent(path, *file, missing);
+           });
+}
+
 /// What options do not go together.
 void checkTogether(const Options& options) {
     const OutputParts& parts = options.parts;
@@ -165,6 +176,8 @@ void checkTogether(const Options& options) {
         {options.listPhrases && (hasPaths || options.pageFile), "--list-phrases reads no messages"},
         {options.pageFile && options.pageFile == options.outFile,
          "--html and --output take a file each"},
+        {isSource(options.outFile, options.sources) || isSource(options.pageFile, options.sources),
+         "--html and --output do not write to a file that is read"},
     };
     for (const auto& [isMade, problem] : mistakes) {
         if (isMade) throw std::invalid_argument(problem);
