@@ -1,8 +1,24 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <iostream>
 
 #include "tool/Run.h"
 
+namespace {
+
+/// Takes the place of standard streams that the caller has closed, so that no file that
+/// is written gets their numbers and what is meant for them. Using them still fails.
+void fillStandardStreams() {
+    for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(fd, F_GETFD) < 0) ::open("/dev/null", fd == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+    fillStandardStreams();
     std::ios::sync_with_stdio(false);
     return bouncecheck::runTool(argc, argv, std::cout, std::cerr, bouncecheck::standardTerminal());
 }
