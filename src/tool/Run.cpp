@@ -49,6 +49,11 @@ bool isSummary(const Options& options) {
     return options.summary || (options.pageFile && !wantsRows);
 }
 
+/// Whether what is printed grows with every message, and so tells how far the work is.
+bool showsRows(const Options& options) {
+    return !options.outFile && !options.addresses && !isSummary(options);
+}
+
 std::unique_ptr<Output> makeOutput(const Options& options, std::ostream& out, Style style) {
     if (options.addresses) return makeAddressOutput(out, options.filter.wantsAll());
     if (options.explain) return makeExplainOutput(out, style);
@@ -69,6 +74,12 @@ std::size_t availableCores() {
     return static_cast<std::size_t>(std::max(1, CPU_COUNT(&cores)));
 }
 
+/// A pipe that nobody reads ends the run as its signal does.
+[[noreturn]] void failToWrite() {
+    throwIfInterrupted();
+    throw std::runtime_error("the output could not be written");
+}
+
 /// One run over all messages.
 class Batch {
 public:
@@ -78,9 +89,7 @@ public:
         : options_(options),
           out_(out),
           err_(err),
-          // Where rows appear on the terminal nobody needs to be told.
-          progress_(err,
-                    terminal.isErr && (!terminal.isOut || options.outFile || isSummary(options))),
+          progress_(err, terminal.isErr && !(terminal.isOut && showsRows(options))),
           output_(makeOutput(options, out, styleFor(options, terminal))),
           page_(page ? makeHtmlOutput(*page) : nullptr) {
         if (options.sortInto) sorter_.emplace(*options.sortInto);
@@ -133,8 +142,7 @@ private:
         if (sorter_) sorter_->deliver(message);
         output_->show(message);
         if (page_) page_->show(message);
-        // Nobody reads on: there is nothing left to work for.
-        if (!out_) throw std::runtime_error("the output could not be written");
+        if (!out_) failToWrite();
     }
 
     void tellProblem(const std::string& source, const std::string& reason) {
@@ -170,7 +178,7 @@ int writeTo(std::ostream& out, std::ostream* page, std::ostream& err, const Opti
     } else {
         status = Batch(options, out, page, err, terminal).run();
     }
-    if (!out.flush()) throw std::runtime_error("the output could not be written");
+    if (!out.flush()) failToWrite();
     return status;
 }
 
