@@ -25,7 +25,8 @@ public:
         // Domains are invented without end; of what is new this late nothing
         // becomes frequent.
         constexpr std::size_t mostTexts = 100'000;
-        if (text.empty()) return;
+        constexpr std::size_t longestText = 255;  // of a domain: RFC 1035, section 2.3.4
+        if (text.empty() || text.size() > longestText) return;
         const auto known = counts_.find(text);
         if (known != counts_.end()) {
             ++known->second;
