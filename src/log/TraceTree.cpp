@@ -1,16 +1,14 @@
 #include "log/TraceTree.h"
 
 #include "text/Ascii.h"
+#include "text/Utf8.h"
 
 namespace bouncecheck {
 namespace {
 
 /// The end of the first `limit` bytes, moved back to where a character begins.
 std::size_t cutBefore(std::string_view text, std::size_t limit) {
-    const auto isContinuation = [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-    };
-    while (limit > 0 && isContinuation(text[limit])) --limit;
+    while (limit > 0 && continuesCharacter(text[limit])) --limit;
     return limit;
 }
 

@@ -13,6 +13,11 @@ bool isUtf8(std::string_view text) noexcept;
 /// Appends the UTF-8 form of `codePoint`; U+FFFD where it is none.
 void appendUtf8(std::string& out, std::uint32_t codePoint);
 
+/// Whether `c` is within a character rather than its first byte.
+constexpr bool continuesCharacter(char c) noexcept {
+    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
 /// How many bytes at the start of `text` are below 128.
 std::size_t asciiPrefix(std::string_view text) noexcept;
 

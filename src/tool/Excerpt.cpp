@@ -5,6 +5,7 @@
 
 #include "bounce/PhraseTables.h"
 #include "text/Search.h"
+#include "text/Utf8.h"
 #include "tool/RuleHelp.h"
 
 namespace bouncecheck {
@@ -83,8 +84,6 @@ ExcerptLine lineOf(std::string_view text, Span line, Span phrase, Span address) 
     if (isSwapped) std::swap(first, second);
     return result;
 }
-
-bool continuesCharacter(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 Mark shifted(Mark mark, std::size_t start, std::size_t size) noexcept {
     return markWithin({start, start + size}, {mark.begin, mark.begin + mark.size});

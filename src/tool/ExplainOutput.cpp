@@ -96,9 +96,9 @@ private:
             showFact("", "... and " + std::to_string(facts.recipients.size() - mostRecipients) +
                              " more");
         }
-        std::string returned = facts.returned.messageId;
-        if (!facts.returned.to.empty()) returned.append(" to ").append(facts.returned.to);
-        showFact("Returned", returned);
+        const ReturnedMessage& returned = facts.returned;
+        const bool hasBoth = !returned.messageId.empty() && !returned.to.empty();
+        showFact("Returned", returned.messageId + (hasBoth ? " to " : "") + returned.to);
     }
 
     void showFact(std::string_view name, std::string_view value, std::string_view color = "") {
@@ -111,21 +111,19 @@ private:
             out_ << style_.paint(text, color) << '\n';
             return;
         }
-        // Broken between words, and below each other.
+        // Broken between words, where there are any, and below each other.
         const std::size_t room = style_.width - used;
-        while (columns(text) > room) {
-            const std::size_t cut = text.rfind(' ', bytesWithin(text, room));
-            if (cut == std::string::npos || cut == 0) break;
-            out_ << style_.paint(text.substr(0, cut), color) << '\n' << std::string(used, ' ');
-            text.erase(0, cut + 1);
+        std::string_view rest = text;
+        for (;;) {
+            const std::size_t fits = bytesWithin(rest, room);
+            if (fits == rest.size()) break;
+            const std::size_t blank = rest.rfind(' ', fits);
+            const bool isWord = blank == std::string_view::npos || blank == 0;
+            const std::size_t end = isWord ? fits : blank;
+            out_ << style_.paint(rest.substr(0, end), color) << '\n' << std::string(used, ' ');
+            rest.remove_prefix(isWord ? end : end + 1);
         }
-        out_ << style_.paint(fitted(text, room), color) << '\n';
-    }
-
-    /// How many bytes of `text`, which is longer, fill so many columns.
-    static std::size_t bytesWithin(std::string_view text, std::size_t width) {
-        constexpr std::string_view ellipsis = "\xE2\x80\xA6";
-        return fitted(text, width + 1).size() - ellipsis.size();
+        out_ << style_.paint(rest, color) << '\n';
     }
 
     void showSteps(const Classified& message) {
@@ -163,18 +161,27 @@ private:
         constexpr std::string_view before = "    | ";
         const std::size_t longestLine =
             style_.width > 2 * before.size() ? style_.width - before.size() : 300;
-        const ExcerptLine shown = cutLine(whole, longestLine);
-        const std::string_view line = shown.text;
-        const Mark mark = shown.marks.front();
-        const std::string front = printable(line.substr(0, mark.begin));
-        const std::string marked = printable(line.substr(mark.begin, mark.size));
-        const std::string rest = printable(line.substr(mark.begin + mark.size));
-        out_ << before << front << style_.paint(marked, mark.size > 0 ? emphasis : "") << rest
-             << '\n';
-        if (!style_.color && mark.size > 0) {
-            out_ << before << std::string(columns(front), ' ') << std::string(columns(marked), '^')
-                 << '\n';
+        const ExcerptLine line = cutLine(whole, longestLine);
+        // What is marked is emphasized, or has carets below it where nothing can be.
+        std::string shown;
+        std::string carets;
+        std::size_t end = 0;
+        const auto addUpTo = [&](std::size_t to, bool isMarked) {
+            std::string piece = printable(line.text.substr(end, to - end));
+            if (style_.width > 0) piece = fitted(piece, longestLine - carets.size());
+            end = to;
+            shown += style_.paint(piece, isMarked ? emphasis : std::string_view());
+            carets.append(columns(piece), isMarked ? '^' : ' ');
+        };
+        for (const Mark& mark : line.marks) {
+            if (mark.size == 0) continue;
+            addUpTo(mark.begin, false);
+            addUpTo(mark.begin + mark.size, true);
         }
+        addUpTo(line.text.size(), false);
+        out_ << before << shown << '\n';
+        carets.resize(carets.rfind('^') + 1);
+        if (!style_.color && !carets.empty()) out_ << before << carets << '\n';
     }
 
     std::ostream& out_;

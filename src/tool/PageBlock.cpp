@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "facts/MailDate.h"
+#include "text/Utf8.h"
 #include "tool/Excerpt.h"
 
 namespace bouncecheck {
@@ -48,16 +49,10 @@ void writeJsonBlock(std::ostream& out, std::string_view className, const std::st
 }
 
 std::size_t SharedTexts::add(std::string_view text, std::size_t mostBytesOfOne) {
-    std::string kept(text.substr(0, mostBytesOfOne));
-    if (kept.size() < text.size()) {
-        const auto isInside = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
-        char next = text[kept.size()];
-        while (!kept.empty() && isInside(next)) {
-            next = kept.back();
-            kept.pop_back();
-        }
-        kept += "\xE2\x80\xA6";
-    }
+    std::size_t size = std::min(text.size(), mostBytesOfOne);
+    while (size > 0 && size < text.size() && continuesCharacter(text[size])) --size;
+    std::string kept(text.substr(0, size));
+    if (size < text.size()) kept += "\xE2\x80\xA6";
     const auto [entry, isNew] = numbers_.try_emplace(std::move(kept), texts_.size());
     if (isNew) {
         texts_.push_back(entry->first);

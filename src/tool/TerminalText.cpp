@@ -12,8 +12,6 @@
 namespace bouncecheck {
 namespace {
 
-bool continuesCharacter(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
 /// The length of the character that `text`, which is not empty, begins with.
 std::size_t characterLength(std::string_view text) noexcept {
     std::size_t length = 1;
@@ -55,28 +53,31 @@ std::size_t columns(std::string_view text) noexcept {
     return count;
 }
 
+std::size_t bytesWithin(std::string_view text, std::size_t width) noexcept {
+    std::size_t size = 0;
+    while (size < text.size()) {
+        const std::size_t length = characterLength(text.substr(size));
+        const std::size_t used = columnsOfCharacter(text.substr(size, length));
+        if (used > width) break;
+        width -= used;
+        size += length;
+    }
+    return size;
+}
+
 std::string fitted(std::string_view text, std::size_t width, Cut cut) {
     constexpr std::string_view ellipsis = "\xE2\x80\xA6";
-    std::size_t used = columns(text);
-    if (used <= width) return std::string(text);
+    if (bytesWithin(text, width) == text.size()) return std::string(text);
     if (width == 0) return {};
-    if (cut == Cut::front) {
-        while (used >= width) {
-            const std::size_t length = characterLength(text);
-            used -= columnsOfCharacter(text.substr(0, length));
-            text.remove_prefix(length);
-        }
-        return std::string(ellipsis).append(text);
+    if (cut == Cut::end) {
+        return std::string(text.substr(0, bytesWithin(text, width - 1))).append(ellipsis);
     }
-    std::size_t kept = 0;
-    std::size_t keptColumns = 0;
-    for (;;) {
-        const std::size_t length = characterLength(text.substr(kept));
-        keptColumns += columnsOfCharacter(text.substr(kept, length));
-        if (keptColumns >= width) break;
-        kept += length;
+    for (std::size_t used = columns(text); used >= width;) {
+        const std::size_t length = characterLength(text);
+        used -= columnsOfCharacter(text.substr(0, length));
+        text.remove_prefix(length);
     }
-    return std::string(text.substr(0, kept)).append(ellipsis);
+    return std::string(ellipsis).append(text);
 }
 
 std::string Style::paint(std::string_view text, std::string_view sgr) const {

@@ -13,6 +13,10 @@ std::string printable(std::string_view text);
 /// How many columns of a terminal `text` (UTF-8) takes.
 std::size_t columns(std::string_view text) noexcept;
 
+/// How many bytes at the start of `text` fill at most `width` columns; it ends with a
+/// whole character.
+std::size_t bytesWithin(std::string_view text, std::size_t width) noexcept;
+
 enum class Cut { end, front };
 
 /// `text`, printable already, in at most `width` columns; "…" stands for what had
