@@ -133,6 +133,7 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.texts(".unfolded pre mark.address"), ["u0005@d5.example"])
         self.assertEqual(self.texts(".unfolded pre mark.phrase"), ["ailbox is full"])
         self.assertIn("Keep the address", self.texts(".unfolded dl")[0])
+        self.assertIn("and 11 more", self.texts(".unfolded dl")[0])  # recipients
         self.value("document.querySelector('.unfolded').scrollIntoView({ block: 'end' })")
         self.expect("Math.abs(document.querySelector('.unfolded').getBoundingClientRect().bottom - "
                     "document.querySelector('.unfolded + .row')?.getBoundingClientRect().top) < 1",

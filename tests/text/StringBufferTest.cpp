@@ -37,6 +37,7 @@ TEST(StringBuffer, ChangesItsText) {
         {"a[AT]b[DOT]c[AT]", [](auto& s) { s.replaceAllWithUchar("[AT]", '@'); }, "a@b[DOT]c@"},
         {"\r\n a \t b\0\v\f"sv, [](auto& s) { s.trim2(); }, "a \t b\0"sv},
         {"a <MailTo:a>", [](auto& s) { s.chopAtSubstr("<mAILTO", true); }, "a "},
+        {"a\0-a"sv, [](auto& s) { s.removeCharOccurances('a'), s.chopAtFirstChar('-'); }, "\0"sv},
         {"abc", [](auto& s) { s.shorten(4), s.shorten(1), s.shorten(~0U); }, ""},
         {"\"a b\" c", [](auto& s) { splitFields(s, true, false); }, "\"a b\"|c|"},
         {"\ta\n b\0"sv, [](auto& s) { splitFields(s, false, true); }, "a|b\0|"sv},

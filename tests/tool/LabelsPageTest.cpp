@@ -11,11 +11,10 @@ TEST(LabelsPage, IsAsTheTablesHaveIt) {
         << "make it again: cmake --build --preset test --target labels_page";
 }
 
-TEST(LabelsPage, HasEveryLabelWhoseOrderIsTold) {
+TEST(LabelsPage, TheirOrderIsToldOfEachLabel) {
     const std::string order = contentOf(PAGES_DIR "/docs/verdicts.md");
     for (const RuleHelp& rule : ruleHelp()) {
         const std::string label(rule.label);
-        EXPECT_NE(labelsPage().find("\n| " + label + " | "), std::string::npos) << label;
         EXPECT_NE(order.find(" " + label), std::string::npos) << label;
     }
 }

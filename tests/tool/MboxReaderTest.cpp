@@ -17,7 +17,6 @@ public:
         const std::size_t count = std::min({room.size(), step_, text_.size() - at_});
         std::copy_n(text_.data() + at_, count, room.data());
         at_ += count;
-        most_ = std::max(most_, room.size());
         return count;
     }
 
@@ -25,7 +24,6 @@ private:
     std::string text_;
     std::size_t step_;
     std::size_t at_ = 0;
-    std::size_t most_ = 0;
 };
 
 constexpr std::size_t megabyte = 1 << 20;
@@ -121,15 +119,6 @@ TEST(MboxReader, FindsEnvelopesAcrossPieces) {
         ASSERT_EQ(messagesOf(text).size(), 2U) << size;
         ASSERT_EQ(messagesOf(text, megabyte, 100), (Messages{"(too large)", "S: 2\n"})) << size;
     }
-}
-
-TEST(MboxReader, TakesAFileOfAMaildirAsOneMessage) {
-    TextStream stream(from + "S: 1\n\n" + from + "S: 2\n", megabyte);
-    MboxReader reader(stream, megabyte, false);
-    EXPECT_TRUE(reader.next() && !reader.next());
-    TextStream empty("", megabyte);
-    MboxReader emptyReader(empty, megabyte, false);
-    EXPECT_TRUE(emptyReader.next() && !emptyReader.next());
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <atomic>
 #include <chrono>
 #include <numeric>
-#include <set>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -54,19 +53,6 @@ TEST(OrderedPipeline, StaysBelowTheWeight) {
     pipeline.finish();
     EXPECT_EQ(inFlight, 0);
     EXPECT_LE(most, 10);
-}
-
-TEST(OrderedPipeline, GivesASingleItemNoThread) {
-    std::set<std::thread::id> threads;
-    for (const int count : {1, 2}) {
-        threads.clear();
-        OrderedPipeline<int, std::thread::id> pipeline(
-            2, 10, [] { return [](int) { return std::this_thread::get_id(); }; },
-            [&](std::thread::id id) { threads.insert(id); });
-        for (int i = 0; i < count; ++i) pipeline.push(i, 1);
-        pipeline.finish();
-        EXPECT_EQ(threads.contains(std::this_thread::get_id()), count == 1);
-    }
 }
 
 TEST(OrderedPipeline, HandsOutWhatWorkAndSinkThrow) {

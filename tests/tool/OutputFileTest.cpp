@@ -45,6 +45,10 @@ TEST_F(OutputFileTest, TellsWhatCannotBeWritten) {
         EXPECT_EQ(result.status, EXIT_SOME_UNREADABLE) << target;
         EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
     }
+    // A file that is read is not written to.
+    EXPECT_EQ(run({message, "-o", path("../") + folder_.filename().string() + "/m"}).status,
+              EXIT_WRONG_USAGE);
+    EXPECT_EQ(contentOf(message), failedReport);
     EXPECT_EQ(run({message, "-o", "/dev/null"}).status, EXIT_ALL_CLASSIFIED);
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
     EXPECT_EQ(fileCount(), 1U);
@@ -55,7 +59,9 @@ TEST_F(OutputFileTest, HoldsTheWholeOutput) {
     EXPECT_EQ(run({message, "-o", path("out")}).out, "");
     EXPECT_EQ(contentOf(path("out")), run({message}).out);
     // What could not be read does not keep the rest from being written.
-    EXPECT_EQ(run({path("none"), message, "-o", path("out2")}).status, EXIT_SOME_UNREADABLE);
+    const ToolRun half = run({path("none"), message, "-o", path("out2")});
+    EXPECT_EQ(half.status, EXIT_SOME_UNREADABLE);
+    EXPECT_EQ(half.err, "bouncecheck: " + path("none") + ": No such file or directory\n");
     EXPECT_EQ(contentOf(path("out2")), run({message}).out);
 }
 
@@ -89,16 +95,20 @@ TEST_F(OutputFileTest, GoesAwayWhenASignalComes) {
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
         EXPECT_EQ(fileCount(), 0U);
     }
+    // A list of paths is waited for in the same way.
+    const int status = statusAfter(SIGTERM, {"--from-list", "-", "-o", path("out")}, path());
+    EXPECT_TRUE(WIFSIGNALED(status) && fileCount() == 0U) << status;
 }
 
 TEST_F(OutputFileTest, SortsCopiesIntoMaildirs) {
     write("in/1", failedReport);
+    write("in/a/later/0", "S: none\n\n");
     write("in/2", "S: none\n\n");
     write("in/3", "From a Thu Sep 18 17:54:04 2008\n" + std::string(failedReport) + "\n");
-    const std::string out = path("in/sorted");
+    const std::string out = path("in/a/later/sorted");
     // The second time what is there already is no source.
     for (const std::size_t copies : {2U, 4U}) {
-        EXPECT_EQ(run({path("in"), "--only", "hard", "--sort-into", out}).status, 0);
+        EXPECT_EQ(run({path("in"), "-j", "1", "--only", "hard", "--sort-into", out}).status, 0);
         std::size_t count = 0;
         for (const auto& entry : fs::directory_iterator(out + "/hard/new")) {
             EXPECT_EQ(contentOf(entry.path()), failedReport);
