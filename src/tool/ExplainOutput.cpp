@@ -78,27 +78,36 @@ private:
 
     void showFacts(const Facts& facts) {
         showFact("Reported by", facts.reportingMta);
-        constexpr std::size_t mostRecipients = 5;
-        for (std::size_t i = 0; i < std::min(facts.recipients.size(), mostRecipients); ++i) {
-            const RecipientFacts& r = facts.recipients[i];
-            std::string text = r.originalRecipient;
-            if (text.empty()) {
-                text = r.finalRecipient;
-            } else if (!r.finalRecipient.empty() && r.finalRecipient != text) {
-                text.append(" -> ").append(r.finalRecipient);
-            }
-            for (const std::string& more : {r.action, r.status, r.diagnosticCode}) {
-                if (!more.empty()) text.append(", ").append(more);
-            }
-            showFact("Recipient", text);
-        }
-        if (facts.recipients.size() > mostRecipients) {
-            showFact("", "... and " + std::to_string(facts.recipients.size() - mostRecipients) +
-                             " more");
-        }
+        showList("Failed", facts.failedRecipients, [](const std::string& a) { return a; });
+        showList("Recipient", facts.recipients, recipientText);
+        showList("Report", facts.report,
+                 [](const ReportField& field) { return field.name + ": " + field.value; });
         const ReturnedMessage& returned = facts.returned;
         const bool hasBoth = !returned.messageId.empty() && !returned.to.empty();
         showFact("Returned", returned.messageId + (hasBoth ? " to " : "") + returned.to);
+    }
+
+    static std::string recipientText(const RecipientFacts& recipient) {
+        std::string text = recipient.originalRecipient;
+        if (text.empty()) {
+            text = recipient.finalRecipient;
+        } else if (!recipient.finalRecipient.empty() && recipient.finalRecipient != text) {
+            text.append(" -> ").append(recipient.finalRecipient);
+        }
+        for (const std::string& more :
+             {recipient.action, recipient.status, recipient.diagnosticCode}) {
+            if (!more.empty()) text.append(", ").append(more);
+        }
+        return text;
+    }
+
+    template <class Item, class Text>
+    void showList(std::string_view name, const std::vector<Item>& items, Text textOf) {
+        constexpr std::size_t mostItems = 5;
+        const std::size_t shown = std::min(items.size(), mostItems);
+        for (std::size_t i = 0; i < shown; ++i) showFact(name, textOf(items[i]));
+        if (shown == items.size()) return;
+        showFact("", "... and " + std::to_string(items.size() - shown) + " more");
     }
 
     void showFact(std::string_view name, std::string_view value, std::string_view color = "") {

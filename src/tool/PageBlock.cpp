@@ -171,6 +171,11 @@ void PageBlock::addFacts(const Facts& facts, Json& detail) {
     if (recipients < facts.recipients.size()) {
         detail["moreRecipients"] = facts.recipients.size() - recipients;
     }
+    std::string failed;
+    for (const std::string& address : facts.failedRecipients) {
+        failed.append(failed.empty() ? "" : ", ").append(address);
+    }
+    if (!failed.empty()) detail["failed"] = text(failed);
     if (!facts.reportingMta.empty()) detail["reportedBy"] = text(facts.reportingMta);
     // Pairs of name and value.
     for (const ReportField& field :

@@ -9,7 +9,7 @@ const std::string hostile =
     "From: \"<img src=x>\" <mailer-daemon@x.example>\n"
     "Subject: </script><script>alert(1)</script><!-- \xff \" \\ \x01\n"
     "Date: Thu, 18 Sep 2008 17:54:04 +0000\n"
-    "Content-Type: multipart/report; boundary=b\n\n"
+    "X-Failed-Recipients: f@x.example\nContent-Type: multipart/report; boundary=b\n\n"
     "--b\n\nSorry.\n--b\nContent-Type: message/delivery-status\n\n"
     "Reporting-MTA: dns; mx.x.example\n\nFinal-Recipient: rfc822;A@x.example\n"
     "Action: failed\nDiagnostic-Code: smtp; mailbox is full\n\n"
@@ -66,6 +66,8 @@ TEST_F(HtmlOutputTest, KeepsTextFromMailInsideItsBlocks) {
     EXPECT_EQ(cell(rows, "label"), "2.4");
     EXPECT_EQ(cell(rows, "place"), path("in/1"));
     EXPECT_EQ(rows["date"], Json::parse("[1221760444]"));
+    const Json details = blocks(html, "details").at(0);
+    EXPECT_EQ(details["texts"][details["messages"][0]["failed"].get<std::size_t>()], "f@x.example");
 }
 
 TEST_F(HtmlOutputTest, AllowsItsOwnScriptAndStyleOnly) {

@@ -197,6 +197,10 @@ TEST_F(OutputTest, ExplainsAVerdict) {
     }
     EXPECT_NE(shown({"--explain", "--color", "always"}).find("m\x1b[1;7mailbox is full\x1b[0m\n"),
               std::string::npos);
+    write("2", report);
+    EXPECT_NE(
+        shown({"--explain"}).find("\n  Failed       f@x\n  Recipient    later@Y.example, del"),
+        std::string::npos);
     std::istringstream lines(
         shown({"--explain", "--color", "never"}, {.isOut = true, .width = 60}));
     for (std::string line; std::getline(lines, line);) EXPECT_LE(columns(line), 60U) << line;

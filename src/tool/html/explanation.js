@@ -16,6 +16,7 @@ function explain(row) {
         ["From", rows.from[row]],
         ["Source", rows.place[row]],
         ["Reported by", detail.reportedBy && text(detail.reportedBy)],
+        ["Failed", detail.failed && text(detail.failed)],
         ["Recipients", detail.recipients && recipientList(detail)],
     ];
     const pairs = (list) => factList(list.map((pair) => pair.map(text)));
