@@ -7,6 +7,7 @@
 #include <exception>
 #include <functional>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -112,7 +113,13 @@ private:
         sigset_t before;
         sigfillset(&all);
         pthread_sigmask(SIG_SETMASK, &all, &before);
-        for (std::size_t i = 0; i < workerCount_; ++i) threads_.emplace_back([this] { run(); });
+        threads_.reserve(workerCount_);
+        try {
+            while (threads_.size() < workerCount_) threads_.emplace_back([this] { run(); });
+        } catch (const std::system_error&) {
+            // Where the system allows fewer, those do all the work.
+            if (threads_.empty()) throw;
+        }
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
     }
 
@@ -129,7 +136,7 @@ private:
     }
 
     void run() {
-        const Work work = makeWork_();
+        Work work;
         std::unique_lock lock(mutex_);
         for (;;) {
             hasWork_.wait(lock, [this] { return stop_ || taken_ < batches_.size(); });
@@ -138,6 +145,7 @@ private:
             Batch& batch = batches_[taken_++];
             lock.unlock();
             try {
+                if (!work) work = makeWork_();
                 batch.results.reserve(batch.items.size());
                 for (In& item : batch.items) batch.results.push_back(work(std::move(item)));
             } catch (...) {

@@ -1,5 +1,6 @@
 #include "tool/TypeFilter.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 
@@ -14,19 +15,17 @@ TypeFilter::Types TypeFilter::parse(std::string_view types) {
     for (;;) {
         const std::size_t comma = types.find(',');
         const std::string_view wanted = ascii::trim(types.substr(0, comma));
-        bool isKnown = false;
-        std::string names;
-        for (const TypeHelp& help : typeHelp()) {
-            const std::string_view name = bounceTypeName(help.type);
-            names.append(" ").append(name);
-            if (wanted != name && wanted != std::to_string(help.type)) continue;
-            parsed.set(static_cast<std::size_t>(help.type));
-            isKnown = true;
+        const auto known = std::ranges::find_if(typeHelp(), [&](const TypeHelp& help) {
+            return wanted == bounceTypeName(help.type) || wanted == std::to_string(help.type);
+        });
+        if (known == typeHelp().end()) {
+            std::string problem = "no verdict is named \"" + std::string(wanted) + "\"; there are";
+            for (const TypeHelp& help : typeHelp()) {
+                problem.append(" ").append(bounceTypeName(help.type));
+            }
+            throw std::invalid_argument(problem);
         }
-        if (!isKnown) {
-            throw std::invalid_argument("no verdict is named \"" + std::string(wanted) +
-                                        "\"; there are" + names);
-        }
+        parsed.set(static_cast<std::size_t>(known->type));
         if (comma == std::string_view::npos) return parsed;
         types.remove_prefix(comma + 1);
     }
