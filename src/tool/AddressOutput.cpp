@@ -22,6 +22,12 @@ bool isAddress(std::string_view text) {
            });
 }
 
+/// `text` without what sentences leave around an address.
+std::string_view withoutPunctuation(std::string_view text) noexcept {
+    text.remove_prefix(std::min(text.find_first_not_of('<'), text.size()));
+    return text.substr(0, text.find_last_not_of(">,;:.") + 1);
+}
+
 std::string withLowerDomain(std::string_view address) {
     const std::size_t domain = address.rfind('@') + 1;
     return std::string(address.substr(0, domain)) + ascii::lowerCase(address.substr(domain));
@@ -52,7 +58,8 @@ public:
     }
 
 private:
-    bool add(std::string_view address) {
+    bool add(std::string_view found) {
+        const std::string_view address = withoutPunctuation(found);
         if (!isAddress(address)) return false;
         addresses_.insert(withLowerDomain(address));
         return true;

@@ -49,9 +49,12 @@ private:
     std::unordered_map<std::string, std::size_t> counts_;
 };
 
+/// What is behind the last "@", without what mail leaves there; as the page counts it.
 std::string domainOf(std::string_view address) {
     const std::size_t at = address.rfind('@');
-    return at == std::string_view::npos ? std::string() : ascii::lowerCase(address.substr(at + 1));
+    if (at == std::string_view::npos) return {};
+    const std::string_view domain = address.substr(at + 1);
+    return ascii::lowerCase(domain.substr(0, domain.find_first_of(" \t\r\n<>()[],;:\"'/\\")));
 }
 
 class SummaryOutput final : public Output {

@@ -152,7 +152,7 @@ function drawTime() {
     }
     const notes = [`By ${unit.name}, of the Date field.`];
     if (dated.length < among.length) notes.push(`${number(among.length - dated.length)} undated.`);
-    if (outside > 0) notes.push(`${number(outside)} far before or behind are left out.`);
+    if (outside > 0) notes.push(`${number(outside)} far before or behind left out.`);
     const legend = help.types
         .filter(({ type }) => isDrawn.has(type) && dated.some((row) => rows.type[row] === type))
         .map(({ name }) => make("span", { class: `dot ${name}` }, name));
