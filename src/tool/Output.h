@@ -51,8 +51,8 @@ std::unique_ptr<Output> makeTsvOutput(std::ostream& out, OutputParts parts);
 
 /// The distinct addresses that failed, sorted, one a line, domains in lower case:
 /// that of the verdict, without punctuation around it, and of a report every recipient
-/// that failed. With
-/// `ofFailures`, verdicts that are no failure add no address of their own.
+/// that failed. With `ofFailures`, verdicts that are no failure add no address of their
+/// own.
 std::unique_ptr<Output> makeAddressOutput(std::ostream& out, bool ofFailures);
 
 enum class SummaryForm { text, json };

@@ -41,6 +41,8 @@ public:
     ~OutputFile();
 
     std::ostream& stream() noexcept { return stream_; }
+    /// The path of the file beside it; "" when there is none.
+    const std::string& temporary() const noexcept { return temporary_; }
     /// Throws std::runtime_error when not everything could be written.
     void commit();
 

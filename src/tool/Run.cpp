@@ -189,12 +189,14 @@ int runWith(Options options, std::ostream& out, std::ostream& err, const Termina
         sources.paths.emplace_back("-");
     }
     if (options.outFile || options.pageFile || options.sortInto) noteSignals();
-    // What is sorted into a folder below a source is no source.
-    if (options.sortInto) sources.excludedFolder = *options.sortInto;
     std::optional<OutputFile> file;
     std::optional<OutputFile> page;
     if (options.outFile) file.emplace(*options.outFile);
     if (options.pageFile) page.emplace(*options.pageFile);
+    // What is written below a source is no source.
+    if (file) sources.excluded.push_back(file->temporary());
+    if (page) sources.excluded.push_back(page->temporary());
+    if (options.sortInto) sources.excluded.push_back(*options.sortInto);
     const int status = writeTo(file ? file->stream() : out, page ? &page->stream() : nullptr, err,
                                options, terminal);
     if (file || page) throwIfInterrupted();

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 
 #include "tool/ToolRun.h"
@@ -58,6 +59,10 @@ TEST_F(OutputFileTest, HoldsTheWholeOutput) {
     const std::string message = write("m", failedReport);
     EXPECT_EQ(run({message, "-o", path("out")}).out, "");
     EXPECT_EQ(contentOf(path("out")), run({message}).out);
+    // It is no message of the folder that it is written to.
+    write("a", "\n" + std::string(100'000, 'x'));
+    run({path(), "-j", "1", "--format", "json", "--data", "-o", path("z")});
+    EXPECT_EQ(std::ranges::count(contentOf(path("z")), '\n'), 3);
     // What could not be read does not keep the rest from being written.
     const ToolRun half = run({path("none"), message, "-o", path("out2")});
     EXPECT_EQ(half.status, EXIT_SOME_UNREADABLE);

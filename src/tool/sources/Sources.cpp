@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <memory>
@@ -36,8 +37,10 @@ public:
     SourceReader(const SourceOptions& options, const OnMessage& onMessage,
                  const OnProblem& onProblem)
         : options_(options), onMessage_(onMessage), onProblem_(onProblem) {
-        hasExcluded_ = !options.excludedFolder.empty() &&
-                       ::stat(options.excludedFolder.c_str(), &excluded_) == 0;
+        for (const std::string& path : options.excluded) {
+            struct stat status;
+            if (::stat(path.c_str(), &status) == 0) excluded_.push_back(status);
+        }
     }
 
     void readAll() {
@@ -97,10 +100,12 @@ private:
         }
     }
 
-    bool isExcluded(const std::string& folder) const {
+    bool isExcluded(const std::string& path) const {
         struct stat status;
-        return hasExcluded_ && ::stat(folder.c_str(), &status) == 0 &&
-               status.st_dev == excluded_.st_dev && status.st_ino == excluded_.st_ino;
+        return !excluded_.empty() && ::stat(path.c_str(), &status) == 0 &&
+               std::ranges::any_of(excluded_, [&](const struct stat& one) {
+                   return one.st_dev == status.st_dev && one.st_ino == status.st_ino;
+               });
     }
 
     void readFolder(const std::string& folder, Stretch stretch) {
@@ -167,6 +172,7 @@ private:
     }
 
     void readFile(const std::string& path, FileKind kind, Stretch stretch) {
+        if (isExcluded(path)) return;
         tellingProblems(path, [&] {
             const auto stream = unpacked(open(path));
             MboxReader reader(*stream, options_.maxMessageSize, kind == FileKind::either);
@@ -188,8 +194,7 @@ private:
     const SourceOptions& options_;
     const OnMessage& onMessage_;
     const OnProblem& onProblem_;
-    struct stat excluded_ = {};
-    bool hasExcluded_ = false;
+    std::vector<struct stat> excluded_;
 };
 
 }  // namespace

@@ -30,8 +30,9 @@ struct SourceOptions {
     bool nulSeparated = false;
     /// Larger messages are a problem; in bytes.
     std::size_t maxMessageSize = std::size_t{64} << 20;
-    /// A folder that is passed over wherever it is met.
-    std::string excludedFolder = {};
+    /// Folders and files that are passed over wherever they are met, such as those that
+    /// are written meanwhile.
+    std::vector<std::string> excluded = {};
 };
 
 using OnMessage = std::function<void(SourceMessage message)>;
