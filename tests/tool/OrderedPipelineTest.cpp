@@ -19,7 +19,7 @@ void waitALittle(int item) {
 }
 
 TEST(OrderedPipeline, KeepsTheOrder) {
-    for (const std::size_t workers : {1, 2, 5}) {
+    for (const std::size_t workers : {1U, 2U, 5U}) {
         for (const int count : {0, 1, 2, 300}) {
             std::vector<int> results;
             Pipeline pipeline(
@@ -56,7 +56,7 @@ TEST(OrderedPipeline, StaysBelowTheWeight) {
 }
 
 TEST(OrderedPipeline, HandsOutWhatWorkAndSinkThrow) {
-    for (const std::size_t workers : {1, 3}) {
+    for (const std::size_t workers : {1U, 3U}) {
         for (const bool inSink : {false, true}) {
             const auto failAt5 = [](int item) {
                 if (item == 5) throw std::runtime_error("five");
