@@ -42,13 +42,6 @@ int BounceCheck::checkEmailBody(Email2& email, LogBase& log) {
     return decideByRules(log);
 }
 
-BodyMemory* BounceCheck::memory() const {
-    if (!m_memory) return nullptr;
-    const unsigned long revision = m_sbBounceData.revision();
-    if (m_memory->dataRevision != revision) m_memory.emplace().dataRevision = revision;
-    return &*m_memory;
-}
-
 void BounceCheck::fallBackToSender() {
     if (m_sbBounceAddr.isEmpty()) m_sbBounceAddr.setString(m_sbFromAddr);
 }

@@ -1,9 +1,10 @@
-// The questions of PhraseScan, each answered by a search of its own. Linked in place
-// of the pass, it makes of the classifier the plain one that the fast one must agree
-// with.
+// The questions of PhraseScan, each answered by a search of its own, and a classifier
+// that remembers nothing. Linked in place of the pass and the memory, they make of the
+// classifier the plain one that the fast one must agree with.
 
 #include <cstddef>
 
+#include "bounce/BounceCheck.h"
 #include "bounce/Marker.h"
 #include "bounce/PhraseScan.h"
 
@@ -48,5 +49,7 @@ std::size_t PhraseScan::nextMarker(std::size_t from) const noexcept {
 std::size_t PhraseScan::markerPlace(std::size_t marker) const noexcept {
     return findBytes(text_, Marker(BounceDataMarkers[marker]).text);
 }
+
+BodyMemory* BounceCheck::memory() const { return nullptr; }
 
 }  // namespace bouncecheck
