@@ -16,11 +16,18 @@ void LogTrace::LogWarning(const char* text) { LogInfo(text); }
 void LogTrace::LogError(const char* text) { LogInfo(text); }
 
 void LogTrace::EnterContext(const char* name, bool) {
-    open_.push_back(events_.size());
+    ++unopened_;
+    if (open_.size() == open_.capacity()) open_.reserve(2 * open_.size() + 8);
     events_.push_back({Kind::enter, copyOf(name), {}});
+    open_.push_back(events_.size() - 1);
+    --unopened_;
 }
 
 void LogTrace::LeaveContext() {
+    if (unopened_ > 0) {
+        --unopened_;
+        return;
+    }
     if (open_.empty()) return;
     std::string name = events_[open_.back()].text;
     open_.pop_back();
@@ -33,6 +40,7 @@ void LogTrace::LogData(const char* tag, const char* value) {
 
 std::vector<LogTrace::Event> LogTrace::takeEvents() noexcept {
     open_.clear();
+    unopened_ = 0;
     return std::exchange(events_, {});
 }
 

@@ -44,6 +44,9 @@ private:
     std::vector<Event> events_;
     /// The events that opened the contexts that are open, outermost first.
     std::vector<std::size_t> open_;
+    /// Contexts that were entered when there was no memory to tell it; they are left
+    /// without a word too.
+    std::size_t unopened_ = 0;
 };
 
 }  // namespace bouncecheck
