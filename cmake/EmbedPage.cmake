@@ -54,7 +54,7 @@ string(SUBSTRING "${page}" 0 ${data} before)
 math(EXPR data "${data} + 9")  # with its line end
 string(SUBSTRING "${page}" ${data} -1 behind)
 
-file(WRITE ${OUTPUT} "#include \"tool/PageText.h\"
+file(WRITE ${OUTPUT} "#include \"tool/output/PageText.h\"
 
 namespace bouncecheck {
 

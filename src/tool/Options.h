@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "tool/Output.h"
 #include "tool/TypeFilter.h"
+#include "tool/output/Output.h"
 #include "tool/sources/Sources.h"
 
 namespace bouncecheck {

@@ -23,9 +23,9 @@
 #include "tool/MaildirSorter.h"
 #include "tool/Options.h"
 #include "tool/OrderedPipeline.h"
-#include "tool/Output.h"
 #include "tool/OutputFile.h"
 #include "tool/Progress.h"
+#include "tool/output/Output.h"
 #include "tool/sources/Sources.h"
 
 namespace bouncecheck {

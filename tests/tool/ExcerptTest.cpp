@@ -1,4 +1,4 @@
-#include "tool/Excerpt.h"
+#include "tool/output/Excerpt.h"
 
 #include <gtest/gtest.h>
 

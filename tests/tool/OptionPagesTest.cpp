@@ -2,9 +2,9 @@
 #include <string_view>
 
 #include "bounce/BounceType.h"
-#include "tool/Fields.h"
 #include "tool/RuleHelp.h"
 #include "tool/ToolRun.h"
+#include "tool/output/Fields.h"
 
 namespace bouncecheck {
 namespace {

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "tool/JsonWriter.h"
-#include "tool/TerminalText.h"
 #include "tool/ToolRun.h"
+#include "tool/output/JsonWriter.h"
+#include "tool/output/TerminalText.h"
 
 namespace bouncecheck {
 namespace {

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "tool/Classify.h"
-#include "tool/Fields.h"
-#include "tool/TerminalText.h"
+#include "tool/output/Fields.h"
+#include "tool/output/TerminalText.h"
 
 namespace bouncecheck {
 

@@ -1,4 +1,4 @@
-#include "tool/TerminalText.h"
+#include "tool/output/TerminalText.h"
 
 #include <algorithm>
 #include <cstdint>

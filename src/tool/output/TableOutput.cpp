@@ -11,7 +11,7 @@
 #include "log/TraceTree.h"
 #include "text/Ascii.h"
 #include "text/Utf8.h"
-#include "tool/Output.h"
+#include "tool/output/Output.h"
 
 namespace bouncecheck {
 namespace {

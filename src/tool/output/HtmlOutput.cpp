@@ -4,10 +4,10 @@
 #include <string>
 
 #include "bounce/BounceType.h"
-#include "tool/Output.h"
-#include "tool/PageBlock.h"
-#include "tool/PageText.h"
 #include "tool/RuleHelp.h"
+#include "tool/output/Output.h"
+#include "tool/output/PageBlock.h"
+#include "tool/output/PageText.h"
 
 namespace bouncecheck {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "bounce/BounceType.h"
 #include "text/Ascii.h"
-#include "tool/Output.h"
+#include "tool/output/Output.h"
 
 namespace bouncecheck {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "tool/Classify.h"
-#include "tool/TerminalText.h"
+#include "tool/output/TerminalText.h"
 
 namespace bouncecheck {
 

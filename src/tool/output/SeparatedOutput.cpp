@@ -6,7 +6,7 @@
 
 #include "text/Ascii.h"
 #include "text/Utf8.h"
-#include "tool/Output.h"
+#include "tool/output/Output.h"
 
 namespace bouncecheck {
 namespace {

@@ -1,4 +1,4 @@
-#include "tool/PageBlock.h"
+#include "tool/output/PageBlock.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 
 #include "facts/MailDate.h"
 #include "text/Utf8.h"
-#include "tool/Excerpt.h"
+#include "tool/output/Excerpt.h"
 
 namespace bouncecheck {
 namespace {

@@ -1,4 +1,4 @@
-#include "tool/JsonWriter.h"
+#include "tool/output/JsonWriter.h"
 
 #include "text/Utf8.h"
 

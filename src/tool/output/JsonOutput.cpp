@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "bounce/BounceType.h"
-#include "tool/JsonWriter.h"
-#include "tool/Output.h"
+#include "tool/output/JsonWriter.h"
+#include "tool/output/Output.h"
 
 namespace bouncecheck {
 namespace {

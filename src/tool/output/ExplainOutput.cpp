@@ -8,9 +8,9 @@
 #include "bounce/BounceType.h"
 #include "log/TraceTree.h"
 #include "text/Utf8.h"
-#include "tool/Excerpt.h"
-#include "tool/Output.h"
 #include "tool/RuleHelp.h"
+#include "tool/output/Excerpt.h"
+#include "tool/output/Output.h"
 
 namespace bouncecheck {
 namespace {

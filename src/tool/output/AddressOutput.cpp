@@ -7,7 +7,7 @@
 #include "bounce/BounceType.h"
 #include "text/Ascii.h"
 #include "text/Utf8.h"
-#include "tool/Output.h"
+#include "tool/output/Output.h"
 
 namespace bouncecheck {
 namespace {

@@ -1,4 +1,4 @@
-#include "tool/Fields.h"
+#include "tool/output/Fields.h"
 
 #include <algorithm>
 #include <iterator>
