@@ -27,7 +27,7 @@ inline constexpr std::size_t stride = 2;
 inline constexpr std::size_t shortest = windowSize + stride - 1;
 inline constexpr std::size_t longest = 255;
 
-inline constexpr std::size_t filterBits = std::size_t{1} << 17;
+inline constexpr std::size_t filterBits = std::size_t{1} << 18;
 inline constexpr std::size_t buckets = std::size_t{1} << 12;
 
 /// Makes letters of either case the same. It makes some other bytes the same as
@@ -236,9 +236,11 @@ private:
             const Window& window = windows_[i];
             if (window.bytes != probe.window || windowPlace < window.offset) continue;
             const std::size_t at = windowPlace - window.offset;
+            const std::size_t checkPlace = at + window.checkOffset;
+            if (checkPlace + sizeof window.check > text.size()) continue;
+            if (loadFolded<std::uint32_t>(text, checkPlace) != window.check) continue;
             const std::string_view phrase = texts_[window.phrase];
             if (phrase.size() > text.size() - at) continue;
-            if (loadFolded<std::uint32_t>(text, at + window.checkOffset) != window.check) continue;
             if (!onPlace.wants(window.phrase, at)) continue;
             if (!ascii::equalsNoCase(text.substr(at, phrase.size()), phrase)) continue;
             onPlace.found(window.phrase, at);
