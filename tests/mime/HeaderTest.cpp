@@ -1,3 +1,4 @@
+#include "mime/Limits.h"
 #include "mime/MailText.h"
 #include "mime/MimeHeader.h"
 #include "text/Utf8.h"
@@ -42,6 +43,20 @@ TEST(Header, MatchesWholeValues) {
     const auto match = std::bind_front(&Email2::hasHeaderMatchingUtf8, &mail);
     EXPECT_TRUE(match("X-Autoreply", "yes", true, noLog) && match("X-Two", "a*", false, noLog));
     EXPECT_FALSE(match("X-Autoreply", "yes", false, noLog) || match("X-Two", "a", true, noLog));
+}
+
+TEST(Header, IsReadUpToItsLimits) {
+    std::string value = "x";
+    while (value.size() < limits::fieldValue + 10) value += "\u00E9";
+    StringBuffer subject;
+    Email2("Subject: " + value + "\n\n").getSubjectUtf8(subject, noLog);
+    EXPECT_EQ(subject.view(), value.substr(0, limits::fieldValue - 1));
+
+    std::string fields;
+    for (std::size_t i = 1; i < limits::headerFields; ++i) fields += "a:\n";
+    const Email2 mail(fields + "Last: 1\nBeyond: 1\n\nbody");
+    EXPECT_TRUE(mail.header().find("Last") && !mail.header().find("Beyond"));
+    EXPECT_EQ(bodyOf(mail), "body");
 }
 
 TEST(MimeHeader, ReadsHeaderLines) {
