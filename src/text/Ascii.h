@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 /// Byte classes and comparisons that know ASCII only, whatever the locale.
 ///
@@ -55,7 +58,23 @@ constexpr int hexValue(char c) noexcept {
 
 constexpr bool equalsNoCase(std::string_view a, std::string_view b) noexcept {
     if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
+    std::size_t i = 0;
+    if (!std::is_constant_evaluated()) {
+        // Eight bytes at once can tell all but that those which differ by the bit of
+        // letter case are letters.
+        std::uint64_t left;
+        std::uint64_t right;
+        for (; i + sizeof left <= a.size(); i += sizeof left) {
+            std::memcpy(&left, a.data() + i, sizeof left);
+            std::memcpy(&right, b.data() + i, sizeof right);
+            if (left == right) continue;
+            if (((left ^ right) & ~std::uint64_t{0x2020202020202020}) != 0) return false;
+            for (std::size_t j = i; j < i + sizeof left; ++j) {
+                if (toLower(a[j]) != toLower(b[j])) return false;
+            }
+        }
+    }
+    for (; i < a.size(); ++i) {
         if (toLower(a[i]) != toLower(b[i])) return false;
     }
     return true;
