@@ -73,10 +73,11 @@ std::optional<int> BounceCheck::decideByMarkers(Email2& email, LogBase& log) {
         return std::nullopt;
     }
     const PhraseScan& phrases = dataPhrases();
+    MarkerCaptures captures(phrases.text());
     std::vector<MarkerOutcome> outcomes;
     for (std::size_t marker = 0; (marker = phrases.nextMarker(marker)) != npos; ++marker) {
-        outcomes.push_back(captureBehind(Marker(BounceDataMarkers[marker]), phrases.text(),
-                                         phrases.markerPlace(marker), m_sbBounceAddr));
+        outcomes.push_back(captures.behind(Marker(BounceDataMarkers[marker]),
+                                           phrases.markerPlace(marker), m_sbBounceAddr));
         if (const auto type = decideOn(outcomes.back())) return type;
     }
     if (known) known->vainMarkers = std::move(outcomes);

@@ -21,11 +21,6 @@ void stripSingleQuotes(StringBuffer& address) {
 
 constexpr std::string_view whiteSpace = " \t\r\n";
 
-/// How far behind a marker an address is looked for, in bytes: four times the longest
-/// line of mail (RFC 5322, section 2.1.1). Without an end, each of hundreds of markers
-/// could have the whole text behind it read.
-constexpr std::size_t captureReach = 4096;
-
 /// What `text` begins with, up to the next byte of `stops`, which is taken off it.
 std::string_view takeUpTo(std::string_view& text, std::string_view stops) noexcept {
     const std::string_view taken = text.substr(0, text.find_first_of(stops));
@@ -38,8 +33,9 @@ void skipWhiteSpace(std::string_view& text) noexcept {
 }
 
 /// Appends the word that `text` begins with, or an address in brackets on its
-/// line.
-void captureWord(std::string_view text, StringBuffer& address) {
+/// line. Returns how many bytes were looked at.
+std::size_t captureWord(const std::string_view behind, StringBuffer& address) {
+    std::string_view text = behind;
     skipWhiteSpace(text);
     if (text.starts_with('"')) {  // a display name
         const std::size_t end = text.find('"', 1);
@@ -55,12 +51,15 @@ void captureWord(std::string_view text, StringBuffer& address) {
     }
     address.replaceAllWithUchar("[AT]", '@');
     address.replaceAllWithUchar("[DOT]", '.');
-    if (address.containsChar('@')) return;
+    if (address.containsChar('@')) return behind.size() - text.size();
 
-    const std::size_t bracket = text.substr(0, text.find_first_of("\r\n")).find('<');
-    if (bracket == npos) return;
-    text.remove_prefix(bracket + 1);
-    address.setString(takeUpTo(text, whiteSpace));
+    const std::string_view line = takeUpTo(text, "\r\n");
+    const std::size_t bracket = line.find('<');
+    if (bracket != npos) {
+        std::string_view inside = line.substr(bracket + 1);
+        address.setString(takeUpTo(inside, whiteSpace));
+    }
+    return behind.size() - text.size();
 }
 
 }  // namespace
@@ -78,14 +77,16 @@ bool pickBeforeNoLongerValid(std::string_view text, StringBuffer& address) {
     return true;
 }
 
-MarkerOutcome captureBehind(const Marker& marker, std::string_view text, std::size_t place,
-                            StringBuffer& address) {
+MarkerOutcome MarkerCaptures::behind(const Marker& marker, std::size_t place,
+                                     StringBuffer& address) {
     if (marker.afterContext) {
-        const std::size_t context = findBytes(text, marker.context);
-        place = findBytes(text, marker.text, context + marker.context.size());
+        const std::size_t context = findBytes(text_, marker.context);
+        place = findBytes(text_, marker.text, context + marker.context.size());
     }
     if (place == npos) return MarkerOutcome::notApplicable;
-    captureWord(text.substr(place + marker.text.size(), captureReach), address);
+    const std::size_t reach = allowance_ > 0 ? npos : fewLines;
+    const std::size_t read = captureWord(text_.substr(place + marker.text.size(), reach), address);
+    allowance_ -= std::min(allowance_, read);
     cleanCapturedAddress(address);
     if (!address.containsSubstringNoCase("postmaster")) return MarkerOutcome::candidate;
     address.clear();

@@ -27,10 +27,28 @@ enum class MarkerOutcome {
     candidate,
 };
 
-/// Captures into `address`, empty before, what follows `marker`, whose context
-/// stands in `text` and which itself stands first at `place`.
-MarkerOutcome captureBehind(const Marker& marker, std::string_view text, std::size_t place,
-                            StringBuffer& address);
+/// What follows the markers in one text.
+///
+/// Hundreds of markers can each have the whole text behind them: a word without an
+/// end, say. Once they have read the text several times over without an address,
+/// those that are left read no more than `fewLines` each.
+class MarkerCaptures {
+public:
+    /// Bytes: four times the longest line of mail (RFC 5322, section 2.1.1).
+    static constexpr std::size_t fewLines = 4096;
+
+    explicit MarkerCaptures(std::string_view text) noexcept
+        : text_(text), allowance_(4 * text.size()) {}
+
+    /// Captures into `address`, empty before, what follows `marker`, whose context
+    /// stands in the text and which itself stands first at `place`.
+    MarkerOutcome behind(const Marker& marker, std::size_t place, StringBuffer& address);
+
+private:
+    std::string_view text_;
+    /// How many bytes may still be read without a limit.
+    std::size_t allowance_;
+};
 
 /// Strips what surrounds an address in running text; empties what has no '@'.
 void cleanCapturedAddress(StringBuffer& address);
