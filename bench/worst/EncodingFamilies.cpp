@@ -28,6 +28,11 @@ constexpr Family families[] = {
     {"base64-one-line", [](std::size_t n) { return coded(n, "base64", "c29y"); }},
     {"base64-foreign", [](std::size_t n) { return coded(n, "base64", "c-2.9(y\n"); }},
     {"base64-padding", [](std::size_t n) { return coded(n, "base64", "c==="); }},
+    {"base64-line-feeds", [](std::size_t n) { return coded(n, "base64", "CgoK"); }},
+    {"base64-windows-1252",
+     [](std::size_t n) {
+         return text(n, "windows-1252\nContent-Transfer-Encoding: base64", "gICA");
+     }},
     {"base64-line-ends", [](std::size_t n) { return coded(n, "base64", "Cg0K"); }},
     {"quoted-printable", [](std::size_t n) { return coded(n, "quoted-printable", "=73=6F=72\n"); }},
     {"quoted-printable-soft", [](std::size_t n) { return coded(n, "quoted-printable", "=\n"); }},
@@ -65,6 +70,15 @@ constexpr Family families[] = {
     {"html-long-references", [](std::size_t n) { return html(n, "&#00000000000000000000"); }},
     {"html-scripts", [](std::size_t n) { return html(n, "<script></scrip></style>"); }},
     {"html-comments", [](std::size_t n) { return html(n, "<!-- -- >"); }},
+    {"html-windows-1252",
+     [](std::size_t n) {
+         return repeated(n, "\x80", undeliverable,
+                         "Content-Type: text/html; charset=windows-1252\n\n");
+     }},
+    {"html-pre-line-feeds",
+     [](std::size_t n) {
+         return repeated(n, "\n", undeliverable, "Content-Type: text/html\n\n<pre>x");
+     }},
     {"html-pre", [](std::size_t n) { return html(n, "<pre>\n"); }},
 };
 

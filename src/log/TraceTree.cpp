@@ -6,16 +6,11 @@
 namespace bouncecheck {
 namespace {
 
-/// The end of the first `limit` bytes, moved back to where a character begins.
-std::size_t cutBefore(std::string_view text, std::size_t limit) {
-    while (limit > 0 && continuesCharacter(text[limit])) --limit;
-    return limit;
-}
-
 std::string quoted(std::string_view value, std::size_t maxBytes) {
-    const bool cut = value.size() > maxBytes;
+    const std::string_view kept = wholeCharacters(value, maxBytes);
+    const bool cut = kept.size() < value.size();
     std::string out = "\"";
-    out += escapeControls(cut ? value.substr(0, cutBefore(value, maxBytes)) : value);
+    out += escapeControls(kept);
     out += cut ? "\" ... (" + std::to_string(value.size()) + " bytes)" : "\"";
     return out;
 }

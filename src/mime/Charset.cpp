@@ -10,6 +10,7 @@
 #include <optional>
 #include <utility>
 
+#include "mime/Limits.h"
 #include "text/Ascii.h"
 #include "text/Utf8.h"
 
@@ -91,10 +92,18 @@ constexpr Alias aliases[] = {
 
 std::string decodeBytes(std::string_view bytes, const UpperHalf& upper) {
     const auto meant = [&](char c) { return upper[static_cast<unsigned char>(c) & 0x7Fu]; };
-    std::size_t size = bytes.size();
-    for (const char c : bytes) size += ascii::isAscii(c) ? 0 : meant(c) < 0x800 ? 1 : 2;
+    std::size_t growth = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (ascii::isAscii(bytes[i])) continue;
+        const std::size_t more = meant(bytes[i]) < 0x800 ? 1 : 2;
+        if (growth + more > limits::charsetGrowth) {
+            bytes = bytes.substr(0, i);
+            break;
+        }
+        growth += more;
+    }
     std::string out;
-    out.reserve(size);
+    out.reserve(bytes.size() + growth);
     while (!bytes.empty()) {
         const std::size_t plain = asciiPrefix(bytes);
         out.append(bytes.substr(0, plain));
@@ -132,7 +141,9 @@ public:
     std::string convert(std::string_view bytes, std::size_t unit) {
         iconv(handle_, nullptr, nullptr, nullptr, nullptr);  // forgets the text before
         std::string out;
-        out.reserve(bytes.size());
+        constexpr std::size_t longest = 3;  // UTF-8 for one byte
+        const std::size_t most = bytes.size() + limits::charsetGrowth;
+        out.reserve(std::min(longest * bytes.size(), most));
         std::array<char, 8192> chunk;
         char* in = const_cast<char*>(bytes.data());  // iconv reads it only
         std::size_t left = bytes.size();
@@ -144,7 +155,7 @@ public:
             out.append(chunk.data(), chunk.size() - room);
             return error;
         };
-        while (left > 0) {
+        while (left > 0 && out.size() + left < most) {
             const int error = step(&in, &left);
             if (error == 0 || error == E2BIG) continue;
             out += replacementCharacter;
@@ -199,7 +210,7 @@ std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_v
     if (name == "utf-8" || name == "utf8") {
         if (!hasEightBit || isUtf8(bytes)) return std::nullopt;
         std::string out;
-        appendWellFormed(out, bytes);
+        appendWellFormed(out, bytes, limits::charsetGrowth);
         return out;
     }
     const auto western = std::ranges::find(westernCharsets, name, &WesternCharset::name);

@@ -12,7 +12,8 @@ namespace bouncecheck {
 /// An empty or unknown name leaves the bytes as they are. So does text that is
 /// UTF-8 already, 8-bit characters included, whatever its name says (UTF-16 and
 /// UTF-32 aside): mailers mislabel it often, and text in another charset is not
-/// UTF-8 by chance. Bytes that cannot be decoded become U+FFFD. Linear in the
+/// UTF-8 by chance. Bytes that cannot be decoded become U+FFFD. Ends where it
+/// becomes longer than `bytes` by more than `limits::charsetGrowth`. Linear in the
 /// size of `bytes`.
 std::string toUtf8(std::string bytes, std::string_view charset);
 /// The same; nothing when the bytes stay as they are.

@@ -71,20 +71,11 @@ std::size_t leadingLength(std::string_view text) noexcept {
     return length;
 }
 
-/// What is read of a value, which ends with a whole character.
-std::string_view readPart(std::string_view value) noexcept {
-    if (value.size() <= limits::fieldValue) return value;
-    std::size_t end = limits::fieldValue;
-    const std::size_t earliest = end - 3;  // a character goes on for 3 bytes at most
-    while (end > earliest && continuesCharacter(value[end])) --end;
-    return value.substr(0, end);
-}
-
 }  // namespace
 
 std::string HeaderField::unfolded() const {
     std::string out;
-    std::string_view rest = readPart(rawValue);
+    std::string_view rest = wholeCharacters(rawValue, limits::fieldValue);
     out.reserve(rest.size());
     for (std::size_t end; (end = findCrLf(rest)) != npos;) {
         out += rest.substr(0, end);

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "mime/Charset.h"
+#include "mime/Limits.h"
 #include "mime/tables/HtmlEntities.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -43,6 +44,7 @@ public:
         blank_ = false;
         if (!atLineStart()) out_ += "\r\n";
     }
+    std::size_t size() const noexcept { return out_.size(); }
     std::string finish() { return std::move(out_); }
 
 private:
@@ -61,14 +63,18 @@ public:
     explicit HtmlReader(std::string_view html) noexcept : rest_(html) {}
 
     std::string read() {
-        while (!rest_.empty()) {
-            const std::size_t plain = std::min(rest_.find_first_of("<&"), rest_.size());
+        while (!rest_.empty() && flow_.size() <= limits::htmlText) {
+            // By the piece, since a text without markup is to end at the limit too.
+            const std::string_view next = rest_.substr(0, 65'536);
+            const std::size_t plain = std::min(next.find_first_of("<&"), next.size());
             flow_.add(take(plain), preformatted_);
-            if (rest_.empty()) break;
+            if (plain == next.size()) continue;
             const bool done = rest_.front() == '<' ? readMarkup() : readReference();
             if (!done) flow_.add(take(1), preformatted_);
         }
-        return flow_.finish();
+        std::string text = flow_.finish();
+        text.resize(wholeCharacters(text, limits::htmlText).size());
+        return text;
     }
 
 private:

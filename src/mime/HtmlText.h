@@ -13,7 +13,7 @@ namespace bouncecheck {
 /// Anything is taken: a '<' that begins no tag stays, so that an address in
 /// unescaped brackets survives, and so does a tag that is never closed; a script
 /// or style that is never closed ends with the text.
-/// Linear in the size of `html`.
+/// Not more than `limits::htmlText` bytes. Linear in the size of `html`.
 std::string htmlToText(std::string_view html);
 
 }  // namespace bouncecheck

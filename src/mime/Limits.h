@@ -23,6 +23,14 @@ inline constexpr std::size_t headerFields = 100'000;
 /// as much. What is beyond is not read.
 inline constexpr std::size_t fieldValue = 1'048'576;
 
+/// Bytes by which text of another charset may become longer as UTF-8: 4 MiB of
+/// Cyrillic letters, 2 MiB of Thai ones, any number of ASCII ones. Otherwise a text
+/// of signs could take three times its own memory besides. What is beyond is not read.
+inline constexpr std::size_t charsetGrowth = 4'194'304;
+
+/// Bytes of an HTML body's text. What is beyond is not read.
+inline constexpr std::size_t htmlText = 8'388'608;
+
 /// Words of the name in one mailbox. Those beyond are not read.
 inline constexpr std::size_t mailboxWords = 1'000;
 

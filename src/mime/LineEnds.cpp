@@ -3,27 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
-#include "text/NextByte.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
-
-/// Calls `onEnd` with the place and the length of each line end of a text.
-template <class OnEnd>
-void forEachLineEnd(std::string_view text, OnEnd onEnd) {
-    NextByte lf(text, '\n');
-    NextByte cr(text, '\r');
-    std::size_t from = 0;
-    for (;;) {
-        const std::size_t at = std::min(lf.atOrAfter(from), cr.atOrAfter(from));
-        if (at == npos) return;
-        const bool isCrLf = text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n';
-        const std::size_t length = isCrLf ? 2 : 1;
-        onEnd(at, length);
-        from = at + length;
-    }
-}
 
 struct LineEndCounts {
     std::size_t cr = 0;
@@ -69,23 +52,34 @@ std::string withCrBeforeLf(std::string_view text, std::size_t lineEnds) {
     return result;
 }
 
+/// Completes the line ends, by `added` bytes in all, from the last to the first: no
+/// byte is written over before it has moved.
+void completeInPlace(std::string& text, std::size_t added) {
+    std::size_t from = text.size();
+    std::size_t to = from + added;
+    text.resize(to);
+    while (to > from) {
+        const char c = text[--from];
+        if (c == '\n' || c == '\r') {
+            if (c == '\n' && from > 0 && text[from - 1] == '\r') --from;
+            text[--to] = '\n';
+            text[--to] = '\r';
+        } else {
+            text[--to] = c;
+        }
+    }
+}
+
 }  // namespace
 
 std::string withCrLf(std::string text) {
     const LineEndCounts counts = countLineEnds(text);
     if (counts.cr == counts.pairs && counts.lf == counts.pairs) return text;
-    if (counts.cr == 0) return withCrBeforeLf(text, counts.lf);
-
     const std::size_t added = counts.cr + counts.lf - 2 * counts.pairs;
-    std::string result;
-    result.reserve(text.size() + added);
-    std::size_t start = 0;
-    forEachLineEnd(text, [&](std::size_t at, std::size_t length) {
-        result.append(text, start, at - start).append(crLf);
-        start = at + length;
-    });
-    result.append(text, start);
-    return result;
+    const bool hasRoom = text.capacity() - text.size() >= added;
+    if (counts.cr == 0 && !hasRoom) return withCrBeforeLf(text, counts.lf);
+    completeInPlace(text, added);
+    return text;
 }
 
 }  // namespace bouncecheck

@@ -1,5 +1,6 @@
 #include "text/Utf8.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "text/Ascii.h"
@@ -45,21 +46,31 @@ Sequence sequenceAt(std::string_view text) noexcept {
     return {length, true};
 }
 
-/// Calls `take` with each stretch of what `text` is in well-formed UTF-8.
+/// Calls `take` with each stretch of `text` and what it is in well-formed UTF-8.
 template <class Take>
 void forEachStretch(std::string_view text, Take take) {
     while (!text.empty()) {
         const std::size_t plain = asciiPrefix(text);
-        take(text.substr(0, plain));
+        take(text.substr(0, plain), text.substr(0, plain));
         text.remove_prefix(plain);
         if (text.empty()) return;
         const Sequence sequence = sequenceAt(text);
-        take(sequence.wellFormed ? text.substr(0, sequence.length) : replacementCharacter);
+        const std::string_view stretch = text.substr(0, sequence.length);
+        take(stretch, sequence.wellFormed ? stretch : replacementCharacter);
         text.remove_prefix(sequence.length);
     }
 }
 
 }  // namespace
+
+std::string_view wholeCharacters(std::string_view text, std::size_t most) noexcept {
+    if (text.size() <= most) return text;
+    constexpr std::size_t longestTail = 3;  // of a character, behind its first byte
+    for (std::size_t back = 0; back <= std::min(most, longestTail); ++back) {
+        if (!continuesCharacter(text[most - back])) return text.substr(0, most - back);
+    }
+    return text.substr(0, most);
+}
 
 std::size_t asciiPrefix(std::string_view text) noexcept {
     std::size_t length = 0;
@@ -103,11 +114,20 @@ void appendUtf8(std::string& out, std::uint32_t codePoint) {
     }
 }
 
-void appendWellFormed(std::string& out, std::string_view text) {
+void appendWellFormed(std::string& out, std::string_view text, std::size_t mostGrowth) {
+    std::size_t length = 0;
     std::size_t size = out.size();
-    forEachStretch(text, [&](std::string_view stretch) { size += stretch.size(); });
+    std::size_t growth = 0;
+    forEachStretch(text, [&](std::string_view stretch, std::string_view wellFormed) {
+        // No replacement is shorter than what it stands for, so this is never undone.
+        growth += wellFormed.size() - stretch.size();
+        if (growth > mostGrowth) return;
+        length += stretch.size();
+        size += wellFormed.size();
+    });
     out.reserve(size);
-    forEachStretch(text, [&](std::string_view stretch) { out.append(stretch); });
+    forEachStretch(text.substr(0, length),
+                   [&](std::string_view, std::string_view wellFormed) { out.append(wellFormed); });
 }
 
 }  // namespace bouncecheck

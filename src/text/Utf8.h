@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -18,11 +19,17 @@ constexpr bool continuesCharacter(char c) noexcept {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
+/// The start of `text` of at most `most` bytes that ends with a whole character;
+/// just so many of a text that is no UTF-8.
+std::string_view wholeCharacters(std::string_view text, std::size_t most) noexcept;
+
 /// How many bytes at the start of `text` are below 128.
 std::size_t asciiPrefix(std::string_view text) noexcept;
 
-/// Appends `text` with each ill-formed stretch replaced by U+FFFD.
-void appendWellFormed(std::string& out, std::string_view text);
+/// Appends `text` with each ill-formed stretch replaced by U+FFFD. Ends before the
+/// stretch that would make it longer than `text` by more than `mostGrowth` bytes.
+void appendWellFormed(std::string& out, std::string_view text,
+                      std::size_t mostGrowth = std::string_view::npos);
 
 /// U+FFFD, the mark of a byte that could not be decoded.
 inline constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";

@@ -1,6 +1,10 @@
+#include <algorithm>
+
 #include "mime/Charset.h"
 #include "mime/HtmlText.h"
+#include "mime/Limits.h"
 #include "mime/MailText.h"
+#include "text/Utf8.h"
 
 namespace bouncecheck {
 namespace {
@@ -38,6 +42,25 @@ TEST(Body, GoesByTheByteOrderMarkOfItsOwnText) {
     }
     EXPECT_EQ(toUtf8("\0\0\xFE\xFF\0\0\0A"s, "utf-32"), "A");
     EXPECT_EQ(toUtf8("\xFF\xFE\0\0A\0\0\0"s, "utf-32"), "A");
+}
+
+TEST(Body, GrowsToSomeBoundWhenConverted) {
+    constexpr std::size_t many = 5'000'000;
+    for (const char* charset : {"utf-8", "windows-1252", "tis-620"}) {
+        SCOPED_TRACE(charset);
+        const Text letters = toUtf8(Text(many, '\xA1'), charset);
+        const auto tails = std::ranges::count_if(letters, continuesCharacter);
+        EXPECT_NEAR(static_cast<double>(tails), limits::charsetGrowth, 8192);
+        EXPECT_TRUE(isUtf8(letters));
+        EXPECT_EQ(toUtf8(Text(many, 'a') + "\xA1z", charset).back(), 'z');
+    }
+}
+
+TEST(Body, HasABoundedTextOfHtml) {
+    const Text lines = "<pre>" + Text(2 * limits::htmlText, '\n');
+    EXPECT_EQ(htmlToText(lines).size(), limits::htmlText);
+    EXPECT_EQ(htmlToText("<p " + Text(limits::htmlText, 'x') + ">a" + Text(100'000, 'b')).size(),
+              100'001);
 }
 
 TEST(Body, ReadsHtmlAsText) {

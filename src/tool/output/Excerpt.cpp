@@ -132,15 +132,8 @@ ExcerptLine cutLine(ExcerptLine line, std::size_t mostBytes) {
     std::size_t start =
         first.begin + first.size > mostBytes ? first.begin - std::min(first.begin, inFront) : 0;
     while (start > 0 && continuesCharacter(line.text[start])) --start;
-    std::size_t size = std::min(mostBytes, line.text.size() - start);
-    const std::size_t longest = size;
-    while (size > 0 && start + size < line.text.size() &&
-           continuesCharacter(line.text[start + size])) {
-        --size;
-    }
-    if (size == 0) size = longest;  // no UTF-8
-    line.text = line.text.substr(start, size);
-    for (Mark& mark : line.marks) mark = shifted(mark, start, size);
+    line.text = wholeCharacters(line.text.substr(start), mostBytes);
+    for (Mark& mark : line.marks) mark = shifted(mark, start, line.text.size());
     return line;
 }
 

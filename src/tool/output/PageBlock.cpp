@@ -49,10 +49,8 @@ void writeJsonBlock(std::ostream& out, std::string_view className, const std::st
 }
 
 std::size_t SharedTexts::add(std::string_view text, std::size_t mostBytesOfOne) {
-    std::size_t size = std::min(text.size(), mostBytesOfOne);
-    while (size > 0 && size < text.size() && continuesCharacter(text[size])) --size;
-    std::string kept(text.substr(0, size));
-    if (size < text.size()) kept += "\xE2\x80\xA6";
+    std::string kept(wholeCharacters(text, mostBytesOfOne));
+    if (kept.size() < text.size()) kept += "\xE2\x80\xA6";
     const auto [entry, isNew] = numbers_.try_emplace(std::move(kept), texts_.size());
     if (isNew) {
         texts_.push_back(entry->first);
