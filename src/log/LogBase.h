@@ -17,6 +17,10 @@ public:
     LogBase& operator=(const LogBase&) = delete;
     virtual ~LogBase() = default;
 
+    /// Whether anything is done with what is logged. Texts for a log that drops
+    /// them need not be made.
+    bool keeps() const noexcept { return keeps_; }
+
     // Programs may be built against this table: the order of the operations
     // stays as it is.
 
@@ -38,6 +42,12 @@ public:
     void LogDataLong(const char* tag, long value);
     /// A tagged text; a NUL byte in it ends it.
     void LogDataSb(const char* tag, const StringBuffer& value);
+
+protected:
+    explicit LogBase(bool keeps) noexcept : keeps_(keeps) {}
+
+private:
+    const bool keeps_ = true;
 };
 
 }  // namespace bouncecheck

@@ -8,7 +8,7 @@ namespace bouncecheck {
 /// that a failing log cannot end a classification.
 class LogGuard final : public LogBase {
 public:
-    explicit LogGuard(LogBase& target) noexcept : target_(target) {}
+    explicit LogGuard(LogBase& target) noexcept : LogBase(target.keeps()), target_(target) {}
 
     void LogInfo(const char* text) override {
         quietly([&] { target_.LogInfo(text); });

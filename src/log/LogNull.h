@@ -7,6 +7,8 @@ namespace bouncecheck {
 /// A log that keeps nothing.
 class LogNull final : public LogBase {
 public:
+    LogNull() noexcept : LogBase(false) {}
+
     void LogInfo(const char*) override {}
     void LogWarning(const char*) override {}
     void LogError(const char*) override {}
