@@ -107,12 +107,25 @@ private:
         hasWork_.notify_one();
     }
 
+    /// Keeps all signals from this thread, and from those that it starts.
+    class SignalsBlocked {
+    public:
+        SignalsBlocked() noexcept {
+            sigset_t all;
+            sigfillset(&all);
+            pthread_sigmask(SIG_SETMASK, &all, &before_);
+        }
+        SignalsBlocked(const SignalsBlocked&) = delete;
+        SignalsBlocked& operator=(const SignalsBlocked&) = delete;
+        ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+
+    private:
+        sigset_t before_;
+    };
+
     void startThreads() {
         // Signals are the owner's: they have to end what it waits for.
-        sigset_t all;
-        sigset_t before;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before);
+        const SignalsBlocked blocked;
         threads_.reserve(workerCount_);
         try {
             while (threads_.size() < workerCount_) threads_.emplace_back([this] { run(); });
@@ -120,7 +133,6 @@ private:
             // Where the system allows fewer, those do all the work.
             if (threads_.empty()) throw;
         }
-        pthread_sigmask(SIG_SETMASK, &before, nullptr);
     }
 
     void handOnFirst(std::unique_lock<std::mutex>& lock) {
