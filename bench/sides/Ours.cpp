@@ -1,5 +1,5 @@
-// Our side of the comparison in memory. Each pass gives every message away as a
-// new string, whose copy counts against us.
+// Our side of the comparison in memory. The messages stay with the caller, so the
+// copy that a message makes of its bytes counts against us.
 
 #include "bench/sides/Sides.h"
 #include "bounce/BounceCheck.h"

@@ -42,7 +42,9 @@ std::vector<Mailbox> mailboxesOf(const HeaderField* field, std::size_t limit) {
 
 }  // namespace
 
-Email2::Email2(std::string rawMessage)
+Email2::Email2(std::string_view rawMessage) : Email2(ByteStore::shared(copyWithCrLf(rawMessage))) {}
+
+Email2::Email2(std::string&& rawMessage)
     : Email2(ByteStore::shared(withCrLf(std::move(rawMessage)))) {}
 
 Email2::Email2(ByteStore source) : source_(std::move(source)) {

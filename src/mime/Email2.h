@@ -37,9 +37,12 @@ class Email2 final : public BrixelObject {
 public:
     /// An entity without header and body.
     Email2() = default;
-    /// The message whose bytes are `rawMessage`. A "From " line of a mailbox, a
-    /// byte order mark and blank lines before the header are passed over.
-    explicit Email2(std::string rawMessage);
+    /// The message whose bytes are `rawMessage`, which may be given away. A "From "
+    /// line of a mailbox, a byte order mark and blank lines before the header are
+    /// passed over.
+    explicit Email2(std::string_view rawMessage);
+    explicit Email2(std::string&& rawMessage);
+    explicit Email2(const char* rawMessage) : Email2(std::string_view(rawMessage)) {}
 
     // --- Structure ---------------------------------------------------------
 

@@ -13,6 +13,9 @@ struct LineEndCounts {
     std::size_t lf = 0;
     /// An LF right behind a CR.
     std::size_t pairs = 0;
+
+    /// How many bytes longer the text is once they are complete.
+    std::size_t missing() const noexcept { return cr + lf - 2 * pairs; }
 };
 
 LineEndCounts countLineEnds(std::string_view text) noexcept {
@@ -74,12 +77,20 @@ void completeInPlace(std::string& text, std::size_t added) {
 
 std::string withCrLf(std::string text) {
     const LineEndCounts counts = countLineEnds(text);
-    if (counts.cr == counts.pairs && counts.lf == counts.pairs) return text;
-    const std::size_t added = counts.cr + counts.lf - 2 * counts.pairs;
-    const bool hasRoom = text.capacity() - text.size() >= added;
+    const bool hasRoom = text.capacity() - text.size() >= counts.missing();
     if (counts.cr == 0 && !hasRoom) return withCrBeforeLf(text, counts.lf);
-    completeInPlace(text, added);
+    completeInPlace(text, counts.missing());
     return text;
+}
+
+std::string copyWithCrLf(std::string_view text) {
+    const LineEndCounts counts = countLineEnds(text);
+    if (counts.cr == 0) return withCrBeforeLf(text, counts.lf);
+    std::string copy;
+    copy.reserve(text.size() + counts.missing());
+    copy = text;
+    completeInPlace(copy, counts.missing());
+    return copy;
 }
 
 }  // namespace bouncecheck

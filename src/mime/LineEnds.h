@@ -21,5 +21,7 @@ inline std::size_t findCrLf(std::string_view text, std::size_t from = 0) noexcep
 /// that a message has on the wire, whatever kind of file it was stored in.
 /// A text that has it already is handed back without a copy.
 std::string withCrLf(std::string text);
+/// A copy in that form.
+std::string copyWithCrLf(std::string_view text);
 
 }  // namespace bouncecheck

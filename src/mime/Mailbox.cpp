@@ -133,7 +133,7 @@ private:
 
     /// `user @ example.com` is one address.
     void joinAroundAt() {
-        if (angle_) return;
+        if (angle_ || !hasAddressWord_) return;
         std::vector<Word> joined;
         for (Word& word : words_) {
             if (!joined.empty() &&

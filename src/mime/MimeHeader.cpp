@@ -8,7 +8,7 @@ namespace bouncecheck {
 
 void MimeHeader::loadMimeHeaderText(const char* text, const char* /*extra*/, int /*flags*/,
                                     StringBuffer& /*scratch*/, LogBase& /*log*/) {
-    text_ = withCrLf(std::string(ascii::viewOf(text)));
+    text_ = copyWithCrLf(ascii::viewOf(text));
     const std::string_view lines = text_;
     fields_ = HeaderFields::ofMessage(lines.substr(HeaderFields::startIn(lines)));
 }
