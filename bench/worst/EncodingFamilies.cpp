@@ -51,6 +51,7 @@ constexpr Family families[] = {
     {"nul-bytes-alone", [](std::size_t n) { return repeated(n, "\0"sv); }},
     {"broken-utf-8", [](std::size_t n) { return text(n, "utf-8", "\xFF"); }},
     {"windows-1252", [](std::size_t n) { return text(n, "windows-1252", "\x80"); }},
+    {"koi8-r", [](std::size_t n) { return text(n, "koi8-r", "\xC1 "); }},
     {"latin1", [](std::size_t n) { return text(n, "iso-8859-1", "\xE9 "); }},
     {"iso-2022-jp", [](std::size_t n) { return text(n, "iso-2022-jp", "\x1B$BF|\x1B(B"); }},
     {"iso-2022-jp-escapes", [](std::size_t n) { return text(n, "iso-2022-jp", "\x1B"); }},

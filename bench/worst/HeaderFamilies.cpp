@@ -39,10 +39,8 @@ std::string continuations(std::size_t bytes) {
     return writer.add("\n\n--b\n\nhello\n").take();
 }
 
-std::string alternatingWords(std::size_t bytes) {
-    constexpr std::array<std::string_view, 4> words = {
-        "=?iso-8859-1?Q?=E9?= ", "=?utf-8?B?w6k=?= ", "=?iso-2022-jp?B?GyRCRnwbKEI=?= ",
-        "=?koi8-r?Q?=C1?= "};
+template <std::size_t Count>
+std::string alternatingWords(std::size_t bytes, const std::array<std::string_view, Count>& words) {
     std::size_t next = 0;
     return MessageWriter(bytes)
         .add(from)
@@ -51,6 +49,19 @@ std::string alternatingWords(std::size_t bytes) {
         .add("\n\nhello\n")
         .take();
 }
+
+constexpr std::array<std::string_view, 4> usualWords = {
+    "=?iso-8859-1?Q?=E9?= ", "=?utf-8?B?w6k=?= ", "=?iso-2022-jp?B?GyRCRnwbKEI=?= ",
+    "=?koi8-r?Q?=C1?= "};
+
+/// Charsets that the C library loads one by one.
+constexpr std::array<std::string_view, 24> wordsToLoad = {
+    "=?l2?q?a?=",  "=?l3?q?a?=",  "=?l4?q?a?=",  "=?l5?q?a?=",   "=?l6?q?a?=",  "=?l7?q?a?=",
+    "=?l8?q?a?=",  "=?l10?q?a?=", "=?437?q?a?=", "=?850?q?a?=",  "=?852?q?a?=", "=?855?q?a?=",
+    "=?857?q?a?=", "=?860?q?a?=", "=?861?q?a?=", "=?862?q?a?=",  "=?863?q?a?=", "=?865?q?a?=",
+    "=?866?q?a?=", "=?869?q?a?=", "=?gbk?q?a?=", "=?big5?q?a?=", "=?uhc?q?a?=", "=?sjis?q?a?="};
+
+constexpr std::array<std::string_view, 2> unknownWords = {"=?x?q?a?=", "=?y?q?a?="};
 
 constexpr Family families[] = {
     {"header-lines", [](std::size_t n) { return manyFields(n, "X-Header: a value\n"); }},
@@ -94,7 +105,9 @@ constexpr Family families[] = {
      [](std::size_t n) { return longField(n, "Subject: ", "=?utf-8?q?x?"); }},
     {"encoded-words-open", [](std::size_t n) { return longField(n, "Subject: ", "=?"); }},
     {"encoded-word-signs", [](std::size_t n) { return longField(n, "Subject: =?a?b?", "A?"); }},
-    {"encoded-words-alternating", alternatingWords},
+    {"encoded-words-alternating", [](std::size_t n) { return alternatingWords(n, usualWords); }},
+    {"encoded-words-to-load", [](std::size_t n) { return alternatingWords(n, wordsToLoad); }},
+    {"encoded-words-unknown", [](std::size_t n) { return alternatingWords(n, unknownWords); }},
     {"encoded-word-long", [](std::size_t n) { return longField(n, "Subject: =?utf-8?q?", "=FF"); }},
     {"eight-bit-subject", [](std::size_t n) { return longField(n, "Subject: ", "\x80"); }},
     {"subject-of-patterns", [](std::size_t n) { return subjectOfTable(n, "BounceSubjectList"); }},

@@ -92,6 +92,22 @@ bool isUtf8(std::string_view text) noexcept {
     }
 }
 
+bool isOneCharacter(std::string_view text) noexcept {
+    if (text.empty()) return false;
+    const Sequence sequence = sequenceAt(text);
+    return sequence.wellFormed && sequence.length == text.size();
+}
+
+std::uint32_t codePointOf(std::string_view character) noexcept {
+    const auto lead = static_cast<unsigned char>(character.front());
+    if (character.size() == 1) return lead;
+    std::uint32_t code = lead & (0xFFu >> (character.size() + 1));
+    for (const char c : character.substr(1)) {
+        code = code << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
+    }
+    return code;
+}
+
 void appendUtf8(std::string& out, std::uint32_t codePoint) {
     const auto put = [&](std::uint32_t byte) { out.push_back(static_cast<char>(byte)); };
     const auto putTail = [&](unsigned shift) { put(0x80 | ((codePoint >> shift) & 0x3F)); };

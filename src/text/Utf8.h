@@ -23,6 +23,12 @@ constexpr bool continuesCharacter(char c) noexcept {
 /// just so many of a text that is no UTF-8.
 std::string_view wholeCharacters(std::string_view text, std::size_t most) noexcept;
 
+/// Whether `text` is well-formed UTF-8 of one character.
+bool isOneCharacter(std::string_view text) noexcept;
+
+/// The code point of `character`, which is one.
+std::uint32_t codePointOf(std::string_view character) noexcept;
+
 /// How many bytes at the start of `text` are below 128.
 std::size_t asciiPrefix(std::string_view text) noexcept;
 

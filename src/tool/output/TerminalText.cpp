@@ -19,16 +19,6 @@ std::size_t characterLength(std::string_view text) noexcept {
     return length;
 }
 
-std::uint32_t codePointOf(std::string_view character) noexcept {
-    const auto lead = static_cast<unsigned char>(character.front());
-    if (character.size() == 1) return lead;
-    std::uint32_t code = lead & (0xFFu >> (character.size() + 1));
-    for (const char c : character.substr(1)) {
-        code = code << 6 | (static_cast<unsigned char>(c) & 0x3Fu);
-    }
-    return code;
-}
-
 std::size_t columnsOfCharacter(std::string_view character) noexcept {
     const std::uint32_t code = codePointOf(character);
     const auto range = std::ranges::lower_bound(characterWidths, code, {}, &CharacterRange::last);

@@ -1,0 +1,72 @@
+#include "mime/Iconv.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+#include "mime/Limits.h"
+#include "text/Utf8.h"
+
+namespace bouncecheck {
+
+Iconv::Iconv(const std::string& charset) {
+    const iconv_t handle = iconv_open("UTF-8", charset.c_str());
+    if (handle != reinterpret_cast<iconv_t>(-1)) handle_.reset(handle);
+}
+
+std::string Iconv::convert(std::string_view bytes, std::size_t unit) {
+    reset();
+    std::string out;
+    constexpr std::size_t longest = 3;  // UTF-8 for one byte
+    const std::size_t most = bytes.size() + limits::charsetGrowth;
+    out.reserve(std::min(longest * bytes.size(), most));
+    std::array<char, 8192> chunk;
+    char* in = const_cast<char*>(bytes.data());  // iconv reads it only
+    std::size_t left = bytes.size();
+    const auto step = [&](char** from, std::size_t* fromLeft) {
+        char* to = chunk.data();
+        std::size_t room = chunk.size();
+        const std::size_t result = iconv(handle_.get(), from, fromLeft, &to, &room);
+        const int error = result == static_cast<std::size_t>(-1) ? errno : 0;
+        out.append(chunk.data(), chunk.size() - room);
+        return error;
+    };
+    while (left > 0 && out.size() + left < most) {
+        const int error = step(&in, &left);
+        if (error == 0 || error == E2BIG) continue;
+        out += replacementCharacter;
+        const std::size_t skip = std::min(unit, left);
+        in += skip;
+        left -= skip;
+    }
+    step(nullptr, nullptr);
+    return out;
+}
+
+std::optional<UpperHalf> Iconv::upperHalf() {
+    UpperHalf upper;
+    for (std::uint32_t byte = 0; byte < 2 * upper.size(); ++byte) {
+        reset();
+        char in = static_cast<char>(byte);
+        char* from = &in;
+        std::size_t left = 1;
+        std::array<char, 16> out;
+        char* to = out.data();
+        std::size_t room = out.size();
+        const bool failed =
+            iconv(handle_.get(), &from, &left, &to, &room) == static_cast<std::size_t>(-1);
+        if (failed && errno != EILSEQ) return std::nullopt;  // more bytes are to come
+        const std::string_view character(out.data(), out.size() - room);
+        if (!failed && !isOneCharacter(character)) return std::nullopt;
+        const std::uint32_t meant = failed ? noCharacter : codePointOf(character);
+        if (byte >= upper.size()) {
+            upper[byte - upper.size()] = meant;
+        } else if (meant != byte) {
+            return std::nullopt;
+        }
+        if (meant > 0xFFFF) return std::nullopt;
+    }
+    return upper;
+}
+
+}  // namespace bouncecheck
