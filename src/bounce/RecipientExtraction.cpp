@@ -8,6 +8,7 @@
 #include "log/LogNull.h"
 #include "mime/Email2.h"
 #include "mime/SystemCerts.h"
+#include "text/ByteSet.h"
 #include "text/ExtPtrArray.h"
 #include "text/Search.h"
 
@@ -19,17 +20,19 @@ void stripSingleQuotes(StringBuffer& address) {
     if (address.endsWith("'")) address.shorten(1);
 }
 
-constexpr std::string_view whiteSpace = " \t\r\n";
+constexpr ByteSet whiteSpace(" \t\r\n");
+constexpr ByteSet lineEnd("\r\n");
+constexpr ByteSet bracketsAndSigns("<>`;\":()[]");
 
 /// What `text` begins with, up to the next byte of `stops`, which is taken off it.
-std::string_view takeUpTo(std::string_view& text, std::string_view stops) noexcept {
-    const std::string_view taken = text.substr(0, text.find_first_of(stops));
+std::string_view takeUpTo(std::string_view& text, const ByteSet& stops) noexcept {
+    const std::string_view taken = text.substr(0, lengthBefore(stops, text));
     text.remove_prefix(taken.size());
     return taken;
 }
 
 void skipWhiteSpace(std::string_view& text) noexcept {
-    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+    text.remove_prefix(lengthOf(whiteSpace, text));
 }
 
 /// Appends the word that `text` begins with, or an address in brackets on its
@@ -47,13 +50,15 @@ std::size_t captureWord(const std::string_view behind, StringBuffer& address) {
     }
     address.append(takeUpTo(text, whiteSpace));
     if (!address.containsChar('@') && address.charAt(0) == '<') {
-        address.append(takeUpTo(text, ">\r\n\t"));
+        address.append(takeUpTo(text, ByteSet(">\r\n\t")));
     }
-    address.replaceAllWithUchar("[AT]", '@');
-    address.replaceAllWithUchar("[DOT]", '.');
+    if (address.containsChar('[')) {
+        address.replaceAllWithUchar("[AT]", '@');
+        address.replaceAllWithUchar("[DOT]", '.');
+    }
     if (address.containsChar('@')) return behind.size() - text.size();
 
-    const std::string_view line = takeUpTo(text, "\r\n");
+    const std::string_view line = takeUpTo(text, lineEnd);
     const std::size_t bracket = line.find('<');
     if (bracket != npos) {
         std::string_view inside = line.substr(bracket + 1);
@@ -73,7 +78,7 @@ bool pickBeforeNoLongerValid(std::string_view text, StringBuffer& address) {
     const std::size_t before = text.find_last_of(" \n", at - 1);
     if (before == npos || before == 0) return false;
     const std::string_view word = text.substr(before + 1);
-    address.append(word.substr(0, word.find_first_of(" \r\t\n")));
+    address.append(word.substr(0, lengthBefore(whiteSpace, word)));
     return true;
 }
 
@@ -84,7 +89,7 @@ MarkerOutcome MarkerCaptures::behind(const Marker& marker, std::size_t place,
         place = findBytes(text_, marker.text, context + marker.context.size());
     }
     if (place == npos) return MarkerOutcome::notApplicable;
-    const std::size_t reach = allowance_ > 0 ? npos : fewLines;
+    const std::size_t reach = allowance_ > 0 ? npos : oneLine;
     const std::size_t read = captureWord(text_.substr(place + marker.text.size(), reach), address);
     allowance_ -= std::min(allowance_, read);
     cleanCapturedAddress(address);
@@ -94,11 +99,15 @@ MarkerOutcome MarkerCaptures::behind(const Marker& marker, std::size_t place,
 }
 
 void cleanCapturedAddress(StringBuffer& address) {
+    if (!address.containsChar('@') && !address.containsChar('+')) {
+        address.clear();  // nothing in it could become one
+        return;
+    }
     if (address.charAt(0) == '<' && address.indexOf("<mailto") >= 1) {
         address.chopAtSubstr("<mailto", false);
     }
     stripSingleQuotes(address);
-    for (const char c : std::string_view("<>`;\":()[]")) address.removeCharOccurances(c);
+    address.removeAnyOf(bracketsAndSigns);
     address.chopAtFirstChar('/');
     while (address.lastChar() == '.') address.shorten(1);
     decodeUtf7Signs(address);
@@ -125,7 +134,7 @@ void scanWords(const StringBuffer& text, StringBuffer& address) {
         piece->trim2();
         address.setString(*piece);
         stripSingleQuotes(address);
-        for (const char c : std::string_view("<>`;")) address.removeCharOccurances(c);
+        address.removeAnyOf(ByteSet("<>`;"));
         address.trim2();
         return;
     }

@@ -31,11 +31,11 @@ enum class MarkerOutcome {
 ///
 /// Hundreds of markers can each have the whole text behind them: a word without an
 /// end, say. Once they have read the text several times over without an address,
-/// those that are left read no more than `fewLines` each.
+/// those that are left read no more than `oneLine` each.
 class MarkerCaptures {
 public:
-    /// Bytes: four times the longest line of mail (RFC 5322, section 2.1.1).
-    static constexpr std::size_t fewLines = 4096;
+    /// The longest line of mail in bytes (RFC 5322, section 2.1.1).
+    static constexpr std::size_t oneLine = 998;
 
     explicit MarkerCaptures(std::string_view text) noexcept
         : text_(text), allowance_(4 * text.size()) {}

@@ -9,6 +9,7 @@
 #include "mime/Limits.h"
 #include "mime/tables/HtmlEntities.h"
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
 
@@ -22,6 +23,9 @@ constexpr std::string_view blockElements[] = {
     "h2",      "h3",      "h4",    "h5",         "h6",       "head",   "header",  "hr",
     "html",    "li",      "main",  "nav",        "ol",       "p",      "pre",     "section",
     "table",   "tbody",   "tfoot", "thead",      "title",    "tr",     "ul"};
+
+/// What begins something else than text.
+constexpr ByteSet markup("<&");
 
 /// Text in the making, with white space as a browser lays it out.
 class TextFlow {
@@ -66,7 +70,7 @@ public:
         while (!rest_.empty() && flow_.size() <= limits::htmlText) {
             // By the piece, since a text without markup is to end at the limit too.
             const std::string_view next = rest_.substr(0, 65'536);
-            const std::size_t plain = std::min(next.find_first_of("<&"), next.size());
+            const std::size_t plain = lengthBefore(markup, next);
             flow_.add(take(plain), preformatted_);
             if (plain == next.size()) continue;
             const bool done = rest_.front() == '<' ? readMarkup() : readReference();

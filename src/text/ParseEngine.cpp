@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -34,7 +36,7 @@ void ParseEngine::skipUntilChar(char c) noexcept { advance(rest().find(c)); }
 
 void ParseEngine::captureToNext(const char* stopSet, StringBuffer& out) {
     const std::string_view ahead = rest();
-    const std::size_t stop = std::min(ahead.find_first_of(ascii::viewOf(stopSet)), ahead.size());
+    const std::size_t stop = lengthBefore(ByteSet(ascii::viewOf(stopSet)), ahead);
     out.append(ahead.substr(0, stop));
     advance(stop);
 }

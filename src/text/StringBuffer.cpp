@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/DataBuffer.h"
 #include "text/ExtPtrArray.h"
 #include "text/Search.h"
@@ -131,6 +132,10 @@ unsigned StringBuffer::countCharOccurances(char c) const noexcept {
 }
 
 void StringBuffer::removeCharOccurances(char c) { std::erase(changing(), c); }
+
+void StringBuffer::removeAnyOf(const ByteSet& bytes) {
+    std::erase_if(changing(), [&](char c) { return bytes.contains(c); });
+}
 
 void StringBuffer::replaceAllOccurances(const char* from, const char* to) {
     const std::string_view old = viewOf(from);

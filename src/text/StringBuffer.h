@@ -8,6 +8,7 @@
 
 namespace bouncecheck {
 
+class ByteSet;
 class DataBuffer;
 class ExtPtrArraySb;
 
@@ -92,6 +93,7 @@ public:
     unsigned countCharOccurances(char c) const noexcept;
 
     void removeCharOccurances(char c);
+    void removeAnyOf(const ByteSet& bytes);
     /// Left to right; what was put in is not searched again.
     void replaceAllOccurances(const char* from, const char* to);
     /// True when something was replaced. `ignoreCase` applies to `from`.

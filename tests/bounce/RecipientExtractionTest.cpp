@@ -85,7 +85,7 @@ TEST(MarkerCapture, FindsTheAddressBehindAMarker) {
     }
 }
 
-TEST(MarkerCapture, ReadsTheTextSomeTimesOverAndThenFewLines) {
+TEST(MarkerCapture, ReadsTheTextSomeTimesOverAndThenLines) {
     const std::string text = "To:" + std::string(5000, ' ') + "postmaster@x.example";
     const Marker marker("To:");
     MarkerCaptures captures(text);
