@@ -22,6 +22,7 @@ namespace bouncecheck::bench {
 namespace {
 
 constexpr std::size_t megabyte = 1'000'000;
+constexpr std::size_t smallBytes = 10'000;
 
 /// Time per byte at the largest size against the smallest.
 constexpr double mostGrowth = 1.5;
@@ -141,6 +142,19 @@ Cost costOf(const Family& family, std::size_t megabytes, unsigned cpuSeconds) {
     return cost;
 }
 
+/// What a small message of the family costs, in seconds a byte: such come in floods.
+Outcome costOfSmall(const Family& family, unsigned cpuSeconds) {
+    constexpr int runs = 20;
+    return inProcess(
+        [&] {
+            const std::string message = family.make(smallBytes);
+            double best = std::numeric_limits<double>::max();
+            for (int i = 0; i < runs; ++i) best = std::min(best, secondsToClassify(message));
+            return best / static_cast<double>(message.size());
+        },
+        cpuSeconds);
+}
+
 std::string formatted(const char* format, double value) {
     char text[32];
     std::snprintf(text, sizeof text, format, value);
@@ -152,6 +166,8 @@ bool measure(const Family& family, const Options& options, double ordinary) {
     std::vector<std::string> beyond;
     std::vector<Cost> costs;
     std::printf("%-26.*s", static_cast<int>(family.name.size()), family.name.data());
+    const Outcome small = costOfSmall(family, options.seconds);
+    std::printf("%8s", formatted("%.2f", 1e9 * small.result).c_str());
     for (const std::size_t size : options.megabytes) {
         if (!costs.empty() && costs.back().end != Outcome::End::well) {
             std::printf("%8s", "-");
@@ -173,7 +189,9 @@ bool measure(const Family& family, const Options& options, double ordinary) {
     const double growth =
         lastIsKnown ? costs.back().secondsPerByte / costs.front().secondsPerByte : 0;
     if (growth > mostGrowth) beyond.emplace_back("growth");
-    const double dearest = std::ranges::max(costs, {}, &Cost::secondsPerByte).secondsPerByte;
+    if (small.end != Outcome::End::well) beyond.emplace_back("small ones fail");
+    const double dearest =
+        std::max(small.result, std::ranges::max(costs, {}, &Cost::secondsPerByte).secondsPerByte);
     if (dearest > mostTimesOrdinary * ordinary) beyond.emplace_back("time");
     const bool isTooMuchMemory = std::ranges::any_of(costs, &Cost::isTooMuchMemory);
     if (isTooMuchMemory) beyond.emplace_back("memory");
@@ -206,7 +224,7 @@ int run(const Options& options) {
     }
     std::printf("Ordinary mail takes %.2f ns a byte (median of the messages of %s).\n\n",
                 1e9 * ordinary.result, options.folder.c_str());
-    std::printf("%-26s", "ns a byte at MB:");
+    std::printf("%-26s%8s", "ns a byte at MB:", "0.01");
     for (const std::size_t size : options.megabytes) std::printf("%8zu", size);
     std::printf("%8s%8s%8s\n", "growth", "x ord.", "x mem.");
 
