@@ -24,6 +24,10 @@ constexpr ByteSet whiteSpace(" \t\r\n");
 constexpr ByteSet lineEnd("\r\n");
 constexpr ByteSet bracketsAndSigns("<>`;\":()[]");
 
+/// Bytes. Nothing that long is an address; taken for one, it could be as long as the
+/// message.
+constexpr std::size_t longestWord = 65'536;
+
 /// What `text` begins with, up to the next byte of `stops`, which is taken off it.
 std::string_view takeUpTo(std::string_view& text, const ByteSet& stops) noexcept {
     const std::string_view taken = text.substr(0, lengthBefore(stops, text));
@@ -35,10 +39,11 @@ void skipWhiteSpace(std::string_view& text) noexcept {
     text.remove_prefix(lengthOf(whiteSpace, text));
 }
 
-/// Appends the word that `text` begins with, or an address in brackets on its
+/// Appends the word that `behind` begins with, or an address in brackets on its
 /// line. Returns how many bytes were looked at.
 std::size_t captureWord(const std::string_view behind, StringBuffer& address) {
     std::string_view text = behind;
+    const auto lookedAt = [&] { return behind.size() - text.size(); };
     skipWhiteSpace(text);
     if (text.starts_with('"')) {  // a display name
         const std::size_t end = text.find('"', 1);
@@ -48,23 +53,28 @@ std::size_t captureWord(const std::string_view behind, StringBuffer& address) {
         text.remove_prefix(1);
         skipWhiteSpace(text);
     }
-    address.append(takeUpTo(text, whiteSpace));
-    if (!address.containsChar('@') && address.charAt(0) == '<') {
-        address.append(takeUpTo(text, ByteSet(">\r\n\t")));
+    const std::string_view start = text;
+    std::string_view word = takeUpTo(text, whiteSpace);
+    if (word.starts_with('<') && !contains(word, "@")) {
+        word = start.substr(0, word.size() + takeUpTo(text, ByteSet(">\r\n\t")).size());
     }
+    if (word.size() > longestWord) return lookedAt();
+    address.append(word);
     if (address.containsChar('[')) {
         address.replaceAllWithUchar("[AT]", '@');
         address.replaceAllWithUchar("[DOT]", '.');
     }
-    if (address.containsChar('@')) return behind.size() - text.size();
+    if (address.containsChar('@')) return lookedAt();
 
     const std::string_view line = takeUpTo(text, lineEnd);
     const std::size_t bracket = line.find('<');
     if (bracket != npos) {
         std::string_view inside = line.substr(bracket + 1);
-        address.setString(takeUpTo(inside, whiteSpace));
+        word = takeUpTo(inside, whiteSpace);
+        address.clear();
+        if (word.size() <= longestWord) address.append(word);
     }
-    return behind.size() - text.size();
+    return lookedAt();
 }
 
 }  // namespace
@@ -77,8 +87,10 @@ bool pickBeforeNoLongerValid(std::string_view text, StringBuffer& address) {
     // Only blanks and line feeds begin a word here; any white space ends it.
     const std::size_t before = text.find_last_of(" \n", at - 1);
     if (before == npos || before == 0) return false;
-    const std::string_view word = text.substr(before + 1);
-    address.append(word.substr(0, lengthBefore(whiteSpace, word)));
+    std::string_view rest = text.substr(before + 1);
+    const std::string_view word = takeUpTo(rest, whiteSpace);
+    if (word.size() > longestWord) return false;
+    address.append(word);
     return true;
 }
 
@@ -89,9 +101,12 @@ MarkerOutcome MarkerCaptures::behind(const Marker& marker, std::size_t place,
         place = findBytes(text_, marker.text, context + marker.context.size());
     }
     if (place == npos) return MarkerOutcome::notApplicable;
-    const std::size_t reach = allowance_ > 0 ? npos : oneLine;
-    const std::size_t read = captureWord(text_.substr(place + marker.text.size(), reach), address);
-    allowance_ -= std::min(allowance_, read);
+    std::string_view behind = text_.substr(place + marker.text.size());
+    const bool isCut = allowance_ == 0 && behind.size() > oneLine;
+    if (isCut) behind = behind.substr(0, oneLine);
+    const std::size_t lookedAt = captureWord(behind, address);
+    if (isCut && lookedAt == behind.size()) address.clear();  // may be half of one
+    allowance_ -= std::min(allowance_, lookedAt);
     cleanCapturedAddress(address);
     if (!address.containsSubstringNoCase("postmaster")) return MarkerOutcome::candidate;
     address.clear();

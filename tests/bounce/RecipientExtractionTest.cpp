@@ -94,6 +94,17 @@ TEST(MarkerCapture, ReadsTheTextSomeTimesOverAndThenLines) {
     while (times < 100 && captures.behind(marker, 0, address) == Outcome::postmaster) ++times;
     EXPECT_GE(times, 4);
     EXPECT_LE(times, 5);
+    // No half address then.
+    EXPECT_EQ(captures.behind(Marker(std::string(4017, ' ')), 3, address), Outcome::candidate);
+    EXPECT_EQ(address.view(), "");
+}
+
+TEST(MarkerCapture, TakesNoWordAsLongAsAMessage) {
+    const std::string longWord(70'000, 'x');
+    EXPECT_EQ(capture("To: a@" + longWord, "To:"), (Captured{Outcome::candidate, ""}));
+    EXPECT_EQ(capture("To: x <a@" + longWord, "To:"), (Captured{Outcome::candidate, ""}));
+    StringBuffer address;
+    EXPECT_FALSE(pickBeforeNoLongerValid("to " + longWord + "@ " + noLongerValid, address));
 }
 
 /// The capture once more, over plain strings and as slowly as it likes.
