@@ -31,7 +31,8 @@ constexpr Family families[] = {
     {"base64-line-feeds", [](std::size_t n) { return coded(n, "base64", "CgoK"); }},
     {"base64-windows-1252",
      [](std::size_t n) {
-         return text(n, "windows-1252\nContent-Transfer-Encoding: base64", "gICA");
+         return repeated(n, "gICA", undeliverable, "Content-Transfer-Encoding: base64\n",
+                         "Content-Type: text/plain; charset=windows-1252\n\n");
      }},
     {"base64-line-ends", [](std::size_t n) { return coded(n, "base64", "Cg0K"); }},
     {"quoted-printable", [](std::size_t n) { return coded(n, "quoted-printable", "=73=6F=72\n"); }},
@@ -71,6 +72,45 @@ constexpr Family families[] = {
     {"html-long-references", [](std::size_t n) { return html(n, "&#00000000000000000000"); }},
     {"html-scripts", [](std::size_t n) { return html(n, "<script></scrip></style>"); }},
     {"html-comments", [](std::size_t n) { return html(n, "<!-- -- >"); }},
+    {"quoted-printable-koi8-r",
+     [](std::size_t n) {
+         return repeated(n, "\n", undeliverable, "Content-Transfer-Encoding: quoted-printable\n",
+                         "Content-Type: text/plain; charset=koi8-r\n\n=C1");
+     }},
+    {"koi8-r-line-feeds",
+     [](std::size_t n) {
+         return repeated(n, "\n", undeliverable,
+                         "Content-Type: text/plain; charset=koi8-r\n\n\xC1");
+     }},
+    {"koi8-r-long-address",
+     [](std::size_t n) {
+         return repeated(n, "x", undeliverable,
+                         "Content-Type: text/plain; charset=koi8-r\n\n\xC1\nRCPT To: a@");
+     }},
+    {"mixed-line-feeds",
+     [](std::size_t n) {
+         return repeated(n, "\n", undeliverable,
+                         "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nx\n--b\n\n");
+     }},
+    {"mixed-base64-line-feeds",
+     [](std::size_t n) {
+         return repeated(n, "CgoK", undeliverable,
+                         "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nx\n--b\n",
+                         "Content-Transfer-Encoding: base64\n\n");
+     }},
+    {"mixed-koi8-r",
+     [](std::size_t n) {
+         return repeated(n, "sorry ", undeliverable,
+                         "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nx\n--b\n",
+                         "Content-Type: text/plain; charset=koi8-r\n\n\xC1");
+     }},
+    {"report-base64-line-feeds",
+     [](std::size_t n) {
+         return repeated(n, "CgoK", undeliverable,
+                         "Content-Type: multipart/report; boundary=b\n\n--b\n\nx\n--b\n",
+                         "Content-Type: message/delivery-status\n",
+                         "Content-Transfer-Encoding: base64\n\n");
+     }},
     {"html-windows-1252",
      [](std::size_t n) {
          return repeated(n, "\x80", undeliverable,

@@ -125,6 +125,7 @@ std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_v
     Conversion* const conversion = conversionOf(withByteOrder(known, bytes));
     if (!conversion) return std::nullopt;
     if (const auto* upper = std::get_if<UpperHalf>(conversion)) {
+        if (!hasEightBit) return std::nullopt;
         return decodeSingleBytes(bytes, *upper);
     }
     return std::get<Iconv>(*conversion).convert(bytes, unit);

@@ -11,6 +11,7 @@
 #include "mime/Mailbox.h"
 #include "mime/MediaType.h"
 #include "mime/TransferEncoding.h"
+#include "text/Ascii.h"
 #include "text/ByteStore.h"
 #include "text/DataBuffer.h"
 
@@ -37,12 +38,12 @@ class Email2 final : public BrixelObject {
 public:
     /// An entity without header and body.
     Email2() = default;
-    /// The message whose bytes are `rawMessage`, which may be given away. A "From "
-    /// line of a mailbox, a byte order mark and blank lines before the header are
-    /// passed over.
+    /// The message whose bytes are `rawMessage`: copied from a view, taken over from a
+    /// string that is given away; a C string ends at its NUL. A "From " line of a
+    /// mailbox, a byte order mark and blank lines before the header are passed over.
     explicit Email2(std::string_view rawMessage);
     explicit Email2(std::string&& rawMessage);
-    explicit Email2(const char* rawMessage) : Email2(std::string_view(rawMessage)) {}
+    explicit Email2(const char* rawMessage) : Email2(ascii::viewOf(rawMessage)) {}
 
     // --- Structure ---------------------------------------------------------
 

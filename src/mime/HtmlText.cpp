@@ -78,6 +78,7 @@ public:
         }
         std::string text = flow_.finish();
         text.resize(wholeCharacters(text, limits::htmlText).size());
+        if (text.ends_with('\r')) text.pop_back();  // half a line end
         return text;
     }
 

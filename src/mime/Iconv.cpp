@@ -17,10 +17,10 @@ Iconv::Iconv(const std::string& charset) {
 std::string Iconv::convert(std::string_view bytes, std::size_t unit) {
     reset();
     std::string out;
-    constexpr std::size_t longest = 3;  // UTF-8 for one byte
-    const std::size_t most = bytes.size() + limits::charsetGrowth;
-    out.reserve(std::min(longest * bytes.size(), most));
     std::array<char, 8192> chunk;
+    const std::size_t most = bytes.size() + limits::charsetGrowth;
+    constexpr std::size_t usually = 3;  // bytes of UTF-8 for one, at most
+    out.reserve(std::min(usually * bytes.size(), most + chunk.size()));
     char* in = const_cast<char*>(bytes.data());  // iconv reads it only
     std::size_t left = bytes.size();
     const auto step = [&](char** from, std::size_t* fromLeft) {
@@ -40,6 +40,7 @@ std::string Iconv::convert(std::string_view bytes, std::size_t unit) {
         left -= skip;
     }
     step(nullptr, nullptr);
+    out.resize(wholeCharacters(out, most).size());
     return out;
 }
 

@@ -23,10 +23,14 @@ inline constexpr std::size_t headerFields = 100'000;
 /// as much. What is beyond is not read.
 inline constexpr std::size_t fieldValue = 1'048'576;
 
-/// Bytes by which text of another charset may become longer as UTF-8: 4 MiB of
-/// Cyrillic letters, 2 MiB of Thai ones, any number of ASCII ones. Otherwise a text
-/// of signs could take three times its own memory besides. What is beyond is not read.
-inline constexpr std::size_t charsetGrowth = 4'194'304;
+/// Line ends of a message or a decoded body that are no CRLF yet. Each makes the text
+/// longer, one of line ends alone by its own size. What is beyond is not read.
+inline constexpr std::size_t lineEnds = 2'097'152;
+
+/// Bytes by which text of another charset may become longer as UTF-8: two million
+/// Cyrillic letters make it so, or one million Thai ones. A text of such letters alone
+/// can take three times its size. What is beyond is not read.
+inline constexpr std::size_t charsetGrowth = 2'097'152;
 
 /// Bytes of an HTML body's text. What is beyond is not read.
 inline constexpr std::size_t htmlText = 8'388'608;

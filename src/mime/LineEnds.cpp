@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "mime/Limits.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -16,6 +17,7 @@ struct LineEndCounts {
 
     /// How many bytes longer the text is once they are complete.
     std::size_t missing() const noexcept { return cr + lf - 2 * pairs; }
+    bool hasBareCr() const noexcept { return cr > pairs; }
 };
 
 LineEndCounts countLineEnds(std::string_view text) noexcept {
@@ -43,12 +45,26 @@ LineEndCounts countLineEnds(std::string_view text) noexcept {
     return counts;
 }
 
-/// A text without CR, as most files have it.
-std::string withCrBeforeLf(std::string_view text, std::size_t lineEnds) {
-    std::string result(text.size() + lineEnds, '\0');
+/// Counts the line ends of `text`, which is cut before the one that is too many.
+LineEndCounts countWithinLimit(std::string_view& text) noexcept {
+    const LineEndCounts counts = countLineEnds(text);
+    if (counts.missing() <= limits::lineEnds) return counts;
+    std::size_t left = limits::lineEnds;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isBareLf = text[i] == '\n' && (i == 0 || text[i - 1] != '\r');
+        const bool isBareCr = text[i] == '\r' && !text.substr(i + 1).starts_with('\n');
+        if ((isBareLf || isBareCr) && left-- == 0) text = text.substr(0, i);
+    }
+    return countLineEnds(text);
+}
+
+/// A text without a bare CR, as most files have it.
+std::string withCrBeforeLf(std::string_view text, std::size_t missing) {
+    std::string result(text.size() + missing, '\0');
     char* out = result.data();
     for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
-        out = std::copy_n(text.data(), end, out);
+        const bool isComplete = end > 0 && text[end - 1] == '\r';
+        out = std::copy_n(text.data(), end - (isComplete ? 1 : 0), out);
         out = std::copy_n(crLf.data(), crLf.size(), out);
     }
     std::copy_n(text.data(), text.size(), out);
@@ -76,16 +92,19 @@ void completeInPlace(std::string& text, std::size_t added) {
 }  // namespace
 
 std::string withCrLf(std::string text) {
-    const LineEndCounts counts = countLineEnds(text);
+    std::string_view read = text;
+    const LineEndCounts counts = countWithinLimit(read);
+    text.resize(read.size());
     const bool hasRoom = text.capacity() - text.size() >= counts.missing();
-    if (counts.cr == 0 && !hasRoom) return withCrBeforeLf(text, counts.lf);
+    if (!hasRoom && !counts.hasBareCr()) return withCrBeforeLf(text, counts.missing());
     completeInPlace(text, counts.missing());
     return text;
 }
 
 std::string copyWithCrLf(std::string_view text) {
-    const LineEndCounts counts = countLineEnds(text);
-    if (counts.cr == 0) return withCrBeforeLf(text, counts.lf);
+    const LineEndCounts counts = countWithinLimit(text);
+    if (counts.missing() == 0) return std::string(text);
+    if (!counts.hasBareCr()) return withCrBeforeLf(text, counts.missing());
     std::string copy;
     copy.reserve(text.size() + counts.missing());
     copy = text;

@@ -85,9 +85,7 @@ int base64Value(char c) noexcept { return base64Table[static_cast<unsigned char>
 
 std::string decodeBase64(std::string_view text) {
     std::string out;
-    // With room for a CR before each byte, so that a text of line feeds is not in memory
-    // twice when they get them; what is not written takes none.
-    out.reserve(2 * (text.size() / 4 * 3 + 3));
+    out.reserve(text.size() / 4 * 3 + 3);
     std::uint32_t bits = 0;
     unsigned digits = 0;
     const auto flush = [&] {

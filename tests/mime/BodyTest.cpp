@@ -50,15 +50,16 @@ TEST(Body, GrowsToSomeBoundWhenConverted) {
         SCOPED_TRACE(charset);
         const Text letters = toUtf8(Text(many, '\xA1'), charset);
         const auto tails = std::ranges::count_if(letters, continuesCharacter);
-        EXPECT_NEAR(static_cast<double>(tails), limits::charsetGrowth, 8192);
+        EXPECT_LE(tails, limits::charsetGrowth);
+        EXPECT_GE(tails, limits::charsetGrowth - 8192);
         EXPECT_TRUE(isUtf8(letters));
         EXPECT_EQ(toUtf8(Text(many, 'a') + "\xA1z", charset).back(), 'z');
     }
 }
 
 TEST(Body, HasABoundedTextOfHtml) {
-    const Text lines = "<pre>" + Text(2 * limits::htmlText, '\n');
-    EXPECT_EQ(htmlToText(lines).size(), limits::htmlText);
+    const Text lines = "<pre>x" + Text(2 * limits::htmlText, '\n');
+    EXPECT_EQ(htmlToText(lines).size(), limits::htmlText - 1);
     EXPECT_EQ(htmlToText("<p " + Text(limits::htmlText, 'x') + ">a" + Text(100'000, 'b')).size(),
               100'001);
 }
