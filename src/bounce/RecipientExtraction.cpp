@@ -26,7 +26,7 @@ constexpr ByteSet bracketsAndSigns("<>`;\":()[]");
 
 /// Bytes. Nothing that long is an address; taken for one, it could be as long as the
 /// message.
-constexpr std::size_t longestWord = 65'536;
+constexpr std::size_t longestWord = 1'048'576;
 
 /// What `text` begins with, up to the next byte of `stops`, which is taken off it.
 std::string_view takeUpTo(std::string_view& text, const ByteSet& stops) noexcept {
