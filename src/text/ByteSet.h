@@ -20,8 +20,8 @@ private:
     std::array<bool, 256> holds_{};
 };
 
-/// How many bytes of `text` stand before the first of `set`; all when there is none. For stretches
-/// of text, over which `find_first_of` takes several times as long.
+/// How many bytes of `text` stand before the first of `set`; all when there is none. Over
+/// stretches of text, `find_first_of` takes several times as long.
 constexpr std::size_t lengthBefore(const ByteSet& set, std::string_view text) noexcept {
     const auto end = std::ranges::find_if(text, [&](char c) { return set.contains(c); });
     return static_cast<std::size_t>(end - text.begin());
