@@ -52,8 +52,8 @@ Email2::Email2(ByteStore source) : source_(std::move(source)) {
     MimeTreeBuilder::build(*this, text, HeaderFields::startIn(text));
 }
 
-void Email2::readHeader(std::string_view text, std::size_t limit, std::string_view defaultType) {
-    header_ = HeaderFields::ofMessage(text, limit);
+void Email2::readHeader(HeaderFields header, std::string_view defaultType) {
+    header_ = std::move(header);
     const HeaderField* contentType = header_.find("Content-Type");
     mediaType_ = MediaType(contentType ? contentType->unfolded() : std::string(), defaultType);
 }

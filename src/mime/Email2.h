@@ -115,8 +115,7 @@ public:
 private:
     friend class MimeTreeBuilder;
 
-    /// Reads the header that `text` begins with, up to `limit` fields.
-    void readHeader(std::string_view text, std::size_t limit, std::string_view defaultType);
+    void readHeader(HeaderFields header, std::string_view defaultType);
     template <class Wanted>
     const Email2* findEntity(Wanted&& wanted) const;
     bool isAttachment() const;

@@ -13,9 +13,6 @@
 namespace bouncecheck {
 namespace {
 
-/// Room for most headers at once; that of a part has fewer fields.
-constexpr std::size_t usualFields = 16;
-
 /// The length of the line that `text` begins with, its end included.
 std::size_t lineLength(std::string_view text) noexcept {
     const std::size_t end = findCrLf(text);
@@ -103,18 +100,19 @@ std::size_t HeaderFields::startIn(std::string_view text) {
     return ofMessage(text.substr(header)).all().empty() ? start : header;
 }
 
-HeaderFields HeaderFields::ofMessage(std::string_view text, std::size_t limit) {
-    HeaderFields block = read(text, OtherLines::endBlock, limit);
+HeaderFields HeaderFields::ofMessage(std::string_view text, std::size_t limit, std::size_t usual) {
+    HeaderFields block = read(text, OtherLines::endBlock, limit, usual);
     // Without a field, a "From " line is a sentence of the body.
     if (block.fields_.empty() && limit > 0) block.size_ = text.starts_with(crLf) ? crLf.size() : 0;
     return block;
 }
 
 HeaderFields HeaderFields::ofReport(std::string_view text) {
-    return read(text, OtherLines::areSkipped, limits::headerFields);
+    return read(text, OtherLines::areSkipped, limits::headerFields, usualFields);
 }
 
-HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, std::size_t limit) {
+HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, std::size_t limit,
+                                std::size_t usual) {
     HeaderFields block;
     std::string_view rest = text;
     while (!rest.empty()) {
@@ -129,7 +127,7 @@ HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, st
         const std::size_t name = field.starts_with("--") ? 0 : nameLength(field);
         if (name > 0) {
             const std::size_t colon = field.find(':', name);
-            if (block.fields_.empty()) block.fields_.reserve(usualFields);
+            if (block.fields_.empty()) block.fields_.reserve(usual);
             if (block.fields_.size() < limit) {
                 block.fields_.push_back({field.substr(0, name), field.substr(colon + 1)});
             }

@@ -32,6 +32,9 @@ struct HeaderField {
 /// are matched ignoring case; blanks before the colon do not belong to them.
 class HeaderFields {
 public:
+    /// Room for the fields of most messages; the header of a part has fewer.
+    static constexpr std::size_t usualFields = 16;
+
     HeaderFields() = default;
 
     /// Where the header of the message `text` begins: after what mailboxes and
@@ -43,8 +46,9 @@ public:
     /// nor one of the "From " lines of mailboxes: a body without a blank line
     /// before it. A text without header yields no fields, and no size unless it
     /// begins with a blank line.
-    /// `limit` is how many fields are kept.
-    static HeaderFields ofMessage(std::string_view text, std::size_t limit = limits::headerFields);
+    /// `limit` is how many fields are kept, `usual` how many to make room for at once.
+    static HeaderFields ofMessage(std::string_view text, std::size_t limit = limits::headerFields,
+                                  std::size_t usual = usualFields);
 
     /// All fields of `text`, whose groups are divided by blank lines, as in the
     /// bodies of reports (RFC 3464). Other lines are passed over.
@@ -60,7 +64,8 @@ public:
 
 private:
     enum class OtherLines { endBlock, areSkipped };
-    static HeaderFields read(std::string_view text, OtherLines otherLines, std::size_t limit);
+    static HeaderFields read(std::string_view text, OtherLines otherLines, std::size_t limit,
+                             std::size_t usual);
 
     std::vector<HeaderField> fields_;
     std::size_t size_ = 0;

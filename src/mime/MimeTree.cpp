@@ -47,7 +47,11 @@ std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
 }
 
 void MimeTreeBuilder::open(Email2& entity, std::size_t headerStart, std::string_view defaultType) {
-    entity.readHeader(text_.substr(headerStart), limits::headerFields - fields_, defaultType);
+    // There may be thousands of parts, with a field or two each.
+    const std::size_t usual = open_.empty() ? HeaderFields::usualFields : 4;
+    entity.readHeader(
+        HeaderFields::ofMessage(text_.substr(headerStart), limits::headerFields - fields_, usual),
+        defaultType);
     fields_ += entity.header_.all().size();
     position_ = headerStart + entity.header_.size();
     std::string delimiter = delimiterOf(entity.mediaType_);
