@@ -154,10 +154,18 @@ bool StringBuffer::replaceFirstOccurance(const char* from, const char* to, bool 
 }
 
 void StringBuffer::replaceAllWithUchar(const char* from, unsigned byte) {
-    const char to = static_cast<char>(byte);
-    const std::string_view old = viewOf(from);
+    const std::string old(viewOf(from));
     if (old.empty() || !contains(view(), old)) return;
-    changing() = replaceAll(view(), old, std::string_view(&to, 1));
+    // In place, since a byte is never longer.
+    std::string& text = changing();
+    char* end = text.data();
+    std::size_t at = 0;
+    for (std::size_t hit; (hit = findBytes(text, old, at)) != npos; at = hit + old.size()) {
+        end = std::copy(text.data() + at, text.data() + hit, end);
+        *end++ = static_cast<char>(byte);
+    }
+    end = std::copy(text.data() + at, text.data() + text.size(), end);
+    text.resize(static_cast<std::size_t>(end - text.data()));
 }
 
 void StringBuffer::trim2() {
