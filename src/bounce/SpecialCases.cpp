@@ -8,6 +8,7 @@
 #include "bounce/tables/providers.h"
 #include "log/LogBase.h"
 #include "mime/Email2.h"
+#include "text/ByteSet.h"
 #include "text/DataBuffer.h"
 
 namespace bouncecheck {
@@ -38,7 +39,7 @@ void BounceCheck::takeWord(std::string_view text, std::string_view unwanted) {
     const std::string_view word = firstWord(text);
     if (word.find('@') == npos) return;
     m_sbBounceAddr.setString(word);
-    for (const char c : unwanted) m_sbBounceAddr.removeCharOccurances(c);
+    m_sbBounceAddr.removeAnyOf(ByteSet(unwanted));
     m_sbBounceAddr.trim2();
 }
 
