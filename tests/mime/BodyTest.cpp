@@ -57,6 +57,14 @@ TEST(Body, GrowsToSomeBoundWhenConverted) {
     }
 }
 
+TEST(Body, EndsBeforeALineEndTooMany) {
+    for (const char end : {'\n', '\r'}) {
+        const Text ends(limits::lineEnds + 5, end);
+        // Two of them belong to the header.
+        EXPECT_EQ(bodyOf(Email2("Subject: x" + ends)).size(), 2 * (limits::lineEnds - 2));
+    }
+}
+
 TEST(Body, HasABoundedTextOfHtml) {
     const Text lines = "<pre>x" + Text(2 * limits::htmlText, '\n');
     EXPECT_EQ(htmlToText(lines).size(), limits::htmlText - 1);
