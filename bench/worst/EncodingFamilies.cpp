@@ -6,17 +6,27 @@ namespace {
 
 using namespace std::string_view_literals;
 
-std::string coded(std::size_t bytes, std::string_view encoding, std::string_view piece) {
-    return repeated(bytes, piece, undeliverable, "Content-Transfer-Encoding: ", encoding, "\n\n");
+std::string coded(std::size_t bytes, std::string_view encoding, std::string_view piece,
+                  std::string_view start = "") {
+    return repeated(bytes, piece, undeliverable, "Content-Transfer-Encoding: ", encoding, "\n\n",
+                    start);
 }
 
-std::string text(std::size_t bytes, std::string_view charset, std::string_view piece) {
+std::string text(std::size_t bytes, std::string_view charset, std::string_view piece,
+                 std::string_view start = "") {
     return repeated(bytes, piece, undeliverable, "Content-Type: text/plain; charset=", charset,
-                    "\n\n");
+                    "\n\n", start);
 }
 
-std::string html(std::size_t bytes, std::string_view piece) {
-    return repeated(bytes, piece, undeliverable, "Content-Type: text/html\n\n");
+std::string html(std::size_t bytes, std::string_view piece, std::string_view start = "") {
+    return repeated(bytes, piece, undeliverable, "Content-Type: text/html\n\n", start);
+}
+
+/// A short part before one that begins with `start`.
+std::string secondPart(std::size_t bytes, std::string_view subtype, std::string_view piece,
+                       std::string_view start) {
+    return repeated(bytes, piece, undeliverable, "Content-Type: multipart/", subtype,
+                    "; boundary=b\n\n--b\n\nx\n--b\n", start);
 }
 
 /// 57 bytes of text in base64.
@@ -31,8 +41,7 @@ constexpr Family families[] = {
     {"base64-line-feeds", [](std::size_t n) { return coded(n, "base64", "CgoK"); }},
     {"base64-windows-1252",
      [](std::size_t n) {
-         return repeated(n, "gICA", undeliverable, "Content-Transfer-Encoding: base64\n",
-                         "Content-Type: text/plain; charset=windows-1252\n\n");
+         return coded(n, "base64\nContent-Type: text/plain; charset=windows-1252", "gICA");
      }},
     {"base64-line-ends", [](std::size_t n) { return coded(n, "base64", "Cg0K"); }},
     {"quoted-printable", [](std::size_t n) { return coded(n, "quoted-printable", "=73=6F=72\n"); }},
@@ -53,6 +62,29 @@ constexpr Family families[] = {
     {"broken-utf-8", [](std::size_t n) { return text(n, "utf-8", "\xFF"); }},
     {"windows-1252", [](std::size_t n) { return text(n, "windows-1252", "\x80"); }},
     {"koi8-r", [](std::size_t n) { return text(n, "koi8-r", "\xC1 "); }},
+    {"koi8-r-line-feeds", [](std::size_t n) { return text(n, "koi8-r", "\n", "\xC1"); }},
+    {"koi8-r-long-address",
+     [](std::size_t n) { return text(n, "koi8-r", "x", "\xC1\nRCPT To: a@"); }},
+    {"quoted-printable-koi8-r",
+     [](std::size_t n) {
+         return coded(n, "quoted-printable\nContent-Type: text/plain; charset=koi8-r", "\n", "=C1");
+     }},
+    {"second-line-feeds", [](std::size_t n) { return secondPart(n, "mixed", "\n", "\n"); }},
+    {"second-base64-line-feeds",
+     [](std::size_t n) {
+         return secondPart(n, "mixed", "CgoK", "Content-Transfer-Encoding: base64\n\n");
+     }},
+    {"second-koi8-r",
+     [](std::size_t n) {
+         return secondPart(n, "mixed", "sorry ",
+                           "Content-Type: text/plain; charset=koi8-r\n\n\xC1");
+     }},
+    {"report-base64-line-feeds",
+     [](std::size_t n) {
+         return secondPart(n, "report", "CgoK",
+                           "Content-Type: message/delivery-status\n"
+                           "Content-Transfer-Encoding: base64\n\n");
+     }},
     {"latin1", [](std::size_t n) { return text(n, "iso-8859-1", "\xE9 "); }},
     {"iso-2022-jp", [](std::size_t n) { return text(n, "iso-2022-jp", "\x1B$BF|\x1B(B"); }},
     {"iso-2022-jp-escapes", [](std::size_t n) { return text(n, "iso-2022-jp", "\x1B"); }},
@@ -72,54 +104,12 @@ constexpr Family families[] = {
     {"html-long-references", [](std::size_t n) { return html(n, "&#00000000000000000000"); }},
     {"html-scripts", [](std::size_t n) { return html(n, "<script></scrip></style>"); }},
     {"html-comments", [](std::size_t n) { return html(n, "<!-- -- >"); }},
-    {"quoted-printable-koi8-r",
-     [](std::size_t n) {
-         return repeated(n, "\n", undeliverable, "Content-Transfer-Encoding: quoted-printable\n",
-                         "Content-Type: text/plain; charset=koi8-r\n\n=C1");
-     }},
-    {"koi8-r-line-feeds",
-     [](std::size_t n) {
-         return repeated(n, "\n", undeliverable,
-                         "Content-Type: text/plain; charset=koi8-r\n\n\xC1");
-     }},
-    {"koi8-r-long-address",
-     [](std::size_t n) {
-         return repeated(n, "x", undeliverable,
-                         "Content-Type: text/plain; charset=koi8-r\n\n\xC1\nRCPT To: a@");
-     }},
-    {"mixed-line-feeds",
-     [](std::size_t n) {
-         return repeated(n, "\n", undeliverable,
-                         "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nx\n--b\n\n");
-     }},
-    {"mixed-base64-line-feeds",
-     [](std::size_t n) {
-         return repeated(n, "CgoK", undeliverable,
-                         "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nx\n--b\n",
-                         "Content-Transfer-Encoding: base64\n\n");
-     }},
-    {"mixed-koi8-r",
-     [](std::size_t n) {
-         return repeated(n, "sorry ", undeliverable,
-                         "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nx\n--b\n",
-                         "Content-Type: text/plain; charset=koi8-r\n\n\xC1");
-     }},
-    {"report-base64-line-feeds",
-     [](std::size_t n) {
-         return repeated(n, "CgoK", undeliverable,
-                         "Content-Type: multipart/report; boundary=b\n\n--b\n\nx\n--b\n",
-                         "Content-Type: message/delivery-status\n",
-                         "Content-Transfer-Encoding: base64\n\n");
-     }},
     {"html-windows-1252",
      [](std::size_t n) {
          return repeated(n, "\x80", undeliverable,
                          "Content-Type: text/html; charset=windows-1252\n\n");
      }},
-    {"html-pre-line-feeds",
-     [](std::size_t n) {
-         return repeated(n, "\n", undeliverable, "Content-Type: text/html\n\n<pre>x");
-     }},
+    {"html-pre-line-feeds", [](std::size_t n) { return html(n, "\n", "<pre>x"); }},
     {"html-pre", [](std::size_t n) { return html(n, "<pre>\n"); }},
 };
 
