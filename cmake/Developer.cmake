@@ -15,6 +15,11 @@ if(BOUNCECHECK_SANITIZE)
     target_link_options(bouncecheck_developer INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(BOUNCECHECK_TSAN)
+    target_compile_options(bouncecheck_developer INTERFACE -fsanitize=thread)
+    target_link_options(bouncecheck_developer INTERFACE -fsanitize=thread)
+endif()
+
 if(BOUNCECHECK_FUZZ)
     # libFuzzer sees which branches an input takes.
     target_compile_options(bouncecheck_developer INTERFACE -fsanitize=fuzzer-no-link)

@@ -1,5 +1,22 @@
-# Sourced by the scripts at the top of the tree: fetching what a build needs and
-# building quietly.
+# Sourced by the scripts of this tree: installs what a build needs, and builds.
+
+# Prints the comment that a script begins with, when the script was asked for its help.
+# Call it with the script's arguments.
+help_if_asked() {
+    local argument
+    for argument in "$@"; do
+        case $argument in
+            -h | --help)
+                sed -n '2,/^[^#]/ s/^# \{0,1\}//p' "$0"
+                exit
+                ;;
+        esac
+    done
+}
+
+# What the builds of the tool and of the benchmarks need.
+tool_packages=(g++ cmake ninja-build libcli11-dev libarchive-dev zlib1g-dev)
+bench_packages=(g++ cmake ninja-build pkg-config libbenchmark-dev libarchive-dev zlib1g-dev)
 
 # Installs the Debian packages that are missing.
 need() {
@@ -7,17 +24,33 @@ need() {
     for package in "$@"; do
         is_installed "$package" || missing+=("$package")
     done
-    [ ${#missing[@]} -eq 0 ] && return
+    [ ${#missing[@]} -gt 0 ] || return 0
     if ! command -v apt-get >/dev/null; then
         echo "Please install what these Debian packages hold: ${missing[*]}" >&2
         exit 1
     fi
-    local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-    echo "Installing ${missing[*]} ..." >&2
-    quietly "${as_root[@]}" apt-get update
-    quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends "${missing[@]}"
+    local install=(apt-get install -y --no-install-recommends "${missing[@]}") as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        can_use_sudo || ask_root "${install[@]}"
+        as_root=(sudo)
+    fi
+    echo "Installing ${missing[*]}, about a minute ..." >&2
+    if ! quietly "${as_root[@]}" apt-get update ||
+        ! quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive "${install[@]}"; then
+        [ "$(id -u)" -eq 0 ] || ask_root "${install[@]}"
+        exit 1
+    fi
+}
+
+# sudo asks for a password only where somebody can answer.
+can_use_sudo() {
+    command -v sudo >/dev/null && { [ -t 2 ] || sudo -n true 2>/dev/null; }
+}
+
+ask_root() {
+    echo "Packages are missing. Please run this line as root, then start again:" >&2
+    echo "    apt-get update && $*" >&2
+    exit 1
 }
 
 # Whether what a package is wanted for is there, however it came.
@@ -27,8 +60,11 @@ is_installed() {
         libcli11-dev) header CLI/CLI.hpp ;;
         nlohmann-json3-dev) header nlohmann/json.hpp ;;
         libarchive-dev) header archive.h ;;
+        zlib1g-dev) header zlib.h ;;
         libgtest-dev) header gtest/gtest.h ;;
         libbenchmark-dev) header benchmark/benchmark.h ;;
+        python3-jsonschema) python3 -c 'import jsonschema' 2>/dev/null ;;
+        libclang-rt-*) compgen -G "$(clang -print-resource-dir)/lib/*/libclang_rt.fuzzer*" >/dev/null ;;
         *) command -v "$1" >/dev/null ;;
     esac
 }
@@ -37,21 +73,35 @@ header() {
     [ -e "/usr/include/$1" ] || [ -e "/usr/local/include/$1" ]
 }
 
-# Configures, if that was not done yet, and builds a preset.
+# build PRESET WHAT TIME: builds a preset when something has changed, and says so: WHAT
+# is built and the TIME that all of it takes. On a terminal Ninja shows how far it is.
+#
+# BOUNCECHECK_STRICT=ON in the environment makes warnings errors in the build folder.
 build() (
     cd "$root"
-    [ -e "build/$1/build.ninja" ] || quietly cmake --preset "$1"
-    quietly cmake --build --preset "$1"
+    local preset=$1 what=$2 time=", $3" folder=build/$1
+    if [ ! -e "$folder/build.ninja" ]; then
+        quietly cmake --preset "$preset" ${BOUNCECHECK_STRICT:+-D "BOUNCECHECK_STRICT=$BOUNCECHECK_STRICT"} || exit 1
+    else
+        [ -z "${BOUNCECHECK_STRICT:-}" ] ||
+            quietly cmake -D "BOUNCECHECK_STRICT=$BOUNCECHECK_STRICT" "$folder" || exit 1
+        time=
+    fi
+    ! cmake --build "$folder" -- -n | grep -q 'no work to do' || return 0
+    echo "Building $what$time ..." >&2
+    if [ -t 2 ]; then
+        cmake --build --preset "$preset" >&2
+    else
+        quietly cmake --build --preset "$preset"
+    fi
 )
 
 # Runs a command and shows what it printed only when it fails.
 quietly() {
-    local log
+    local log status=0
     log=$(mktemp)
-    if ! "$@" >"$log" 2>&1; then
-        cat "$log" >&2
-        rm -f "$log"
-        exit 1
-    fi
+    "$@" >"$log" 2>&1 || status=$?
+    [ "$status" -eq 0 ] || cat "$log" >&2
     rm -f "$log"
+    return "$status"
 }

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
-#include "bounce/BounceType.h"
-#include "bounce/PhraseTables.h"
-#include "tool/RuleHelp.h"
+#include <bouncecheck/BounceType.h>
+#include <bouncecheck/Rule.h>
+#include "bounce/LastResort.h"
+#include "pages/Markdown.h"
 
 namespace bouncecheck {
 namespace {
@@ -13,15 +14,16 @@ namespace {
 constexpr std::string_view introduction = R"(# Verdicts and labels
 
 What each verdict and each label means, what the rule behind it looks for, and what
-to do about it. `bouncecheck --explain` tells the same of a message at hand;
-[verdicts.md](verdicts.md) tells in which order the rules are tried.
+to do about it. `bouncecheck --explain` prints the same for a message at hand;
+[verdicts.md](verdicts.md) describes in which order the rules are tried. What to do about
+each recipient of a message depends on its reason: see [reasons.md](reasons.md).
 
 The phrases of a table that is named here are printed by
 
     bouncecheck --list-phrases | grep MailboxFullIndicators
 
 This page is made from the tables of the code:
-`cmake --build --preset test --target labels_page`.
+`cmake --build --preset test --target pages`.
 )";
 
 constexpr std::string_view withoutLabel = R"(
@@ -34,46 +36,34 @@ from top to bottom.
 |---|---|---|---|
 )";
 
-/// `text` for a cell: what would end it, or begin markup, stands as it is.
-std::string cell(std::string_view text) {
-    std::string out;
-    for (const char c : text) {
-        if (c == '|' || c == '*' || c == '_' || c == '<') out += '\\';
-        out += c;
-    }
-    return out;
-}
-
-std::string code(std::string_view text) { return "`" + std::string(text) + "`"; }
-
 std::string capitalized(std::string_view text) {
     std::string out(text);
     if (!out.empty() && out.front() >= 'a' && out.front() <= 'z') out.front() -= 'a' - 'A';
     return out;
 }
 
-std::string tableNames(const RuleHelp& rule) {
+std::string tableNames(const Rule& rule) {
     std::string names;
-    for (const std::string_view name : rule.tables) {
+    for (const std::string_view name : rule.lists) {
         if (name.empty()) continue;
         names += (names.empty() ? " (" : ", ") + code(name);
     }
     return names.empty() ? names : names + ")";
 }
 
-std::string rowOf(const RuleHelp& rule) {
-    return "| " + std::string(rule.label) + " | " + cell(rule.meaning) + " | " +
+std::string rowOf(const Rule& rule) {
+    return "| " + std::string(rule.label()) + " | " + cell(rule.meaning) + " | " +
            cell(rule.looksFor) + tableNames(rule) + " | " + cell(rule.advice) + " |\n";
 }
 
-std::string sectionOf(const TypeHelp& type) {
+std::string sectionOf(const VerdictType& type) {
     std::string section = "\n## " + std::to_string(type.type) + " " + bounceTypeName(type.type) +
                           "\n\n" + capitalized(type.meaning) + ".\n\n**What to do:** " +
                           std::string(type.advice) + "\n";
-    const auto isOfType = [&](const RuleHelp& rule) { return rule.type == type.type; };
-    if (std::ranges::none_of(ruleHelp(), isOfType)) return section;
+    const auto isOfType = [&](const Rule& rule) { return rule.type == type.type; };
+    if (std::ranges::none_of(allRules(), isOfType)) return section;
     section += "\n| label | means | looks for | what to do instead |\n|---|---|---|---|\n";
-    for (const RuleHelp& rule : ruleHelp()) {
+    for (const Rule& rule : allRules()) {
         if (isOfType(rule)) section += rowOf(rule);
     }
     return section;
@@ -108,9 +98,9 @@ std::string rowOf(const BounceRule& rule) {
 
 std::string labelsPage() {
     std::string page(introduction);
-    for (const TypeHelp& type : typeHelp()) page += sectionOf(type);
+    for (const VerdictType& type : allVerdictTypes()) page += sectionOf(type);
     page += withoutLabel;
-    for (const BounceRule& rule : ruleTable()) page += rowOf(rule);
+    for (const BounceRule& rule : lastResortRules()) page += rowOf(rule);
     return page;
 }
 

@@ -1,18 +1,28 @@
 #include <fstream>
 #include <iostream>
+#include <string>
+#include <utility>
 
 #include "pages/LabelsPage.h"
+#include "pages/ReasonsPage.h"
 
-// Writes the page that is made from the code's tables.
+// Writes the pages that are made from the code's tables.
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::cerr << "usage: " << argv[0] << " FILE\n";
+        std::cerr << "usage: " << argv[0] << " FOLDER\n";
         return 2;
     }
-    std::ofstream page(argv[1], std::ios::binary);
-    if (!(page << bouncecheck::labelsPage() << std::flush)) {
-        std::cerr << argv[0] << ": " << argv[1] << " could not be written\n";
-        return 1;
+    const std::pair<const char*, std::string (*)()> pages[] = {
+        {"labels.md", bouncecheck::labelsPage},
+        {"reasons.md", bouncecheck::reasonsPage},
+    };
+    for (const auto& [name, write] : pages) {
+        const std::string file = std::string(argv[1]) + "/" + name;
+        std::ofstream page(file, std::ios::binary);
+        if (!(page << write() << std::flush)) {
+            std::cerr << argv[0] << ": " << file << " could not be written\n";
+            return 1;
+        }
     }
     return 0;
 }

@@ -1,24 +1,21 @@
-#include "bounce/BounceType.h"
+#include <bouncecheck/BounceType.h>
+
+#include <algorithm>
+
+#include "bounce/tables/VerdictTypes.h"
 
 namespace bouncecheck {
 
+std::span<const VerdictType> allVerdictTypes() noexcept { return verdictTypes; }
+
+const VerdictType* verdictTypeOf(int type) noexcept {
+    const auto row = std::ranges::find(verdictTypes, type, &VerdictType::type);
+    return row == std::end(verdictTypes) ? nullptr : &*row;
+}
+
 const char* bounceTypeName(int type) noexcept {
-    switch (type) {
-        case BOUNCE_NONE: return "none";
-        case BOUNCE_HARD: return "hard";
-        case BOUNCE_SOFT: return "soft";
-        case BOUNCE_NO_RECIPIENT: return "no-recipient";
-        case BOUNCE_BLOCKED: return "blocked";
-        case BOUNCE_AUTO_REPLY: return "auto-reply";
-        case BOUNCE_TRANSIENT: return "transient";
-        case BOUNCE_UNSUBSCRIBE: return "unsubscribe";
-        case BOUNCE_VIRUS: return "virus";
-        case BOUNCE_UNCLASSIFIED: return "unclassified";
-        case BOUNCE_CHALLENGE: return "challenge";
-        case BOUNCE_DISPOSITION: return "disposition";
-        case BOUNCE_ABUSE: return "abuse";
-        default: return "";
-    }
+    const VerdictType* row = verdictTypeOf(type);
+    return row ? row->name : "";
 }
 
 }  // namespace bouncecheck

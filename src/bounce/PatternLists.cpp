@@ -1,39 +1,38 @@
+#include <cstddef>
 #include <string_view>
 
-#include "bounce/BounceCheck.h"
-#include "bounce/tables/BounceFromAddrList.h"
-#include "bounce/tables/BounceSubjectList.h"
-#include "log/LogBase.h"
-#include "text/CString.h"
+#include "bounce/Checks.h"
 #include "text/Wildcard.h"
 
-namespace bouncecheck {
+namespace bouncecheck::checks {
 namespace {
 
 /// A pattern with a '*' has to match the whole text, with letter case; one
 /// without is a prefix.
 bool matchesPattern(std::string_view text, const char* pattern, LetterCase ofPrefix) {
-    return bxStrChr(pattern, '*') ? wildcardMatch(text, pattern, LetterCase::exact)
-                                  : startsWith(text, pattern, ofPrefix);
+    return ascii::viewOf(pattern).find('*') != npos
+               ? wildcardMatch(text, pattern, LetterCase::exact)
+               : startsWith(text, pattern, ofPrefix);
 }
 
 }  // namespace
 
-int BounceCheck::checkFromAddrList(Email2& email, LogBase& log) {
+int fromAddrList(const Evidence& evidence, Finding& finding, LogBase& log) {
     log.LogInfo("Checking fromAddr...");
     // A postmaster who writes about an invoice is a person.
-    if (fromAddrPhrases().hasNoCase("postmaster") && subjectPhrases().hasNoCase("invoice")) {
-        return BOUNCE_NONE;
-    }
+    if (evidence.firstOf("postmaster") && evidence.firstOf("invoice")) return BOUNCE_NONE;
+    const ScannedText& sender = evidence.senderAddress;
     std::size_t next = 0;
-    while ((next = fromAddrPhrases().nextPattern(BounceFromAddrList, next)) != npos) {
-        const char* const pattern = BounceFromAddrList[next++];
-        if (!matchesPattern(m_sbFromAddr.view(), pattern, LetterCase::exact)) continue;
+    while ((next = sender.nextPattern(BounceFromAddrList, next)) != npos) {
+        const std::size_t row = next++;
+        const char* const pattern = BounceFromAddrList[row];
+        if (!matchesPattern(sender.view(), pattern, LetterCase::exact)) continue;
         log.LogData("FromMatch", pattern);
-        const int type = checkEmailBody(email, log);
+        const int type = emailBody(evidence, finding, log);
         if (type == BOUNCE_NONE) continue;
         // A report is not unclassified: its own phrases decide it later.
-        if (type == BOUNCE_UNCLASSIFIED && m_isMultipartReport) continue;
+        if (type == BOUNCE_UNCLASSIFIED && evidence.isReport) continue;
+        finding.pattern = {"BounceFromAddrList", row, pattern, sender.kind()};
         log.LogInfo("Bounce type determined after checking email body..");
         log.LogDataLong("bType", type);
         return type;
@@ -41,17 +40,20 @@ int BounceCheck::checkFromAddrList(Email2& email, LogBase& log) {
     return BOUNCE_NONE;
 }
 
-int BounceCheck::checkSubjectList(Email2& email, LogBase& log) {
-    if (m_xSubject.getUtf8Sb().beginsWithIgnoreCaseN("Fwd:", 4)) return BOUNCE_NONE;
+int subjectList(const Evidence& evidence, Finding& finding, LogBase& log) {
+    const ScannedText& subject = evidence.subject;
+    if (ascii::startsWithNoCase(subject.view(), "Fwd:")) return BOUNCE_NONE;
     long matched = 0;
     std::size_t next = 0;
-    while ((next = subjectPhrases().nextPattern(BounceSubjectList, next)) != npos) {
-        const char* const pattern = BounceSubjectList[next++];
-        if (!matchesPattern(m_xSubject.view(), pattern, LetterCase::ignored)) continue;
+    while ((next = subject.nextPattern(BounceSubjectList, next)) != npos) {
+        const std::size_t row = next++;
+        const char* const pattern = BounceSubjectList[row];
+        if (!matchesPattern(subject.view(), pattern, LetterCase::ignored)) continue;
         ++matched;
         log.LogData("SubjectMatch", pattern);
-        const int type = checkEmailBody(email, log);
+        const int type = emailBody(evidence, finding, log);
         if (type == BOUNCE_NONE) continue;
+        finding.pattern = {"BounceSubjectList", row, pattern, subject.kind()};
         log.LogInfo("Bounce type determined after checking email body.");
         log.LogDataLong("bType", type);
         return type;
@@ -60,4 +62,4 @@ int BounceCheck::checkSubjectList(Email2& email, LogBase& log) {
     return BOUNCE_NONE;
 }
 
-}  // namespace bouncecheck
+}  // namespace bouncecheck::checks

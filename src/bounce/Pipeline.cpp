@@ -1,40 +1,35 @@
-#include "bounce/BounceCheck.h"
-#include "bounce/Verdict.h"
-#include "bounce/tables/MailboxFullIndicators.h"
-#include "bounce/tables/NetworkProblems.h"
-#include "log/LogContextExitor.h"
+#include <bouncecheck/classes/LogContextExitor.h>
+#include "bounce/Checks.h"
 
-namespace bouncecheck {
+namespace bouncecheck::checks {
 
-int BounceCheck::checkEmailInner(Email2& email, LogBase& log) {
-    const auto run = [&](const char* name, int (BounceCheck::*check)(Email2&, LogBase&)) {
+int inOrder(const Evidence& evidence, Finding& finding, LogBase& log) {
+    const auto run = [&](const char* name, auto check) {
         LogContextExitor context(log, name);
-        return (this->*check)(email, log);
+        return check(evidence, finding, log);
     };
 
-    if (int type = run("checkAVGMAIL", &BounceCheck::checkAVGMAIL)) return type;
-    if (int type = run("checkSpecialCases1", &BounceCheck::checkSpecialCases1)) return type;
+    if (const int type = run("checkAVGMAIL", avgMail)) return type;
+    if (const int type = run("checkSpecialCases1", specialCases1)) return type;
 
     bool mprNoBody = false;
-    if (m_isMultipartReport) {
+    if (evidence.isReport) {
         LogContextExitor context(log, "checkMultipartReport");
-        if (int type = checkMultipartReport(email, log, mprNoBody)) return type;
+        if (const int type = multipartReport(evidence, finding, log, mprNoBody)) return type;
     }
-    if (int type = run("checkSpecialSubjects", &BounceCheck::checkSpecialSubjects)) return type;
-    if (int type = run("checkSubjectList", &BounceCheck::checkSubjectList)) return type;
-    if (int type = run("checkFromAddrList", &BounceCheck::checkFromAddrList)) return type;
-    if (int type = run("checkSpecialCases2", &BounceCheck::checkSpecialCases2)) return type;
+    if (const int type = run("checkSpecialSubjects", specialSubjects)) return type;
+    if (const int type = run("checkSubjectList", subjectList)) return type;
+    if (const int type = run("checkFromAddrList", fromAddrList)) return type;
+    if (const int type = run("checkSpecialCases2", specialCases2)) return type;
 
-    if (!m_isMultipartReport) return run("checkSpecialCases3", &BounceCheck::checkSpecialCases3);
-    if (!mprNoBody) return run("checkEmailBody_mpr", &BounceCheck::checkEmailBody);
+    if (!evidence.isReport) return run("checkSpecialCases3", specialCases3);
+    if (!mprNoBody) return run("checkEmailBody_mpr", emailBody);
 
     // A report with fields, but without an action that decides.
-    StringBuffer matched;
-    if (containsIndicator(m_sbBounceData, MailboxFullIndicators, matched) ||
-        containsIndicator(m_sbBounceData, NetworkProblems, matched)) {
-        return decide(log, BOUNCE_SOFT, "Bounce type 2.6");
-    }
-    return decide(log, BOUNCE_HARD, "Bounce type 1.8");
+    Match match = evidence.data.firstOf(MailboxFullIndicators);
+    if (!match) match = evidence.data.firstOf(NetworkProblems);
+    if (match) return finding.decide("2.6", log, match);
+    return finding.decide("1.8", log);
 }
 
-}  // namespace bouncecheck
+}  // namespace bouncecheck::checks

@@ -5,11 +5,8 @@
 
 #include "bounce/Marker.h"
 #include "bounce/Utf7.h"
-#include "log/LogNull.h"
-#include "mime/Email2.h"
-#include "mime/SystemCerts.h"
+#include "mime/Entity.h"
 #include "text/ByteSet.h"
-#include "text/ExtPtrArray.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -22,7 +19,7 @@ void stripSingleQuotes(StringBuffer& address) {
 
 constexpr ByteSet whiteSpace(" \t\r\n");
 constexpr ByteSet lineEnd("\r\n");
-constexpr ByteSet bracketsAndSigns("<>`;\":()[]");
+constexpr std::string_view bracketsAndSigns = "<>`;\":()[]";
 
 /// Bytes. Nothing that long is an address; taken for one, it could be as long as the
 /// message.
@@ -79,10 +76,10 @@ std::size_t captureWord(const std::string_view behind, StringBuffer& address) {
 
 }  // namespace
 
-bool pickBeforeNoLongerValid(std::string_view text, StringBuffer& address) {
-    const std::size_t phrase = findBytes(text, noLongerValid);
-    if (phrase == npos || phrase == 0) return false;
-    const std::size_t at = text.rfind('@', phrase - 1);
+bool pickBefore(std::string_view phrase, std::string_view text, StringBuffer& address) {
+    const std::size_t place = findBytes(text, phrase);
+    if (place == npos || place == 0) return false;
+    const std::size_t at = text.rfind('@', place - 1);
     if (at == npos || at == 0) return false;
     // Only blanks and line feeds begin a word here; any white space ends it.
     const std::size_t before = text.find_last_of(" \n", at - 1);
@@ -141,32 +138,22 @@ void cleanCapturedAddress(StringBuffer& address) {
 void scanWords(const StringBuffer& text, StringBuffer& address) {
     constexpr std::size_t longestNotice = 3999;
     if (text.view().size() > longestNotice) return;
-    ExtPtrArraySb pieces;
-    text.split(pieces, ' ', false, false);
-    for (int i = 0; i < pieces.getSize(); ++i) {
-        StringBuffer* piece = pieces.elementAt(i);
-        if (!piece || !piece->containsChar('@')) continue;
-        piece->trim2();
-        address.setString(*piece);
-        stripSingleQuotes(address);
-        address.removeAnyOf(ByteSet("<>`;"));
-        address.trim2();
-        return;
-    }
+    const std::size_t sign = text.view().find('@');
+    if (sign == npos) return;
+    const std::string_view upToSign = text.view().substr(0, sign);
+    const std::size_t begin = upToSign.rfind(' ') + 1;  // 0 where there is no blank
+    const std::string_view word = text.view().substr(begin);
+    address.setString(ascii::trim(word.substr(0, word.find(' '))));
+    stripSingleQuotes(address);
+    address.removeAnyOf("<>`;");
+    address.trim2();
 }
 
-AttachedRecipient lookUpAttachedRecipient(Email2& email, StringBuffer& address) {
-    LogNull log;  // how the attachment is read is no step of the classification
-    SystemCertsHolder holder;
-    SystemCerts* certs = holder.getSystemCertsPtr();
-    if (!certs) return AttachedRecipient::noCertStore;
-    int status = 0;
-    const std::unique_ptr<Email2, BrixelDeleter> attached(
-        email.getAttachedMessage(0, status, *certs, log));
-    if (!attached) return AttachedRecipient::none;
-    address.clear();
-    attached->getRecipientAddrUtf8(1, 0, address);
-    return address.isEmpty() ? AttachedRecipient::none : AttachedRecipient::found;
+bool lookUpAttachedRecipient(const Entity& message, StringBuffer& address) {
+    const std::unique_ptr<Entity> attached = message.attached(0);
+    if (!attached) return false;
+    address.setString(attached->recipient("To", 0));
+    return !address.isEmpty();
 }
 
 }  // namespace bouncecheck

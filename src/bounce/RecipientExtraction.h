@@ -3,19 +3,17 @@
 #include <cstddef>
 #include <string_view>
 
-#include "text/StringBuffer.h"
+#include <bouncecheck/classes/StringBuffer.h>
 
 /// Finding the failed address in the free text of a bounce.
 namespace bouncecheck {
 
-class Email2;
+class Entity;
 struct Marker;
 
-inline constexpr const char* noLongerValid = "is no longer a valid email address";
-
-/// Appends to `address` the word with an '@' before `noLongerValid` in `text`.
+/// Appends to `address` the word with an '@' before the first `phrase` in `text`.
 /// False, with nothing appended, when there is none.
-bool pickBeforeNoLongerValid(std::string_view text, StringBuffer& address);
+bool pickBefore(std::string_view phrase, std::string_view text, StringBuffer& address);
 
 /// What a marker leads to.
 enum class MarkerOutcome {
@@ -57,9 +55,8 @@ void cleanCapturedAddress(StringBuffer& address);
 /// under 4000 bytes.
 void scanWords(const StringBuffer& text, StringBuffer& address);
 
-enum class AttachedRecipient { noCertStore, none, found };
-
-/// Sets `address` to the first To recipient of the message attached to `email`.
-AttachedRecipient lookUpAttachedRecipient(Email2& email, StringBuffer& address);
+/// Sets `address` to the first To recipient of the message attached to `message`; false
+/// when there is none.
+bool lookUpAttachedRecipient(const Entity& message, StringBuffer& address);
 
 }  // namespace bouncecheck

@@ -1,27 +1,18 @@
 #include <algorithm>
-#include <optional>
+#include <string>
 #include <string_view>
 
-#include "bounce/BounceCheck.h"
-#include "bounce/Verdict.h"
-#include "bounce/tables/SenderBlockedIndicators.h"
+#include "bounce/Checks.h"
 #include "bounce/tables/providers.h"
-#include "log/LogBase.h"
-#include "mime/Email2.h"
+#include "mime/Entity.h"
+#include "text/Ascii.h"
 #include "text/ByteSet.h"
-#include "text/DataBuffer.h"
 
-namespace bouncecheck {
+namespace bouncecheck::checks {
 namespace {
 
-StringBuffer headerField(const Email2& email, const char* name, LogBase& log) {
-    StringBuffer value;
-    email.getHeaderFieldUtf8(name, value, log);
-    return value;
-}
-
-bool hasField(const Email2& email, const char* name, LogBase& log) {
-    return !headerField(email, name, log).isEmpty();
+void takeSender(const Evidence& evidence, Finding& finding) {
+    finding.address.set(evidence.senderAddress.view(), AddressSource::sender);
 }
 
 /// The first word of `text`, behind white space.
@@ -31,212 +22,190 @@ std::string_view firstWord(std::string_view text) {
     return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 
-}  // namespace
-
-void BounceCheck::takeSender() { m_sbBounceAddr.setString(m_sbFromAddr); }
-
-void BounceCheck::takeWord(std::string_view text, std::string_view unwanted) {
-    const std::string_view word = firstWord(text);
-    if (word.find('@') == npos) return;
-    m_sbBounceAddr.setString(word);
-    m_sbBounceAddr.removeAnyOf(ByteSet(unwanted));
-    m_sbBounceAddr.trim2();
+/// Takes `text`, which is from the subject, without the `unwanted` bytes.
+void takeFromSubject(std::string_view text, std::string_view unwanted, FoundAddress& address) {
+    address.set(text, AddressSource::subject);
+    address.text.removeAnyOf(unwanted);
+    address.text.trim2();
 }
 
-int BounceCheck::checkSpecialSubjects(Email2& email, LogBase& log) {
-    if (const int type = checkSubjectForms(email, log)) return type;
-    if (subjectPhrases().hasNoCase("confirmation") &&
-        hasField(email, "X-WhiteList-Confirmation", log)) {
-        takeSender();
-        return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.1");
-    }
-    return BOUNCE_NONE;
+/// Takes the first word of `text`, if it holds an '@'.
+void takeWordFromSubject(std::string_view text, std::string_view unwanted, FoundAddress& address) {
+    const std::string_view word = firstWord(text);
+    if (word.find('@') != npos) takeFromSubject(word, unwanted, address);
 }
 
 /// Subjects of mail servers that name the failed address themselves.
-int BounceCheck::checkSubjectForms(Email2& email, LogBase& log) {
-    const std::string_view subject = m_sbSubject.view();
+int subjectForms(const Evidence& evidence, Finding& finding, LogBase& log) {
+    const std::string_view subject = evidence.subject.view();
+    FoundAddress& address = finding.address;
     const auto rest = [&](std::string_view form) { return subject.substr(form.size()); };
 
-    constexpr std::string_view userUnknown = "Returned mail: User unknown:";
-    if (subject.starts_with(userUnknown)) {
+    if (subject.starts_with("Returned mail: User unknown:")) {
         const std::size_t bracket = subject.find('<');
         if (bracket == npos) return BOUNCE_NONE;
-        m_sbBounceAddr.setString(subject.substr(bracket));
-        m_sbBounceAddr.removeCharOccurances('<');
-        m_sbBounceAddr.removeCharOccurances('>');
-        m_sbBounceAddr.trim2();
-        return decide(log, BOUNCE_HARD, "Bounce type 1.1");
+        takeFromSubject(subject.substr(bracket), "<>", address);
+        return finding.decide("1.1", log);
     }
     constexpr std::string_view deliveryFailure = "Delivery failure (";
     if (subject.starts_with(deliveryFailure)) {
-        m_sbBounceAddr.setString(rest(deliveryFailure));
-        m_sbBounceAddr.removeCharOccurances(')');
-        m_sbBounceAddr.trim2();
-        return decide(log, BOUNCE_HARD, "Bounce type 1.2");
+        takeFromSubject(rest(deliveryFailure), ")", address);
+        return finding.decide("1.2", log);
     }
     constexpr std::string_view unableToDeliver = "Unable to deliver to ";
     if (subject.starts_with(unableToDeliver)) {
-        takeWord(rest(unableToDeliver), "");
-        return decide(log, BOUNCE_HARD, "Bounce type 1.3");
+        takeWordFromSubject(rest(unableToDeliver), "", address);
+        return finding.decide("1.3", log);
     }
     constexpr std::string_view failureOfUser = "DELIVERY FAILURE: User ";
     if (subject.starts_with(failureOfUser)) {
         const std::string_view user = rest(failureOfUser);
         const std::size_t bracket = user.find('(');
-        if (bracket != npos) takeWord(user.substr(bracket + 1), "()");
-        return decide(log, BOUNCE_HARD, "Bounce type 1.4");
+        if (bracket != npos) takeWordFromSubject(user.substr(bracket + 1), "()", address);
+        return finding.decide("1.4", log);
     }
     if (subject == "Invalid E-Mail Address") {
-        m_sbBounceAddr.clear();
-        email.getHeaderFieldUtf8("original-recipient", m_sbBounceAddr, log);
-        m_sbBounceAddr.replaceAllOccurances("rfc822;", "");
-        m_sbBounceAddr.trim2();
-        if (!m_sbBounceAddr.isEmpty()) return decide(log, BOUNCE_HARD, "Bounce type 1.5");
-    }
-    return BOUNCE_NONE;
-}
-
-int BounceCheck::checkSpecialCases1(Email2& email, LogBase& log) {
-    const PhraseScan& name = fromNamePhrases();
-    const PhraseScan& sender = fromAddrPhrases();
-    const PhraseScan& subject = subjectPhrases();
-    const PhraseScan& data = dataPhrases();
-
-    if (email.hasHeaderMatchingUtf8("X-Autoreply", "yes", true, log) ||
-        name.hasNoCase("Autoresponder")) {
-        email.getFromAddrUtf8(m_sbBounceAddr);
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.15");
-    }
-    if (m_sbFromAddr.equalsIgnoreCase(providers::aolMailerDaemon)) {
-        if (const int type = checkAolBounce(log)) return type;
-    }
-    if (sender.hasNoCase(providers::challengeServiceSender)) {
-        if (const int type = checkChallengeService(email, log)) return type;
-    }
-
-    if (name.has("Bluebottle Verification System") ||         //
-        data.has("protected by Bluebottle") ||                //
-        subject.has("My spam filter requires") ||             //
-        name.has("Challenge Response") ||                     //
-        sender.has("rfxnoreply") ||                           //
-        data.has("one-time request to confirm") ||            //
-        data.has("To authenticate your email, go to") ||      //
-        (data.has("antispam") && data.has("captcha.jsp")) ||  //
-        data.has("MailInBlack")) {
-        if (m_sbBounceAddr.isEmpty()) takeSender();
-        return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.11");
-    }
-    if (m_sbSubject.equalsIgnoreCase("Out of office") || name.hasNoCase("Auto-reply") ||
-        data.has("We will get back to you within")) {
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.13");
+        StringBuffer recipient;
+        recipient.append(evidence.message.field("Original-Recipient"));
+        recipient.replaceAllOccurances("rfc822;", "");
+        recipient.trim2();
+        address.set(recipient.view(), AddressSource::header);
+        if (!address.isEmpty()) return finding.decide("1.5", log);
     }
     return BOUNCE_NONE;
 }
 
 /// This provider's bounces end in the local part of the failed address.
-int BounceCheck::checkAolBounce(LogBase& log) {
-    const std::size_t colon = m_sbBounceData.view().rfind(':');
+int aolBounce(const Evidence& evidence, Finding& finding, LogBase& log) {
+    const std::size_t colon = evidence.data.view().rfind(':');
     if (colon == npos) {
         log.LogInfo("No colon found.");
-        log.LogDataSb("sbBounceData", m_sbBounceData);
+        log.LogDataSb("sbBounceData", evidence.dataBuffer);
         return BOUNCE_NONE;
     }
     constexpr std::size_t longestLocalPart = 49;
     StringBuffer localPart;
-    localPart.append(ascii::trim(m_sbBounceData.view().substr(colon + 1)));
+    localPart.append(ascii::trim(evidence.data.view().substr(colon + 1)));
     if (localPart.containsChar(' ') || localPart.containsChar('\n') ||
         localPart.view().size() > longestLocalPart) {
         log.LogInfo("No email address found in AOL bounce.");
         log.LogDataSb("sb", localPart);
         return BOUNCE_NONE;
     }
-    m_sbBounceAddr.setString(localPart);
-    m_sbBounceAddr.append("@");
-    m_sbBounceAddr.append(providers::aolDomain);
-    StringBuffer matched;
-    if (containsIndicator(m_sbBounceData, SenderBlockedIndicators, matched)) {
-        return decide(log, BOUNCE_BLOCKED, "Bounce type 5.AOL");
+    localPart.append("@");
+    localPart.append(providers::aolDomain);
+    finding.address.set(localPart.view(), AddressSource::text);
+    if (const Match match = evidence.data.firstOf(SenderBlockedIndicators)) {
+        return finding.decide("5.AOL", log, match);
     }
-    return decide(log, BOUNCE_HARD, "Bounce type 1.AOL");
+    return finding.decide("1.AOL", log);
 }
 
-int BounceCheck::checkChallengeService(Email2& email, LogBase& log) {
-    if (m_sbFromName.containsChar('@')) {
-        m_sbBounceAddr.setString(m_sbFromName);
-        return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.6");
+int challengeService(const Evidence& evidence, Finding& finding, LogBase& log) {
+    if (contains(evidence.senderName.view(), "@")) {
+        finding.address.set(evidence.senderName.view(), AddressSource::sender);
+        return finding.decide("12.6", log);
     }
-    const StringBuffer errorsTo = headerField(email, "Errors-to", log);
-    if (!errorsTo.containsSubstringNoCase(providers::challengeServiceNoReply)) return BOUNCE_NONE;
-    if (subjectPhrases().has("(verification)")) {
-        return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.8");
-    }
-    return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.1");
+    const std::string errorsTo = evidence.message.field("Errors-To");
+    if (!containsNoCase(errorsTo, providers::challengeServiceNoReply)) return BOUNCE_NONE;
+    if (const Match match = evidence.firstOf("12.8")) return finding.decide("12.8", log, match);
+    return finding.decide("6.1", log);
 }
 
-int BounceCheck::checkSpecialCases2(Email2& email, LogBase& log) {
-    log.LogInfo("Checking specific headers...");
-    if (email.hasHeaderMatchingUtf8("X-Autoreply", "yes", true, log)) {
-        takeSender();
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.14");
-    }
-    if (hasField(email, "X-ChoiceMail-Registration-Request", log)) {
-        takeSender();
-        if (m_sbBounceAddr.containsSubstringNoCase("donotreply")) m_sbBounceAddr.clear();
-        return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.2");
-    }
-    if (headerField(email, "Reply-To", log).containsSubstringNoCase("webmaster-confirm")) {
-        checkEmailBody(email, log);  // for the address that it finds
-        return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.3");
-    }
-    if (hasField(email, "X-DSNContext", log)) return checkEmailBody(email, log);
-    if (headerField(email, "delivered-to", log).equalsIgnoreCase("autoresponder")) {
-        takeSender();
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.2");
-    }
+}  // namespace
 
-    DataBuffer effectiveBody;
-    email.getEffectiveBodyData(email, effectiveBody, log);
-    const bool isKnown = effectiveBody.view() == m_sbBounceData.view();
-    std::optional<PhraseScan> own;
-    const PhraseScan& body = isKnown ? dataPhrases() : own.emplace(effectiveBody.view());
-    if (body.hasNoCase("this is an auto response") ||
-        body.hasNoCase("This is an automatic reply")) {
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.3");
-    }
-    if (body.hasNoCase(providers::challengeWebHost)) {
-        log.LogInfo("Bounce type 12.12");
-        if (m_sbBounceAddr.isEmpty()) email.getRecipientAddrUtf8(1, 0, m_sbBounceAddr);
-        return BOUNCE_CHALLENGE;
+int specialSubjects(const Evidence& evidence, Finding& finding, LogBase& log) {
+    if (const int type = subjectForms(evidence, finding, log)) return type;
+    const Match match = evidence.firstOf("12.1");
+    if (match && evidence.message.hasField("X-WhiteList-Confirmation")) {
+        takeSender(evidence, finding);
+        return finding.decide("12.1", log, match);
     }
     return BOUNCE_NONE;
 }
 
-int BounceCheck::checkSpecialCases3(Email2& email, LogBase& log) {
-    if (hasField(email, "X-Apple-Unsubscribe", log)) {
-        takeSender();
-        return decide(log, BOUNCE_UNSUBSCRIBE, "Bounce type 9.01");
+int specialCases1(const Evidence& evidence, Finding& finding, LogBase& log) {
+    const bool isAutoReply =
+        evidence.message.hasFieldMatching("X-Autoreply", "yes", LetterCase::ignored);
+    const Match autoresponder = isAutoReply ? Match() : evidence.firstOf("6.15");
+    if (isAutoReply || autoresponder) {
+        finding.address.set(evidence.message.from().address, AddressSource::sender);
+        return finding.decide("6.15", log, autoresponder);
+    }
+    if (ascii::equalsNoCase(evidence.senderAddress.view(), providers::aolMailerDaemon)) {
+        if (const int type = aolBounce(evidence, finding, log)) return type;
+    }
+    if (evidence.firstOf("challenge service")) {
+        if (const int type = challengeService(evidence, finding, log)) return type;
+    }
+    if (const Match match = evidence.firstOf("12.11")) {
+        if (finding.address.isEmpty()) takeSender(evidence, finding);
+        return finding.decide("12.11", log, match);
+    }
+    const bool isOutOfOffice = ascii::equalsNoCase(evidence.subject.view(), "Out of office");
+    const Match away = isOutOfOffice ? Match() : evidence.firstOf("6.13");
+    if (isOutOfOffice || away) return finding.decide("6.13", log, away);
+    return BOUNCE_NONE;
+}
+
+int specialCases2(const Evidence& evidence, Finding& finding, LogBase& log) {
+    log.LogInfo("Checking specific headers...");
+    if (evidence.message.hasFieldMatching("X-Autoreply", "yes", LetterCase::ignored)) {
+        takeSender(evidence, finding);
+        return finding.decide("6.14", log);
+    }
+    if (evidence.message.hasField("X-ChoiceMail-Registration-Request")) {
+        takeSender(evidence, finding);
+        if (finding.address.text.containsSubstringNoCase("donotreply")) finding.address.clear();
+        return finding.decide("12.2", log);
+    }
+    if (containsNoCase(evidence.message.field("Reply-To"), "webmaster-confirm")) {
+        emailBody(evidence, finding, log);  // for the address that it finds
+        return finding.decide("12.3", log);
+    }
+    if (evidence.message.hasField("X-DSNContext")) return emailBody(evidence, finding, log);
+    if (ascii::equalsNoCase(evidence.message.field("Delivered-To"), "autoresponder")) {
+        takeSender(evidence, finding);
+        return finding.decide("6.2", log);
+    }
+
+    const std::string_view effectiveBody = evidence.message.effectiveBody().view();
+    const bool isKnown = effectiveBody == evidence.data.view();
+    const ScannedText own = evidence.scanned(TextOf::body, effectiveBody);
+    const ScannedText& body = isKnown ? evidence.data : own;
+    if (const Match match = body.firstOf("6.3")) return finding.decide("6.3", log, match);
+    if (const Match match = body.firstOf("12.12")) {
+        if (finding.address.isEmpty()) {
+            finding.address.set(evidence.message.recipient("To", 0), AddressSource::header);
+        }
+        return finding.decide("12.12", log, match);
+    }
+    return BOUNCE_NONE;
+}
+
+int specialCases3(const Evidence& evidence, Finding& finding, LogBase& log) {
+    if (evidence.message.hasField("X-Apple-Unsubscribe")) {
+        takeSender(evidence, finding);
+        return finding.decide("9.01", log);
     }
     // The value does not matter: "no" too is said by programs that answer.
-    if (hasField(email, "Auto-Submitted", log)) {
-        takeSender();
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.4");
+    if (evidence.message.hasField("Auto-Submitted")) {
+        takeSender(evidence, finding);
+        return finding.decide("6.4", log);
     }
-    if (headerField(email, "Precedence", log).equals("auto_reply")) {
-        takeSender();
-        if (dataPhrases().has("one-time inconvenience")) {
-            return decide(log, BOUNCE_CHALLENGE, "Bounce type 12.9");
+    if (evidence.message.field("Precedence") == "auto_reply") {
+        takeSender(evidence, finding);
+        if (const Match match = evidence.firstOf("12.9")) {
+            return finding.decide("12.9", log, match);
         }
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.5");
+        return finding.decide("6.5", log);
     }
-    if (headerField(email, "Reply-To", log).containsSubstringNoCase("challengereply")) {
-        takeSender();
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.6");
+    if (containsNoCase(evidence.message.field("Reply-To"), "challengereply")) {
+        takeSender(evidence, finding);
+        return finding.decide("6.6", log);
     }
-    if (fromAddrPhrases().hasNoCase("Autoresponder")) {
-        return decide(log, BOUNCE_AUTO_REPLY, "Bounce type 6.7");
-    }
+    if (const Match match = evidence.firstOf("6.7")) return finding.decide("6.7", log, match);
     return BOUNCE_NONE;
 }
 
-}  // namespace bouncecheck
+}  // namespace bouncecheck::checks

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/StringBuffer.h"
+#include <bouncecheck/classes/StringBuffer.h>
 
 namespace bouncecheck {
 

@@ -1,9 +1,9 @@
-#include "log/LogBase.h"
+#include <bouncecheck/LogBase.h>
 
 #include <charconv>
 #include <limits>
 
-#include "text/StringBuffer.h"
+#include <bouncecheck/classes/StringBuffer.h>
 
 namespace bouncecheck {
 

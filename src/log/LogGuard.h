@@ -1,6 +1,6 @@
 #pragma once
 
-#include "log/LogBase.h"
+#include <bouncecheck/LogBase.h>
 
 namespace bouncecheck {
 

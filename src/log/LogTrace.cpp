@@ -1,4 +1,4 @@
-#include "log/LogTrace.h"
+#include <bouncecheck/LogTrace.h>
 
 #include <utility>
 
@@ -35,12 +35,21 @@ void LogTrace::LeaveContext() {
 }
 
 void LogTrace::LogData(const char* tag, const char* value) {
-    events_.push_back({Kind::data, copyOf(tag), copyOf(value)});
+    events_.push_back({Kind::data, copyOf(tag), valueOf(value)});
+}
+
+ByteStore LogTrace::valueOf(const char* value) {
+    constexpr std::size_t shortValue = 4096;
+    const std::string_view text = ascii::viewOf(value);
+    if (text.size() <= shortValue) return ByteStore(std::string(text));
+    if (longValue_.view() != text) longValue_ = ByteStore::shared(std::string(text));
+    return longValue_;
 }
 
 std::vector<LogTrace::Event> LogTrace::takeEvents() noexcept {
     open_.clear();
     unopened_ = 0;
+    longValue_ = {};
     return std::exchange(events_, {});
 }
 

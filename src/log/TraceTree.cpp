@@ -1,6 +1,6 @@
-#include "log/TraceTree.h"
+#include <bouncecheck/TraceTree.h>
 
-#include "text/Ascii.h"
+#include "text/Controls.h"
 #include "text/Utf8.h"
 
 namespace bouncecheck {
@@ -17,31 +17,6 @@ std::string quoted(std::string_view value, std::size_t maxBytes) {
 
 }  // namespace
 
-std::string escapeControls(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        auto byte = static_cast<unsigned char>(text[i]);
-        // Terminals obey the controls U+0080 to U+009F too.
-        const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0u;
-        const bool isHighControl = byte == 0xC2 && next >= 0x80 && next < 0xA0;
-        if (!ascii::isControl(text[i]) && !isHighControl) {
-            out += text[i];
-        } else if (byte == '\n') {
-            out += "\\n";
-        } else if (byte == '\r') {
-            out += "\\r";
-        } else if (byte == '\t') {
-            out += "\\t";
-        } else {
-            if (isHighControl) byte = static_cast<unsigned char>(text[++i]);
-            out += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
-        }
-    }
-    return out;
-}
-
 std::string traceTree(std::span<const LogTrace::Event> events, const TreeStyle& style) {
     using Kind = LogTrace::Kind;
     std::string out;
@@ -57,7 +32,7 @@ std::string traceTree(std::span<const LogTrace::Event> events, const TreeStyle& 
             out += ':';
             ++level;
         } else if (event.kind == Kind::data) {
-            out.append(": ").append(quoted(event.value, style.maxValueBytes));
+            out.append(": ").append(quoted(event.value.view(), style.maxValueBytes));
         }
         if (i == style.markedEvent) out.append(style.mark);
         out += '\n';

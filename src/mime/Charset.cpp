@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
-#include <unordered_map>
+#include <iterator>
+#include <memory>
 #include <utility>
 #include <variant>
 
+#include <bouncecheck/Limits.h>
+#include "mime/CharsetNames.h"
 #include "mime/Iconv.h"
-#include "mime/Limits.h"
 #include "mime/SingleByteCharset.h"
 #include "mime/tables/WesternCharsets.h"
 #include "text/Ascii.h"
@@ -17,95 +18,64 @@
 namespace bouncecheck {
 namespace {
 
-struct Alias {
-    std::string_view inMail;
-    std::string_view inIconv;
-};
-
-/// Names that mail uses and iconv lacks, or has for a smaller set of
-/// characters than those who use the name in mail mean.
-constexpr Alias aliases[] = {
-    {"unicode", "utf-16"},        {"unicode-1-1-utf-7", "UTF-7"}, {"unicode-1-1-utf-8", "UTF-8"},
-    {"x-sjis", "CP932"},          {"shift_jis", "CP932"},         {"shift-jis", "CP932"},
-    {"gb2312", "GB18030"},        {"x-gbk", "GB18030"},           {"ks_c_5601-1987", "CP949"},
-    {"x-euc-jp", "EUC-JP"},       {"iso-8859-8-i", "ISO-8859-8"}, {"x-windows-949", "CP949"},
-    {"x-mac-roman", "MACINTOSH"}, {"csunicode", "utf-16"},
-};
-
-/// Whether iconv may be asked for the name, which comes from the message: what
-/// follows a '/' would be instructions to it.
-bool isCharsetName(std::string_view name) noexcept {
-    const auto allowed = [](char c) {
-        return ascii::isAlnum(c) || std::string_view("-_.:()+").find(c) != std::string_view::npos;
-    };
-    return !name.empty() && name.size() <= 64 && std::ranges::all_of(name, allowed);
-}
-
-/// The name that iconv knows a charset by; "" when it must not be asked.
-std::string iconvName(const std::string& name) {
-    // Charsets of the process rather than of mail.
-    for (const std::string_view internal : {"wchar_t", "internal", "char"}) {
-        if (name == internal) return {};
-    }
-    const auto alias = std::ranges::find(aliases, name, &Alias::inMail);
-    if (alias != std::end(aliases)) return std::string(alias->inIconv);
-    return isCharsetName(name) ? name : std::string();
-}
-
-/// How many bytes the smallest character of a charset takes.
-std::size_t unitSize(std::string_view name) noexcept {
-    const auto isOneOf = [&](std::initializer_list<std::string_view> stems) {
-        return std::ranges::any_of(stems, [&](auto stem) { return name.starts_with(stem); });
-    };
-    if (isOneOf({"utf-16", "utf16", "ucs-2", "ucs2", "iso-10646-ucs-2"})) return 2;
-    if (isOneOf({"utf-32", "utf32", "ucs-4", "ucs4", "iso-10646-ucs-4"})) return 4;
-    return 1;
-}
-
-/// The name of a charset whose texts begin with a mark of their byte order, with that
-/// order; the mark is taken off `bytes`. A conversion of iconv without it goes by the
-/// mark of its first text for ever. What has no mark is mostly little-endian.
-std::string withByteOrder(std::string name, std::string_view& bytes) {
-    struct Wide {
-        std::string_view name;
-        std::string_view otherName;
+/// The charset that a text is in whose byte order a mark at its start states; the mark is
+/// removed from `bytes`. Asked for the charset itself, iconv goes by the mark of its first
+/// text for ever. What has no mark is mostly little-endian.
+const Charset* withByteOrder(const Charset* charset, std::string_view& bytes) {
+    struct Marked {
+        std::string_view charset;
+        std::string_view bigEndian;
         std::string_view bigEndianMark;
+        std::string_view littleEndian;
         std::string_view littleEndianMark;
     };
     using namespace std::string_view_literals;
-    constexpr std::array<Wide, 2> wides = {
-        {{"utf-16", "utf16", "\xFE\xFF", "\xFF\xFE"},
-         {"utf-32", "utf32", "\0\0\xFE\xFF"sv, "\xFF\xFE\0\0"sv}}};
-    for (const Wide& wide : wides) {
-        if (name != wide.name && name != wide.otherName) continue;
-        const bool isBig = bytes.starts_with(wide.bigEndianMark);
-        if (isBig || bytes.starts_with(wide.littleEndianMark)) {
-            bytes.remove_prefix(wide.bigEndianMark.size());
+    constexpr std::array<Marked, 2> all = {
+        {{"UTF-16", "utf-16be", "\xFE\xFF", "utf-16le", "\xFF\xFE"},
+         {"UTF-32", "utf-32be", "\0\0\xFE\xFF"sv, "utf-32le", "\xFF\xFE\0\0"sv}}};
+    for (const Marked& marked : all) {
+        if (charset->iconvName != marked.charset) continue;
+        const bool isBig = bytes.starts_with(marked.bigEndianMark);
+        if (isBig || bytes.starts_with(marked.littleEndianMark)) {
+            bytes.remove_prefix(marked.bigEndianMark.size());
         }
-        return std::string(wide.name).append(isBig ? "be" : "le");
+        return charsetOf(isBig ? marked.bigEndian : marked.littleEndian);
     }
-    return name;
+    return charset;
 }
 
 /// How a charset that the C library knows is read: by a table, if that can be.
-using Conversion = std::variant<UpperHalf, Iconv>;
+using Conversion = std::variant<UpperHalf, ByteMeanings, Iconv>;
+
+Conversion cheapest(Iconv opened) {
+    const auto meanings = opened.byteMeanings();
+    if (!meanings) return opened;
+    constexpr std::size_t half = std::tuple_size_v<UpperHalf>;
+    for (std::uint32_t byte = 0; byte < half; ++byte) {
+        if ((*meanings)[byte] != byte) return *meanings;
+    }
+    UpperHalf upper;
+    std::copy(meanings->begin() + half, meanings->end(), upper.begin());
+    return upper;
+}
 
 /// That of a charset, or null when the library does not know it. This thread keeps
 /// it: opening one takes longer than most texts do, a hundred times as long when the
-/// library has to load the charset, and there are only so many.
-Conversion* conversionOf(const std::string& charset) {
-    thread_local std::unordered_map<std::string, Conversion> kept;
-    if (const auto known = kept.find(charset); known != kept.end()) return &known->second;
-    Iconv opened(charset);
+/// library has to load the charset. It keeps no more than the table has.
+Conversion* conversionOf(const Charset& charset) {
+    thread_local std::array<std::unique_ptr<Conversion>, std::size(charsets)> kept;
+    std::unique_ptr<Conversion>& conversion = kept[static_cast<std::size_t>(&charset - charsets)];
+    if (conversion) return conversion.get();
+    Iconv opened(charset.iconvName);
     if (!opened.isOpen()) return nullptr;
-    if (const auto upper = opened.upperHalf()) return &kept.emplace(charset, *upper).first->second;
-    return &kept.emplace(charset, std::move(opened)).first->second;
+    conversion = std::make_unique<Conversion>(cheapest(std::move(opened)));
+    return conversion.get();
 }
 
 }  // namespace
 
 std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_view charset) {
-    const std::string name = ascii::lowerCase(ascii::trim(charset));
+    const std::string name = canonicalCharsetName(charset);
     const bool hasEightBit = asciiPrefix(bytes) < bytes.size();
     if (name == "utf-8" || name == "utf8") {
         if (!hasEightBit || isUtf8(bytes)) return std::nullopt;
@@ -118,17 +88,17 @@ std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_v
         if (!hasEightBit || isUtf8(bytes)) return std::nullopt;
         return decodeSingleBytes(bytes, western->upper);
     }
-    const std::string known = iconvName(name);
-    if (known.empty()) return std::nullopt;
-    const std::size_t unit = unitSize(known);
-    if (unit == 1 && hasEightBit && isUtf8(bytes)) return std::nullopt;
-    Conversion* const conversion = conversionOf(withByteOrder(known, bytes));
+    const Charset* known = charsetOf(name);
+    if (!known || (known->unit == 1 && hasEightBit && isUtf8(bytes))) return std::nullopt;
+    known = withByteOrder(known, bytes);
+    Conversion* const conversion = conversionOf(*known);
     if (!conversion) return std::nullopt;
-    if (const auto* upper = std::get_if<UpperHalf>(conversion)) {
-        if (!hasEightBit) return std::nullopt;
-        return decodeSingleBytes(bytes, *upper);
+    if (auto* iconv = std::get_if<Iconv>(conversion)) return iconv->convert(bytes, known->unit);
+    if (const auto* meanings = std::get_if<ByteMeanings>(conversion)) {
+        return decodeSingleBytes(bytes, *meanings);
     }
-    return std::get<Iconv>(*conversion).convert(bytes, unit);
+    if (!hasEightBit) return std::nullopt;
+    return decodeSingleBytes(bytes, std::get<UpperHalf>(*conversion));
 }
 
 std::string toUtf8(std::string bytes, std::string_view charset) {

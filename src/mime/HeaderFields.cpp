@@ -45,6 +45,11 @@ bool isMailboxLine(std::string_view line) noexcept {
     return line.starts_with("From ") || line.starts_with(">From ");
 }
 
+/// Whether `field` is a folded line, which goes on with a field if there is one.
+bool isContinuation(std::string_view field) noexcept {
+    return ascii::isBlank(field.front()) && !ascii::trim(field).empty();
+}
+
 /// `text` without the white space at both ends.
 std::string trimmed(std::string text) {
     text.resize(ascii::trimRight(text).size());
@@ -107,8 +112,8 @@ HeaderFields HeaderFields::ofMessage(std::string_view text, std::size_t limit, s
     return block;
 }
 
-HeaderFields HeaderFields::ofReport(std::string_view text) {
-    return read(text, OtherLines::areSkipped, limits::headerFields, usualFields);
+HeaderFields HeaderFields::ofReport(std::string_view text, std::size_t limit) {
+    return read(text, OtherLines::areSkipped, limit, usualFields);
 }
 
 HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, std::size_t limit,
@@ -131,7 +136,8 @@ HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, st
             if (block.fields_.size() < limit) {
                 block.fields_.push_back({field.substr(0, name), field.substr(colon + 1)});
             }
-        } else if (otherLines == OtherLines::endBlock && !isMailboxLine(field)) {
+        } else if (otherLines == OtherLines::endBlock && !isMailboxLine(field) &&
+                   !isContinuation(field)) {
             break;
         }
         rest.remove_prefix(length);

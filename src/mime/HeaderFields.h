@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "mime/Limits.h"
+#include <bouncecheck/Limits.h>
 
 namespace bouncecheck {
 
@@ -24,6 +24,9 @@ struct HeaderField {
     /// `unfolded` with its encoded words decoded, trimmed: the value as a person
     /// reads it.
     std::string decoded() const;
+
+    /// Whether the value is longer than `limits::fieldValue`, up to where it is read.
+    bool isCut() const noexcept { return rawValue.size() > limits::fieldValue; }
 };
 
 /// The fields of a block of header lines, in order.
@@ -42,17 +45,17 @@ public:
     static std::size_t startIn(std::string_view text);
 
     /// The header block that `text` begins with. It ends at the first blank
-    /// line, which it takes along, or at the first line that is neither a field
+    /// line, which belongs to it, or at the first line that is neither a field
     /// nor one of the "From " lines of mailboxes: a body without a blank line
-    /// before it. A text without header yields no fields, and no size unless it
-    /// begins with a blank line.
+    /// before it. A folded line without a field before it is skipped. A text without
+    /// header yields no fields, and no size unless it begins with a blank line.
     /// `limit` is how many fields are kept, `usual` how many to make room for at once.
     static HeaderFields ofMessage(std::string_view text, std::size_t limit = limits::headerFields,
                                   std::size_t usual = usualFields);
 
-    /// All fields of `text`, whose groups are divided by blank lines, as in the
-    /// bodies of reports (RFC 3464). Other lines are passed over.
-    static HeaderFields ofReport(std::string_view text);
+    /// The first `limit` fields of `text`, whose groups are divided by blank lines, as in
+    /// the bodies of reports (RFC 3464). Other lines are passed over.
+    static HeaderFields ofReport(std::string_view text, std::size_t limit = limits::headerFields);
 
     /// The first field of that name, or null.
     const HeaderField* find(std::string_view name) const noexcept;

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+#include <bouncecheck/Limits.h>
 #include "mime/Charset.h"
-#include "mime/Limits.h"
 #include "mime/tables/HtmlEntities.h"
 #include "text/Ascii.h"
 #include "text/ByteSet.h"

@@ -3,15 +3,31 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <new>
 
-#include "mime/Limits.h"
+#include <bouncecheck/Limits.h>
 #include "text/Utf8.h"
 
 namespace bouncecheck {
 
-Iconv::Iconv(const std::string& charset) {
-    const iconv_t handle = iconv_open("UTF-8", charset.c_str());
-    if (handle != reinterpret_cast<iconv_t>(-1)) handle_.reset(handle);
+void Iconv::open() {
+    handle_.reset();
+    iconv_t handle = iconv_open("UTF-8", charset_);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the value for a failure
+    if (handle != reinterpret_cast<iconv_t>(-1)) {
+        handle_.reset(handle);
+    } else if (errno == ENOMEM) {
+        throw std::bad_alloc();
+    }
+}
+
+void Iconv::reset() {
+#ifdef __GLIBC__
+    iconv(handle_.get(), nullptr, nullptr, nullptr, nullptr);
+#else
+    open();  // musl keeps the shift state
+    if (!handle_) throw std::bad_alloc();
+#endif
 }
 
 std::string Iconv::convert(std::string_view bytes, std::size_t unit) {
@@ -28,7 +44,8 @@ std::string Iconv::convert(std::string_view bytes, std::size_t unit) {
         std::size_t room = chunk.size();
         const std::size_t result = iconv(handle_.get(), from, fromLeft, &to, &room);
         const int error = result == static_cast<std::size_t>(-1) ? errno : 0;
-        out.append(chunk.data(), chunk.size() - room);
+        // The GNU C Library makes five or six bytes of numbers that are no character's.
+        appendWellFormed(out, {chunk.data(), chunk.size() - room});
         return error;
     };
     while (left > 0 && out.size() + left < most) {
@@ -44,9 +61,9 @@ std::string Iconv::convert(std::string_view bytes, std::size_t unit) {
     return out;
 }
 
-std::optional<UpperHalf> Iconv::upperHalf() {
-    UpperHalf upper;
-    for (std::uint32_t byte = 0; byte < 2 * upper.size(); ++byte) {
+std::optional<ByteMeanings> Iconv::byteMeanings() {
+    ByteMeanings meanings;
+    for (std::uint32_t byte = 0; byte < meanings.size(); ++byte) {
         reset();
         char in = static_cast<char>(byte);
         char* from = &in;
@@ -59,15 +76,10 @@ std::optional<UpperHalf> Iconv::upperHalf() {
         if (failed && errno != EILSEQ) return std::nullopt;  // more bytes are to come
         const std::string_view character(out.data(), out.size() - room);
         if (!failed && !isOneCharacter(character)) return std::nullopt;
-        const std::uint32_t meant = failed ? noCharacter : codePointOf(character);
-        if (byte >= upper.size()) {
-            upper[byte - upper.size()] = meant;
-        } else if (meant != byte) {
-            return std::nullopt;
-        }
-        if (meant > 0xFFFF) return std::nullopt;
+        meanings[byte] = failed ? noCharacter : codePointOf(character);
+        if (meanings[byte] > 0xFFFF) return std::nullopt;
     }
-    return upper;
+    return meanings;
 }
 
 }  // namespace bouncecheck

@@ -14,8 +14,8 @@ namespace bouncecheck {
 /// A conversion of the C library, from one charset to UTF-8.
 class Iconv {
 public:
-    /// `charset`: a name as the library knows it.
-    explicit Iconv(const std::string& charset);
+    /// `charset`: a name as the library knows it, which outlives this.
+    explicit Iconv(const char* charset) : charset_(charset) { open(); }
 
     /// False when the library does not know the charset.
     bool isOpen() const noexcept { return handle_ != nullptr; }
@@ -25,18 +25,19 @@ public:
     /// `limits::charsetGrowth`.
     std::string convert(std::string_view bytes, std::size_t unit);
 
-    /// What the bytes from 128 stand for, when each byte stands for itself alone and
-    /// those below are ASCII.
-    std::optional<UpperHalf> upperHalf();
+    /// What each byte stands for, when none needs others beside it.
+    std::optional<ByteMeanings> byteMeanings();
 
 private:
     struct Close {
         void operator()(void* handle) const noexcept { iconv_close(handle); }
     };
 
+    void open();
     /// Forgets the text before.
-    void reset() noexcept { iconv(handle_.get(), nullptr, nullptr, nullptr, nullptr); }
+    void reset();
 
+    const char* charset_;
     std::unique_ptr<void, Close> handle_;
 };
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "mime/Limits.h"
+#include <bouncecheck/Limits.h>
 #include "text/Search.h"
 
 namespace bouncecheck {

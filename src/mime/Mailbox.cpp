@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include <bouncecheck/Limits.h>
 #include "mime/Comment.h"
 #include "mime/EncodedWords.h"
-#include "mime/Limits.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -307,6 +307,19 @@ std::vector<Mailbox> parseMailboxes(std::string_view field, std::size_t limit) {
         if (!inside.empty()) mailbox = std::move(inside.front());
     }
     return mailboxes;
+}
+
+Mailbox parseSender(std::string_view field) {
+    std::vector<Mailbox> mailboxes = parseMailboxes(field, 1);
+    if (mailboxes.empty()) return {};
+    Mailbox& sender = mailboxes.front();
+    // Names of people have a blank or a comma. Quotes and encoded words, which names have too,
+    // stand in the field but not in what was read of it.
+    const bool isLoneWord =
+        sender.address.empty() && !sender.name.empty() && sender.name == ascii::trim(field) &&
+        std::ranges::none_of(sender.name, [](char c) { return ascii::isSpace(c) || c == ','; });
+    if (isLoneWord) std::swap(sender.address, sender.name);
+    return std::move(sender);
 }
 
 }  // namespace bouncecheck

@@ -24,4 +24,9 @@ struct Mailbox {
 /// `field` is unfolded, its encoded words as they are. Linear in its size.
 std::vector<Mailbox> parseMailboxes(std::string_view field, std::size_t limit);
 
+/// The first mailbox of a From field, as above; one without name and address when there is
+/// none. A field of one word is an address rather than a name: a user of the host that
+/// wrote it, such as MAILER-DAEMON.
+Mailbox parseSender(std::string_view field);
+
 }  // namespace bouncecheck

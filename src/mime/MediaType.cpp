@@ -8,9 +8,10 @@
 #include <tuple>
 #include <utility>
 
+#include <bouncecheck/Limits.h>
 #include "mime/Charset.h"
+#include "mime/CharsetNames.h"
 #include "mime/Comment.h"
-#include "mime/Limits.h"
 #include "text/Ascii.h"
 #include "text/HexEscapes.h"
 #include "text/Search.h"
@@ -176,8 +177,11 @@ std::string_view ParameterizedValue::parameter(std::string_view name) const noex
     return found == parameters_.end() ? std::string_view() : found->value;
 }
 
-MediaType::MediaType(std::string_view value, std::string_view defaultType) : value_(value) {
-    const std::string_view head = value_.head();
+MediaType::MediaType(std::string_view value, std::string_view defaultType) {
+    const ParameterizedValue parsed(value);
+    boundary_ = parsed.parameter("boundary");
+    charset_ = canonicalCharsetName(parsed.parameter("charset"));
+    const std::string_view head = parsed.head();
     const std::size_t slash = head.find('/');
     const bool isWellFormed =
         slash != npos && isToken(head.substr(0, slash)) && isToken(head.substr(slash + 1));

@@ -49,14 +49,16 @@ public:
     bool is(std::string_view name) const noexcept { return name_ == name; }
     /// Whether the type before the slash is `type`.
     bool isOf(std::string_view type) const noexcept;
-    /// As in ParameterizedValue.
-    std::string_view parameter(std::string_view name) const noexcept {
-        return value_.parameter(name);
-    }
+    /// The parameter boundary; "" when there is none (RFC 2046, section 5.1.1).
+    std::string_view boundary() const noexcept { return boundary_; }
+    /// The canonical name of the parameter charset; see canonicalCharsetName.
+    std::string_view charset() const noexcept { return charset_; }
 
 private:
-    ParameterizedValue value_;
+    // No other parameter is asked for, and there may be as many types as parts.
     std::string name_;
+    std::string boundary_;
+    std::string charset_;
 };
 
 }  // namespace bouncecheck

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "mime/Email2.h"
-#include "mime/Limits.h"
+#include <bouncecheck/Limits.h>
+#include "mime/Entity.h"
 #include "mime/LineEnds.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -12,14 +12,14 @@ namespace bouncecheck {
 namespace {
 
 std::string delimiterOf(const MediaType& type) {
-    const std::string_view boundary = ascii::trimRight(type.parameter("boundary"));
+    const std::string_view boundary = ascii::trimRight(type.boundary());
     if (!type.isOf("multipart") || boundary.empty()) return {};
     return std::string("--").append(boundary);
 }
 
 }  // namespace
 
-void MimeTreeBuilder::build(Email2& root, std::string_view text, std::size_t headerStart) {
+void MimeTreeBuilder::build(Entity& root, std::string_view text, std::size_t headerStart) {
     MimeTreeBuilder builder(text);
     builder.open_.reserve(4);
     builder.open(root, headerStart, "text/plain");
@@ -46,7 +46,7 @@ std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
     return npos;
 }
 
-void MimeTreeBuilder::open(Email2& entity, std::size_t headerStart, std::string_view defaultType) {
+void MimeTreeBuilder::open(Entity& entity, std::size_t headerStart, std::string_view defaultType) {
     // There may be thousands of parts, with a field or two each.
     const std::size_t usual = open_.empty() ? HeaderFields::usualFields : 4;
     entity.readHeader(
@@ -84,9 +84,9 @@ bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
             return true;
         }
         ++parts_;
-        Email2& parent = *open_[i].entity;
+        Entity& parent = *open_[i].entity;
         if (parent.parts_.empty()) parent.parts_.reserve(4);
-        parent.parts_.push_back(std::make_unique<Email2>());
+        parent.parts_.push_back(std::make_unique<Entity>());
         parent.parts_.back()->source_ = parent.source_;
         const std::size_t lineStop = findCrLf(text_, position_);
         const std::size_t partStart = lineStop == npos ? text_.size() : lineStop + crLf.size();

@@ -7,7 +7,7 @@
 
 namespace bouncecheck {
 
-class Email2;
+class Entity;
 
 /// Takes the text of a message apart into its tree of entities (RFC 2046,
 /// section 5.1), in one pass over its lines and without recursion.
@@ -19,11 +19,11 @@ class MimeTreeBuilder {
 public:
     /// `text` has CRLF line ends and outlives `root`, whose header begins at
     /// `headerStart`.
-    static void build(Email2& root, std::string_view text, std::size_t headerStart);
+    static void build(Entity& root, std::string_view text, std::size_t headerStart);
 
 private:
     struct OpenEntity {
-        Email2* entity;
+        Entity* entity;
         std::size_t bodyStart;
         /// "--" and the boundary; empty for a leaf, or when no delimiter counts
         /// any more.
@@ -32,7 +32,7 @@ private:
 
     explicit MimeTreeBuilder(std::string_view text) noexcept : text_(text) {}
 
-    void open(Email2& entity, std::size_t headerStart, std::string_view defaultType);
+    void open(Entity& entity, std::size_t headerStart, std::string_view defaultType);
     /// Ends all entities above the first `keep`, whose text goes up to `end`.
     void closeDownTo(std::size_t keep, std::size_t end);
     /// Acts on a line that begins with "--" if it is a delimiter.

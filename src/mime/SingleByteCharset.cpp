@@ -1,6 +1,8 @@
 #include "mime/SingleByteCharset.h"
 
-#include "mime/Limits.h"
+#include <algorithm>
+
+#include <bouncecheck/Limits.h>
 #include "text/Ascii.h"
 #include "text/Utf8.h"
 
@@ -27,6 +29,18 @@ std::string decodeSingleBytes(std::string_view bytes, const UpperHalf& upper) {
         for (; !bytes.empty() && !ascii::isAscii(bytes.front()); bytes.remove_prefix(1)) {
             appendUtf8(out, meant(bytes.front()));
         }
+    }
+    return out;
+}
+
+std::string decodeSingleBytes(std::string_view bytes, const ByteMeanings& meanings) {
+    const std::size_t most = bytes.size() + limits::charsetGrowth;
+    constexpr std::size_t longest = 3;  // of UTF-8, below U+10000
+    std::string out;
+    out.reserve(std::min(longest * bytes.size(), most));
+    for (const char byte : bytes) {
+        if (out.size() + longest > most) break;
+        appendUtf8(out, meanings[static_cast<unsigned char>(byte)]);
     }
     return out;
 }

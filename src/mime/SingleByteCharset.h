@@ -14,8 +14,12 @@ inline constexpr std::uint32_t noCharacter = 0xFFFD;
 /// that the byte 128 + index stands for, below U+10000.
 using UpperHalf = std::array<std::uint32_t, 128>;
 
+/// A charset of single bytes: the code point that each stands for, below U+10000.
+using ByteMeanings = std::array<std::uint32_t, 256>;
+
 /// `bytes` in UTF-8. Ends where that becomes longer than `bytes` by more than
 /// `limits::charsetGrowth`.
 std::string decodeSingleBytes(std::string_view bytes, const UpperHalf& upper);
+std::string decodeSingleBytes(std::string_view bytes, const ByteMeanings& meanings);
 
 }  // namespace bouncecheck

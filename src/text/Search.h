@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include <bouncecheck/LetterCase.h>
+
 #include "text/Ascii.h"
 
 /// Substring search over texts of known length: NUL bytes are ordinary, and
@@ -10,9 +12,6 @@
 namespace bouncecheck {
 
 inline constexpr std::size_t npos = std::string_view::npos;
-
-/// Whether a comparison tells capital and small ASCII letters apart.
-enum class LetterCase { exact, ignored };
 
 /// The trailing flag of the text operations: true ignores letter case.
 constexpr LetterCase letterCase(bool ignoreCase) noexcept {

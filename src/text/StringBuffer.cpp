@@ -1,11 +1,10 @@
-#include "text/StringBuffer.h"
+#include <bouncecheck/classes/StringBuffer.h>
 
 #include <algorithm>
 
+#include <bouncecheck/classes/DataBuffer.h>
 #include "text/Ascii.h"
 #include "text/ByteSet.h"
-#include "text/DataBuffer.h"
-#include "text/ExtPtrArray.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -36,10 +35,7 @@ void StringBuffer::setString(const StringBuffer& other) {
         setString(other.view());
     }
 }
-void StringBuffer::setString(std::string_view s) {
-    ++revision_;
-    text_.assign(s);
-}
+void StringBuffer::setString(std::string_view s) { text_.assign(s); }
 
 void StringBuffer::append(const char* s) { append(viewOf(s)); }
 void StringBuffer::append(const StringBuffer& other) { append(other.text_); }
@@ -51,21 +47,14 @@ void StringBuffer::append(const ByteStore& bytes) {
         append(bytes.view());
     }
 }
-void StringBuffer::append(std::string_view s) {
-    ++revision_;
-    text_.append(s);
-}
+void StringBuffer::append(std::string_view s) { text_.append(s); }
 void StringBuffer::appendN(const char* p, unsigned n) {
     if (p) append(std::string_view(p, n));
 }
 
-void StringBuffer::hold(const ByteStore& bytes) {
-    ++revision_;
-    text_ = bytes.stretch(bytes.view());
-}
+void StringBuffer::hold(const ByteStore& bytes) { text_ = bytes.stretch(bytes.view()); }
 
 void StringBuffer::handOut(StringBuffer& other) {
-    ++revision_;
     text_.makeShared();
     if (text_.isMostOfItsText()) {
         other.hold(text_);
@@ -74,10 +63,7 @@ void StringBuffer::handOut(StringBuffer& other) {
     }
 }
 
-void StringBuffer::clear() noexcept {
-    ++revision_;
-    text_ = ByteStore();
-}
+void StringBuffer::clear() noexcept { text_ = ByteStore(); }
 
 bool StringBuffer::equals(const char* s) const noexcept { return view() == viewOf(s); }
 
@@ -133,8 +119,9 @@ unsigned StringBuffer::countCharOccurances(char c) const noexcept {
 
 void StringBuffer::removeCharOccurances(char c) { std::erase(changing(), c); }
 
-void StringBuffer::removeAnyOf(const ByteSet& bytes) {
-    std::erase_if(changing(), [&](char c) { return bytes.contains(c); });
+void StringBuffer::removeAnyOf(std::string_view bytes) {
+    const ByteSet unwanted(bytes);
+    std::erase_if(changing(), [&](char c) { return unwanted.contains(c); });
 }
 
 void StringBuffer::replaceAllOccurances(const char* from, const char* to) {
@@ -195,20 +182,6 @@ void StringBuffer::chopAtSubstr(const char* s, bool ignoreCase) {
 void StringBuffer::shorten(unsigned n) {
     const std::size_t size = view().size();
     changing().resize(size - std::min<std::size_t>(n, size));
-}
-
-void StringBuffer::split(ExtPtrArraySb& out, char separator, bool exceptDoubleQuoted,
-                         bool trimEach) const {
-    bool quoted = false;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i <= view().size(); ++i) {
-        const bool atEnd = i == view().size();
-        if (!atEnd && exceptDoubleQuoted && view()[i] == '"') quoted = !quoted;
-        if (!atEnd && (quoted || view()[i] != separator)) continue;
-        const std::string_view field = view().substr(start, i - start);
-        out.appendSb(trimEach ? ascii::trim(field) : field);
-        start = i + 1;
-    }
 }
 
 }  // namespace bouncecheck

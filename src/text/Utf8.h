@@ -20,7 +20,7 @@ constexpr bool continuesCharacter(char c) noexcept {
 }
 
 /// The start of `text` of at most `most` bytes that ends with a whole character;
-/// just so many of a text that is no UTF-8.
+/// exactly `most` bytes of a text that is no UTF-8.
 std::string_view wholeCharacters(std::string_view text, std::size_t most) noexcept;
 
 /// Whether `text` is well-formed UTF-8 of one character.
@@ -36,6 +36,26 @@ std::size_t asciiPrefix(std::string_view text) noexcept;
 /// stretch that would make it longer than `text` by more than `mostGrowth` bytes.
 void appendWellFormed(std::string& out, std::string_view text,
                       std::size_t mostGrowth = std::string_view::npos);
+
+/// Calls `take` with what `appendWellFormed` makes of `text`, a few KB at a time, so
+/// that a text of megabytes is not in memory twice. A piece ends with a whole
+/// character, and is valid until `take` returns.
+template <class Take>
+void takeWellFormed(std::string_view text, Take take) {
+    constexpr std::size_t pieceBytes = 16384;
+    std::string wellFormed;
+    while (!text.empty()) {
+        const std::string_view piece = wholeCharacters(text, pieceBytes);
+        text.remove_prefix(piece.size());
+        if (isUtf8(piece)) {
+            take(piece);
+            continue;
+        }
+        wellFormed.clear();
+        appendWellFormed(wellFormed, piece);
+        take(std::string_view(wellFormed));
+    }
+}
 
 /// U+FFFD, the mark of a byte that could not be decoded.
 inline constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";

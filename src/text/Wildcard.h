@@ -11,9 +11,4 @@ namespace bouncecheck {
 /// Linear in text plus pattern.
 bool wildcardMatch(std::string_view text, std::string_view pattern, LetterCase letters);
 
-/// The same over C strings; null reads as "".
-inline bool wildcardMatch(const char* text, const char* pattern, bool ignoreCase) {
-    return wildcardMatch(ascii::viewOf(text), ascii::viewOf(pattern), letterCase(ignoreCase));
-}
-
 }  // namespace bouncecheck

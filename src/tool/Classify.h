@@ -7,72 +7,76 @@
 #include <string_view>
 #include <vector>
 
-#include "bounce/BounceCheck.h"
-#include "facts/Facts.h"
-#include "log/LogTrace.h"
+#include <bouncecheck/bouncecheck.h>
+
 #include "tool/sources/Sources.h"
 
 namespace bouncecheck {
 
-/// Everything that the outputs show of one classified message.
-struct Classified {
+/// Everything that the outputs show of one message: the verdict, and what identifies the
+/// message, which is known from the beginning, so that a problem can be reported whatever
+/// fails.
+struct Classified : Verdict {
     std::string source;
     std::uint64_t index = 1;
     bool inMailbox = false;
-    int type = 0;
-    /// The label of the deciding rule; "" when it has none.
-    std::string label;
-    std::string address;
-    std::string data;
-    /// The phrase that the deciding rule says it found; "" when it says none.
-    std::string phrase;
     std::string subject;
     std::string from;
     std::string date;
     std::string messageId;
+    std::vector<Recipient> recipients;
     Facts facts;
     /// Empty unless it was asked for.
     std::vector<LogTrace::Event> trace;
-    /// The bytes of the message; empty unless they were asked for.
+    /// The index of the last event of the trace that names what decided; the number of
+    /// events when there is none.
+    std::size_t decidingEvent = 0;
+    /// The bytes of the message; empty once it is classified, unless they were asked for.
     std::string bytes;
     double progress = 0;
-    /// Why there is no verdict; "" when there is one.
-    std::string problem;
+    /// Why there is no verdict, as a literal; "" when there is one.
+    std::string_view problem;
     std::size_t size = 0;
 };
 
-/// The index of the last event that names the deciding rule: its label, or the
-/// type that the rule table gave. The number of events when there is none.
-std::size_t decidingEvent(std::span<const LogTrace::Event> events) noexcept;
+/// What is known of a message before it is classified.
+Classified asRead(SourceMessage message) noexcept;
 
 /// What to put into `Classified` beyond the verdict; each costs time.
 struct Wanted {
+    bool recipients = false;
     bool facts = false;
     /// The fields of the message's own header.
     bool header = false;
+    /// The text decided upon.
     bool data = false;
     bool trace = false;
     bool bytes = false;
 
     /// What either asks for.
     constexpr Wanted operator|(const Wanted& o) const noexcept {
-        return {facts || o.facts, header || o.header, data || o.data, trace || o.trace,
-                bytes || o.bytes};
+        return {recipients || o.recipients, facts || o.facts, header || o.header, data || o.data,
+                trace || o.trace,           bytes || o.bytes};
     }
 };
 
-/// Classifies messages, one at a time.
-class Classifier {
+/// Classifies messages, one at a time, and finds what is wanted of them.
+class ToolClassifier {
 public:
-    explicit Classifier(Wanted wanted) noexcept : wanted_(wanted) {}
+    /// `verp` has the forms of the addresses that the mail came back to, and must outlive the
+    /// classifier.
+    explicit ToolClassifier(Wanted wanted, std::span<const VerpPattern> verp = {})
+        : wanted_(wanted), verp_(verp) {}
 
-    Classified classify(SourceMessage message);
+    /// Completes `message`, which has its bytes. A failure becomes its problem.
+    void classify(Classified& message) noexcept;
 
 private:
     void decide(std::string bytes, Classified& result);
 
     Wanted wanted_;
-    BounceCheck check_;
+    std::span<const VerpPattern> verp_;
+    Classifier classifier_;
 };
 
 }  // namespace bouncecheck

@@ -1,27 +1,39 @@
 #include "tool/ListPhrases.h"
 
-#include <nlohmann/json.hpp>
+#include <cstddef>
 #include <ostream>
+#include <string>
+#include <string_view>
 
-#include "bounce/PhraseTables.h"
+#include <bouncecheck/BounceRule.h>
+#include <bouncecheck/PhraseList.h>
+#include "tool/output/JsonWriter.h"
 
 namespace bouncecheck {
 
+namespace {
+
+std::string beginLine(std::string_view table, std::size_t row, std::string_view phrase) {
+    std::string line = "{\"table\":";
+    appendJsonString(line, table);
+    line.append(",\"row\":").append(std::to_string(row)).append(",\"phrase\":");
+    appendJsonString(line, phrase);
+    return line;
+}
+
+}  // namespace
+
 void listPhrases(std::ostream& out) {
-    using Json = nlohmann::ordered_json;
-    for (const PhraseTable& table : phraseTables()) {
-        for (std::size_t row = 0; row < table.phrases.size(); ++row) {
-            const Json line = {{"table", table.name}, {"row", row}, {"phrase", table.phrases[row]}};
-            out << line.dump() << '\n';
+    for (const PhraseList& list : allPhraseLists()) {
+        for (std::size_t row = 0; row < list.rows.size(); ++row) {
+            out << beginLine(list.name, row, list.rows[row]) << "}\n";
         }
     }
-    const auto rules = ruleTable();
+    const auto rules = lastResortRules();
     for (std::size_t row = 0; row < rules.size(); ++row) {
         const BounceRule& rule = rules[row];
-        const Json line = {{"table", "BounceRules"}, {"row", row},
-                           {"phrase", rule.phrase},  {"source", rule.source},
-                           {"mode", rule.mode},      {"type", rule.bounceType}};
-        out << line.dump() << '\n';
+        out << beginLine("BounceRules", row, rule.phrase) << ",\"source\":" << rule.source
+            << ",\"mode\":" << rule.mode << ",\"type\":" << rule.bounceType << "}\n";
     }
 }
 

@@ -1,22 +1,20 @@
 #include "tool/MaildirSorter.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
 
-#include "bounce/BounceType.h"
+#include <bouncecheck/BounceType.h>
 #include "tool/OutputFile.h"
-#include "tool/UniqueFd.h"
+#include "tool/TemporaryFile.h"
 
 namespace bouncecheck {
 namespace {
@@ -49,10 +47,11 @@ MaildirSorter::MaildirSorter(std::string folder) : folder_(std::move(folder)) {
 }
 
 void MaildirSorter::makeMaildir(const std::string& maildir) {
-    if (!maildirs_.insert(maildir).second) return;
+    if (maildirs_.contains(maildir)) return;
     for (const char* part : {"", "/tmp", "/new", "/cur"}) makeFolder(maildir + part);
     syncFolderOf(maildir + "/new");
     syncFolderOf(maildir);
+    maildirs_.insert(maildir);
 }
 
 /// A name that no other delivery has, now or later, on this host or another.
@@ -69,17 +68,12 @@ void MaildirSorter::deliver(const Classified& message) {
     const std::string maildir = folder_ + "/" + bounceTypeName(message.type);
     makeMaildir(maildir);
     const std::string name = nextName();
-    const std::string temporary = maildir + "/tmp/" + name;
-    UniqueFd fd(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (!fd) fail(temporary);
-    const bool isDelivered =
-        writeAll(fd.get(), message.bytes.data(), message.bytes.size()) && ::fsync(fd.get()) == 0 &&
-        fd.reset() && std::rename(temporary.c_str(), (maildir + "/new/" + name).c_str()) == 0;
-    if (isDelivered) return;
-    const int reason = errno;
-    ::unlink(temporary.c_str());
-    errno = reason;
-    fail(maildir);
+    const std::string delivered = maildir + "/new/" + name;
+    TemporaryFile file;
+    const bool isDelivered = file.create(maildir + "/tmp/" + name, 0600) &&
+                             writeAll(file.fd(), message.bytes.data(), message.bytes.size()) &&
+                             file.moveTo(delivered);
+    if (!isDelivered) fail(delivered);
 }
 
 void MaildirSorter::finish() {

@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 #include <limits>
 #include <ostream>
 #include <stdexcept>
@@ -12,12 +11,26 @@
 #include <utility>
 #include <vector>
 
-#include "log/TraceTree.h"
 #include "text/Ascii.h"
-#include "tool/Run.h"
+#include "tool/ExitStatus.h"
+#include "tool/Help.h"
+#include "tool/OutputTargets.h"
+#include "tool/output/TerminalText.h"
 
 namespace bouncecheck {
 namespace {
+
+/// What the command line says, before the view is known.
+struct CommandLine {
+    Options options;
+    std::string format = "table";
+    std::string color = "auto";
+    bool summary = false;
+    bool suppress = false;
+    bool addresses = false;
+    bool explain = false;
+    bool listPhrases = false;
+};
 
 /// The size that "500k" or "64M" means, in bytes.
 std::size_t parseSize(std::string_view text) {
@@ -52,16 +65,23 @@ auto checkedBy(Parse parse) {
     };
 }
 
+VerpPattern verpOf(const std::string& pattern) {
+    if (auto parsed = VerpPattern::parse(pattern)) return *std::move(parsed);
+    throw CLI::ValidationError(
+        "\"" + pattern + "\" is no form of an address with {local} and {domain}, or {tag}",
+        CLI::ExitCodes::ValidationError);
+}
+
 CLI::Validator oneOf(std::vector<std::string> names) {
-    return CLI::IsMember(std::move(names)).description("");  // the option's own tells them
+    return CLI::IsMember(std::move(names)).description("");  // the option's own names them
 }
 
 void declareInput(CLI::App& app, Options& options) {
     constexpr const char* group = "Input";
     app.add_option(
            "PATH", options.sources.paths,
-           "Message and mailbox files, packed or not, Maildirs, or folders of\nthem; '-' or "
-           "none reads standard input")
+           "Message and mailbox files, Maildirs, tar and zip archives, or folders\nof them, "
+           "compressed or not; '-' or none reads standard input")
         ->type_name("");
     app.add_option("--from-list", options.sources.listFile,
                    "Read more paths from a file ('-': standard input), one a line")
@@ -69,21 +89,37 @@ void declareInput(CLI::App& app, Options& options) {
         ->group(group);
     app.add_flag("-0", options.sources.nulSeparated, "The list has a NUL behind each path")
         ->group(group);
+    app.add_flag("--single", options.sources.single,
+                 "Read standard input and each file as one message, never as a\nmailbox")
+        ->group(group);
     app.add_option_function<std::string>(
            "--max-message-size",
            checkedBy([&](std::string_view v) { options.sources.maxMessageSize = parseSize(v); }),
-           "Tell larger messages and pass them over; k, m, g behind the number [64m]")
+           "Report and skip larger messages; k, m, g behind the number [64m]")
         ->type_name("SIZE")
         ->group(group);
-    app.add_option("-j", options.jobs, "Classify so many messages at a time [all cores]")
+    app.add_option_function<std::vector<std::string>>(
+           "--verp",
+           [&](const std::vector<std::string>& patterns) {
+               for (const std::string& pattern : patterns) options.verp.push_back(verpOf(pattern));
+           },
+           "The form of the addresses that your mail comes back to, such as\n"
+           "bounces+{local}={domain}@lists.example.org or bounces-{tag}@example.org;\nrepeatable")
+        ->type_name("PATTERN")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->group(group);
+    app.add_option("-j", options.jobs, "Classify N messages at a time [all cores]")
         ->type_name("N")
         ->check(CLI::Range(1, 1024).description(""))
         ->group(group);
 }
 
-void declareOutput(CLI::App& app, Options& options) {
+void declareOutput(CLI::App& app, CommandLine& line) {
+    Options& options = line.options;
     constexpr const char* group = "Output";
-    app.add_option("--format", options.format, "table, json (an object a line), csv or tsv [table]")
+    app.add_option("--format", line.format, "table, json (an object a line), csv or tsv [table]")
         ->type_name("FORMAT")
         ->check(oneOf({"table", "json", "csv", "tsv"}))
         ->group(group);
@@ -96,16 +132,31 @@ void declareOutput(CLI::App& app, Options& options) {
     app.add_flag("--data", options.parts.data, "Show the text that was decided upon")->group(group);
     app.add_flag("--trace", options.parts.trace, "Show every step on the way to a verdict")
         ->group(group);
-    app.add_flag("--summary", options.summary,
+    app.add_flag("--csv-safe", options.parts.isCsvSafe,
+                 "For spreadsheets: put an apostrophe before values that would be\nformulas")
+        ->group(group);
+    app.add_option_function<std::string>(
+           "--by",
+           [&](const std::string& what) { options.parts.rows.byRecipient = what == "recipient"; },
+           "A row for each message, or for each recipient: message or recipient\n[message]")
+        ->type_name("WHAT")
+        ->check(oneOf({"message", "recipient"}))
+        ->group(group);
+    app.add_flag("--summary", line.summary,
                  "Only count: verdicts, and the most frequent labels, domains and\nphrases")
         ->group(group);
-    app.add_flag(
-           "--addresses", options.addresses,
-           "Only list the failed addresses, sorted, each once: of hard, soft and\nblocked bounces, "
-           "or of what --only and --not leave, and all that\nreports say failed")
+    app.add_flag("--suppress", line.suppress,
+                 "Only list the recipients to stop mailing, each once: address, reason,\ndate, "
+                 "evidence and location, with tabs between")
         ->group(group);
     app.add_flag(
-           "--explain", options.explain,
+           "--addresses", line.addresses,
+           "Only list the failed addresses, sorted, each once, whether the mailbox\nworks or not: "
+           "of hard, soft and blocked bounces, or of what --only and\n--not leave, and all that "
+           "reports say failed")
+        ->group(group);
+    app.add_flag(
+           "--explain", line.explain,
            "Explain each verdict: the rule, what it looks for, what to do, the\nsteps, the text")
         ->group(group);
     app.add_option_function<std::string>(
@@ -118,7 +169,18 @@ void declareOutput(CLI::App& app, Options& options) {
            "Show all verdicts but these")
         ->type_name("LIST")
         ->group(group);
-    app.add_option("--color", options.color,
+    app.add_option_function<std::string>(
+           "--reason", checkedBy([&](std::string_view v) { options.recipients.keepReasons(v); }),
+           "Show only recipients who failed for these reasons, such "
+           "as\nunknown-mailbox,mailbox-full")
+        ->type_name("LIST")
+        ->group(group);
+    app.add_option_function<std::string>(
+           "--advice", checkedBy([&](std::string_view v) { options.recipients.keepAdvices(v); }),
+           "Show only recipients with this advice: suppress, unsubscribe, retry, fix\nor none")
+        ->type_name("LIST")
+        ->group(group);
+    app.add_option("--color", line.color,
                    "auto (in a terminal, unless NO_COLOR is set), always or never [auto]")
         ->type_name("WHEN")
         ->check(oneOf({"auto", "always", "never"}))
@@ -141,91 +203,149 @@ void declareOutput(CLI::App& app, Options& options) {
         ->group(group);
 }
 
-void declare(CLI::App& app, Options& options) {
-    app.set_version_flag("--version", "bouncecheck " BOUNCECHECK_VERSION);
-    app.add_flag("--list-phrases", options.listPhrases,
-                 "Print every phrase, pattern, marker and rule as JSON lines, and stop");
-    declareInput(app, options);
-    declareOutput(app, options);
+void declareOther(CLI::App& app, CommandLine& line) {
+    constexpr const char* group = "Options that read no message";
+    app.set_help_flag("-h,--help", "Print this help")->group(group);
+    app.set_version_flag("--version", "bouncecheck " BOUNCECHECK_VERSION, "Print the version")
+        ->group(group);
+    app.add_flag("--list-phrases", line.listPhrases,
+                 "Print every phrase, pattern, marker and rule of the verdicts as JSON\nlines")
+        ->group(group);
 }
 
-/// Whether `file` is one that is read: a mailbox is not changed, not even by mistake.
-bool isSource(const std::optional<std::string>& file, const SourceOptions& sources) {
-    namespace fs = std::filesystem;
-    return file && std::ranges::any_of(sources.paths, [&](const std::string& path) {
-               std::error_code missing;
-               return fs::is_regular_file(path, missing) && fs::equivalent(path, *file, missing);
-           });
+void declare(CLI::App& app, CommandLine& line) {
+    declareInput(app, line.options);
+    declareOutput(app, line);
+    declareOther(app, line);
 }
 
-/// What options do not go together.
-void checkTogether(const Options& options) {
+/// What stands behind an argument such as "[Gmail]", which CLI11 would take for a list of
+/// values. No argument holds it.
+constexpr char bracketGuard = '\0';
+
+/// The arguments from the last to the first, as CLI11 wants them.
+std::vector<std::string> guardedArguments(int argc, const char* const* argv) {
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i) {
+        std::string& argument = arguments.emplace_back(argv[i]);
+        if (argument.starts_with('[') && argument.ends_with(']')) argument += bracketGuard;
+    }
+    return arguments;
+}
+
+void removeGuards(Options& options) {
+    const auto removeGuard = [](std::string& path) {
+        if (path.ends_with(bracketGuard)) path.pop_back();
+    };
+    std::ranges::for_each(options.sources.paths, removeGuard);
+    for (auto* path :
+         {&options.sources.listFile, &options.outFile, &options.pageFile, &options.sortInto}) {
+        if (*path) removeGuard(**path);
+    }
+}
+
+bool asksForParts(const OutputParts& parts) noexcept {
+    return !parts.fields.empty() || parts.data || parts.trace;
+}
+
+/// Throws std::invalid_argument for options that do not go together.
+void checkTogether(const CommandLine& line) {
+    const Options& options = line.options;
     const OutputParts& parts = options.parts;
-    const bool isColumns = options.format == "csv" || options.format == "tsv";
-    const int ways = options.summary + options.addresses + options.explain + options.listPhrases;
-    const bool hasParts = !parts.fields.empty() || parts.data || parts.trace;
+    const bool isColumns = line.format == "csv" || line.format == "tsv";
+    const int ways =
+        line.summary + line.suppress + line.addresses + line.explain + line.listPhrases;
+    const bool isJsonOfAll = line.format == "json" && parts.fields.empty();
+    const bool hasParts = asksForParts(parts);
     const bool hasPaths = !options.sources.paths.empty() || options.sources.listFile;
     const std::pair<bool, const char*> mistakes[] = {
         {options.sources.nulSeparated && !options.sources.listFile, "-0 takes --from-list"},
-        {ways > 1, "--summary, --addresses, --explain and --list-phrases go one by one"},
+        {ways > 1,
+         "--summary, --suppress, --addresses, --explain and --list-phrases go one by one"},
+        {parts.rows.byRecipient && (ways > 0 || isJsonOfAll),
+         "--by recipient is for a table, csv, tsv, or json with --fields"},
         {ways > 0 && hasParts, "--fields, --data and --trace are for lists of messages"},
-        {(options.addresses || options.explain) && options.format != "table",
+        {(line.addresses || line.explain) && line.format != "table",
          "--addresses and --explain have a form of their own"},
-        {options.summary && isColumns, "--summary is a table or json"},
+        {parts.isCsvSafe && line.format != "csv", "--csv-safe takes --format csv"},
+        {line.summary && isColumns, "--summary is a table or json"},
         {parts.trace && isColumns, "--trace is for a table or json"},
-        {options.listPhrases && (hasPaths || options.pageFile), "--list-phrases reads no messages"},
-        {options.pageFile && options.pageFile == options.outFile,
-         "--html and --output take a file each"},
-        {isSource(options.outFile, options.sources) || isSource(options.pageFile, options.sources),
-         "--html and --output do not write to a file that is read"},
+        {line.listPhrases && (hasPaths || options.pageFile), "--list-phrases reads no messages"},
     };
     for (const auto& [isMade, problem] : mistakes) {
         if (isMade) throw std::invalid_argument(problem);
     }
 }
 
-/// The names of all fields, in lines for the help.
-std::string fieldNames() {
-    constexpr std::size_t longestLine = 96;
-    std::string text = "Fields:";
-    std::size_t used = text.size();
-    for (const Field& field : allFields()) {
-        const bool isFull = used + 1 + field.name.size() > longestLine;
-        text.append(isFull ? "\n  " : " ").append(field.name);
-        used = isFull ? 2 + field.name.size() : used + 1 + field.name.size();
-    }
-    return text;
+/// The view that the options ask for, which go together.
+View viewOf(const CommandLine& line) {
+    if (line.listPhrases) return View::phrases;
+    if (line.addresses) return View::addresses;
+    if (line.explain) return View::explanations;
+    if (line.format == "csv") return View::csv;
+    if (line.format == "tsv") return View::tsv;
+    if (line.format == "json") return line.summary ? View::jsonSummary : View::json;
+    // With a page, nobody needs every message on the terminal as well.
+    const bool onlyPage = line.options.pageFile && !asksForParts(line.options.parts);
+    return line.summary || onlyPage ? View::summary : View::table;
+}
+
+ColorWhen colorWhen(std::string_view name) noexcept {
+    if (name == "always") return ColorWhen::always;
+    return name == "never" ? ColorWhen::never : ColorWhen::automatic;
+}
+
+/// What --suppress stands for. It chooses rows of its own output only: a page beside it shows
+/// all messages. A script that reads lines wants no headings, one that reads CSV expects them.
+void chooseSuppressions(CommandLine& line) {
+    OutputParts& parts = line.options.parts;
+    parts.rows.byRecipient = true;
+    parts.rows.filter.keepAdvices("suppress,unsubscribe");
+    parts.rows.onlyAddresses = true;
+    parts.fields = parseFields("recipient,reason,date,evidence,location");
+    if (line.format == "table") line.format = "tsv";
+    parts.headings = line.format == "csv";
+}
+
+Options optionsOf(CommandLine line) {
+    removeGuards(line.options);
+    checkTogether(line);
+    line.options.parts.rows.filter = line.options.recipients;
+    if (line.suppress) chooseSuppressions(line);
+    line.options.view = viewOf(line);
+    line.options.color = colorWhen(line.color);
+    checkOutputTargets(line.options);
+    return std::move(line.options);
 }
 
 }  // namespace
 
 std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostream& out,
                                     std::ostream& err, int& status) {
-    const auto tellWrongUsage = [&](const char* problem) {
-        err << "bouncecheck: " << escapeControls(problem) << " (see --help)\n";
+    const auto reportWrongUsage = [&](const char* problem) {
+        err << "bouncecheck: " << printable(problem) << " (see --help)\n";
         status = EXIT_WRONG_USAGE;
     };
-    CLI::App app("Tells what returned and automatic e-mail means.", "bouncecheck");
-    Options options;
-    declare(app, options);
-    app.footer([] {
-        return fieldNames() +
-               "\n\nExit status: 0 when all messages were classified, 1 when something could not "
-               "be "
-               "read or\nwritten (the rest is still done), 2 for wrong usage. Mailboxes are never "
-               "changed.";
-    });
+    const auto printRequested = [&](const std::string& text) {
+        if (!out.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
+            throw std::runtime_error("the output could not be written");
+        }
+        status = EXIT_ALL_CLASSIFIED;
+    };
+    CLI::App app("Reports what returned and automatic e-mail means.", "bouncecheck");
+    CommandLine line;
+    declare(app, line);
     try {
-        app.parse(argc, argv);
-        checkTogether(options);
-        return options;
-    } catch (const CLI::Success& request) {  // --help, --version
-        status = app.exit(request, out, err);
-        if (!out.flush()) throw std::runtime_error("the output could not be written");
+        app.parse(guardedArguments(argc, argv));
+        return optionsOf(std::move(line));
+    } catch (const CLI::CallForHelp&) {
+        printRequested(helpText(app));
+    } catch (const CLI::CallForVersion& version) {
+        printRequested(version.what() + std::string("\n"));
     } catch (const CLI::ParseError& error) {
-        tellWrongUsage(error.what());
+        reportWrongUsage(error.what());
     } catch (const std::invalid_argument& error) {
-        tellWrongUsage(error.what());
+        reportWrongUsage(error.what());
     }
     return std::nullopt;
 }

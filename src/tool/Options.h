@@ -4,8 +4,12 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "tool/RecipientFilter.h"
+#include "tool/Terminal.h"
 #include "tool/TypeFilter.h"
+#include "tool/View.h"
 #include "tool/output/Output.h"
 #include "tool/sources/Sources.h"
 
@@ -14,15 +18,14 @@ namespace bouncecheck {
 /// What the command line asks for.
 struct Options {
     SourceOptions sources;
-    std::string format = "table";
+    View view = View::table;
     OutputParts parts;
     TypeFilter filter;
-    bool summary = false;
-    bool addresses = false;
-    bool explain = false;
+    /// Messages have to have one of these recipients.
+    RecipientFilter recipients;
+    std::vector<VerpPattern> verp;
     bool exitType = false;
-    bool listPhrases = false;
-    std::string color = "auto";
+    ColorWhen color = ColorWhen::automatic;
     /// Threads; 0 for as many as there are cores.
     std::size_t jobs = 0;
     std::optional<std::string> outFile;

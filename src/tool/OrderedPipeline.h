@@ -1,20 +1,23 @@
 #pragma once
 
 #include <condition_variable>
-#include <csignal>
 #include <cstddef>
 #include <deque>
 #include <exception>
 #include <functional>
 #include <mutex>
+#include <new>
 #include <system_error>
 #include <thread>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "tool/SignalsBlocked.h"
+
 namespace bouncecheck {
 
-/// Works on items side by side and hands on the results in the order of the items.
+/// Works on items in place, side by side, and hands them on in their order.
 ///
 /// One thread, the owner, pushes and is called back; workers do nothing but the
 /// work. Items go to them by the batch, since waking a thread takes longer than most
@@ -23,21 +26,26 @@ namespace bouncecheck {
 /// single heavier item excepted, and the one that is being filled comes on top.
 /// Threads begin with the second batch: a single one is not worth them. With one
 /// worker the owner does everything itself.
-template <class In, class Out>
+///
+/// No item is lost when memory runs out or threads cannot be had: what cannot wait for
+/// a worker is worked on by the owner, in its turn. For that, moving an item must not
+/// fail. What work or sink throw comes out of `push` or `finish` and ends the whole.
+template <class Item>
 class OrderedPipeline {
 public:
-    using Work = std::function<Out(In)>;
-    using Sink = std::function<void(Out)>;
+    using Work = std::function<void(Item&)>;
+    using Sink = std::function<void(const Item&)>;
 
-    /// Each worker calls `makeWork` once, for a piece of work of its own. What work
-    /// or sink throw comes out of `push` or `finish`.
+    /// `makeWork` is called for the owner at once, and once by each worker, for a piece
+    /// of work of its own.
     OrderedPipeline(std::size_t workers, std::size_t maxWeight, std::function<Work()> makeWork,
                     Sink sink)
         : workerCount_(workers),
           maxWeight_(maxWeight),
           batchWeight_(maxWeight / (workers * batchesPerWorker)),
           makeWork_(std::move(makeWork)),
-          sink_(std::move(sink)) {}
+          sink_(std::move(sink)),
+          ownWork_(makeWork_()) {}
     OrderedPipeline(const OrderedPipeline&) = delete;
     OrderedPipeline& operator=(const OrderedPipeline&) = delete;
     ~OrderedPipeline() {
@@ -49,102 +57,107 @@ public:
         for (std::thread& thread : threads_) thread.join();
     }
 
-    void push(In item, std::size_t weight) {
-        if (workerCount_ <= 1) {
-            workHere(std::move(item));
+    void push(Item item, std::size_t weight) {
+        if (workerCount_ <= 1 || !fillIn(item)) {
+            finish();
+            ownWork_(item);
+            sink_(item);
             return;
         }
-        filling_.items.push_back(std::move(item));
         filling_.weight += weight;
         if (filling_.weight >= batchWeight_) sendBatch();
     }
 
     /// Hands on all that is left.
     void finish() {
-        if (threads_.empty()) {
-            if (!batches_.empty()) workHere(std::move(batches_.front()));
-            batches_.clear();
-            workHere(std::move(filling_));
-            return;
-        }
-        sendBatch();
-        std::unique_lock lock(mutex_);
-        while (!batches_.empty()) handOnFirst(lock);
+        if (!threads_.empty()) sendBatch();
+        handOnAll(std::unique_lock(mutex_));
     }
 
 private:
+    static_assert(std::is_nothrow_move_constructible_v<Item>);
     static constexpr std::size_t batchesPerWorker = 16;
 
     struct Batch {
-        std::vector<In> items;
+        std::vector<Item> items;
         std::size_t weight = 0;
         bool isDone = false;
-        /// Those of the items before the one that failed, if any did.
-        std::vector<Out> results;
+        /// How many of the items, from the first, a worker has done.
+        std::size_t worked = 0;
+        /// Of the work on the item behind those, if it failed.
         std::exception_ptr failure;
     };
 
-    void workHere(In item) {
-        if (!ownWork_) ownWork_ = makeWork_();
-        sink_(ownWork_(std::move(item)));
-    }
-
-    void workHere(Batch batch) {
-        for (In& item : batch.items) workHere(std::move(item));
+    /// False, and `item` as it was, when memory has run out.
+    bool fillIn(Item& item) {
+        try {
+            filling_.items.push_back(std::move(item));
+            return true;
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
     }
 
     void sendBatch() {
-        Batch batch = std::exchange(filling_, {});
         std::unique_lock lock(mutex_);
         while (!batches_.empty() &&
-               (batches_.front().isDone || weight_ + batch.weight > maxWeight_)) {
+               (batches_.front().isDone || weight_ + filling_.weight > maxWeight_)) {
             if (threads_.empty()) startThreads();
             handOnFirst(lock);
         }
-        weight_ += batch.weight;
-        batches_.push_back(std::move(batch));
+        const std::size_t weight = filling_.weight;
+        try {
+            batches_.push_back(std::move(filling_));
+        } catch (const std::bad_alloc&) {
+            handOnAll(std::move(lock));
+            return;
+        }
+        filling_ = {};
+        weight_ += weight;
         if (threads_.empty() && batches_.size() > 1) startThreads();
         hasWork_.notify_one();
     }
 
-    /// Keeps all signals from this thread, and from those that it starts.
-    class SignalsBlocked {
-    public:
-        SignalsBlocked() noexcept {
-            sigset_t all;
-            sigfillset(&all);
-            pthread_sigmask(SIG_SETMASK, &all, &before_);
-        }
-        SignalsBlocked(const SignalsBlocked&) = delete;
-        SignalsBlocked& operator=(const SignalsBlocked&) = delete;
-        ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-
-    private:
-        sigset_t before_;
-    };
-
     void startThreads() {
         // Signals are the owner's: they have to end what it waits for.
         const SignalsBlocked blocked;
-        threads_.reserve(workerCount_);
         try {
+            threads_.reserve(workerCount_);
             while (threads_.size() < workerCount_) threads_.emplace_back([this] { run(); });
         } catch (const std::system_error&) {
-            // Where the system allows fewer, those do all the work.
-            if (threads_.empty()) throw;
+            // Where the system allows fewer, those do all the work, or the owner does.
+        } catch (const std::bad_alloc&) {
         }
     }
 
+    /// Waits for the first batch, if there is anyone to work on it, and hands it on.
     void handOnFirst(std::unique_lock<std::mutex>& lock) {
-        firstDone_.wait(lock, [this] { return batches_.front().isDone; });
+        if (!threads_.empty()) {
+            firstDone_.wait(lock, [this] { return batches_.front().isDone; });
+            --taken_;
+        }
         Batch first = std::move(batches_.front());
         batches_.pop_front();
-        --taken_;
         weight_ -= first.weight;
         lock.unlock();
-        for (Out& result : first.results) sink_(std::move(result));
-        if (first.failure) std::rethrow_exception(first.failure);
+        handOn(std::move(first));
         lock.lock();
+    }
+
+    void handOnAll(std::unique_lock<std::mutex> lock) {
+        while (!batches_.empty()) handOnFirst(lock);
+        lock.unlock();
+        handOn(std::exchange(filling_, {}));
+    }
+
+    void handOn(Batch batch) {
+        for (std::size_t i = 0; i < batch.items.size(); ++i) {
+            if (i >= batch.worked) {
+                if (batch.failure) std::rethrow_exception(batch.failure);
+                ownWork_(batch.items[i]);
+            }
+            sink_(batch.items[i]);
+        }
     }
 
     void run() {
@@ -156,16 +169,27 @@ private:
             // The reference holds: batches come and go at the ends only.
             Batch& batch = batches_[taken_++];
             lock.unlock();
-            try {
-                if (!work) work = makeWork_();
-                batch.results.reserve(batch.items.size());
-                for (In& item : batch.items) batch.results.push_back(work(std::move(item)));
-            } catch (...) {
-                batch.failure = std::current_exception();
-            }
+            workOn(batch, work);
             lock.lock();
             batch.isDone = true;
             if (&batch == &batches_.front()) firstDone_.notify_one();
+        }
+    }
+
+    /// Leaves the batch to the owner when `work` cannot be made.
+    void workOn(Batch& batch, Work& work) noexcept {
+        try {
+            if (!work) work = makeWork_();
+        } catch (...) {
+            return;
+        }
+        try {
+            for (Item& item : batch.items) {
+                work(item);
+                ++batch.worked;
+            }
+        } catch (...) {
+            batch.failure = std::current_exception();
         }
     }
 
@@ -174,7 +198,7 @@ private:
     const std::size_t batchWeight_;
     const std::function<Work()> makeWork_;
     const Sink sink_;
-    Work ownWork_;
+    const Work ownWork_;
     Batch filling_;
 
     std::mutex mutex_;

@@ -6,11 +6,11 @@
 
 namespace bouncecheck {
 
-/// Tells on a terminal how far the work is, at what rate it goes and how long it
+/// Shows on a terminal how far the work is, at what rate it goes and how long it
 /// will take, once it has taken over a second.
 class Progress {
 public:
-    /// Nothing is told when `isShown` is false.
+    /// Nothing is shown when `isShown` is false.
     Progress(std::ostream& err, bool isShown) noexcept : err_(err), isShown_(isShown) {}
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;

@@ -4,9 +4,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "bounce/BounceType.h"
+#include <bouncecheck/BounceType.h>
 #include "text/Ascii.h"
-#include "tool/RuleHelp.h"
 
 namespace bouncecheck {
 
@@ -15,12 +14,12 @@ TypeFilter::Types TypeFilter::parse(std::string_view types) {
     for (;;) {
         const std::size_t comma = types.find(',');
         const std::string_view wanted = ascii::trim(types.substr(0, comma));
-        const auto known = std::ranges::find_if(typeHelp(), [&](const TypeHelp& help) {
+        const auto known = std::ranges::find_if(allVerdictTypes(), [&](const VerdictType& help) {
             return wanted == bounceTypeName(help.type) || wanted == std::to_string(help.type);
         });
-        if (known == typeHelp().end()) {
+        if (known == allVerdictTypes().end()) {
             std::string problem = "no verdict is named \"" + std::string(wanted) + "\"; there are";
-            for (const TypeHelp& help : typeHelp()) {
+            for (const VerdictType& help : allVerdictTypes()) {
                 problem.append(" ").append(bounceTypeName(help.type));
             }
             throw std::invalid_argument(problem);

@@ -2,7 +2,9 @@
 #include <unistd.h>
 
 #include <iostream>
+#include <new>
 
+#include "tool/OutputFile.h"
 #include "tool/Run.h"
 
 namespace {
@@ -20,5 +22,11 @@ void fillStandardStreams() {
 int main(int argc, char** argv) {
     fillStandardStreams();
     std::ios::sync_with_stdio(false);
-    return bouncecheck::runTool(argc, argv, std::cout, std::cerr, bouncecheck::standardTerminal());
+    try {
+        bouncecheck::FdStream out(STDOUT_FILENO, "standard output");
+        return bouncecheck::runTool(argc, argv, out, std::cerr, bouncecheck::standardTerminal());
+    } catch (const std::bad_alloc&) {
+        std::cerr << "bouncecheck: not enough memory\n";
+        return bouncecheck::EXIT_SOME_UNREADABLE;
+    }
 }

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "bounce/Classification.h"
+#include "support/Classification.h"
 
 namespace bouncecheck {
 namespace {

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "bounce/Classification.h"
+#include <future>
+
 #include "log/FailingLog.h"
+#include "mime/tables/Charsets.h"
+#include "support/Classification.h"
 
 namespace bouncecheck {
 namespace {
@@ -63,7 +66,7 @@ TEST(CheckEmail, TakesAnUndecidedMessageFromSomebodyAwayForAnAutoReply) {
     const auto from = [](const char* text) {
         return classified(std::string("From: Eva <eva@x.example>\nSubject: Re: plan\n\n") + text);
     };
-    EXPECT_EQ(from("Hi, I will be out of the office.").label(), "6.481");
+    EXPECT_EQ(from("Hi, I will be out of the office.").label, "6.481");
     EXPECT_EQ(from("Hi, I am out of the office.").type, BOUNCE_AUTO_REPLY);
     EXPECT_EQ(from("Hi, I am out of the office.").address, "eva@x.example");
     EXPECT_EQ(from("Hi, I'm out of the office.").type, BOUNCE_NONE);
@@ -80,6 +83,36 @@ TEST(CheckEmail, RemembersNothingOfTheMessageBefore) {
     EXPECT_EQ(classifyWith(check, report), classified(report));
     EXPECT_EQ(classifyWith(check, letter), classified(letter));
     EXPECT_EQ(classifyWith(check, ""), classified(""));
+}
+
+TEST(CheckEmail, ReadsCharsetsAlikeInEitherOrder) {
+    // Byte order marks, and texts that end in the middle of a character or shifted.
+    std::vector<std::string> messages;
+    for (const Charset& charset : charsets) {
+        std::string names(charset.names);
+        for (const char* decoration : {"", "(+"}) {
+            const std::string name = names.substr(0, names.find(' ')) + decoration;
+            for (const char* text : {"=FE=FF=00A", "=FF=FEA=00", "=1B$B", "+AO", "=0E!", "F|=C4"}) {
+                messages.push_back("Subject: =?" + name + "?q?" + text + "?=\n\n");
+            }
+        }
+    }
+    // Each thread has its own conversions.
+    const auto classifyAll = [](const auto& all) {
+        return std::async(std::launch::async, [&all] {
+            std::vector<Classification> results;
+            for (const std::string& message : all) results.push_back(classified(message));
+            return results;
+        });
+    };
+    const std::vector<std::string> reversed(messages.rbegin(), messages.rend());
+    const auto forwards = classifyAll(messages).get();
+    auto backwards = classifyAll(reversed).get();
+    std::ranges::reverse(backwards);
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+        EXPECT_EQ(forwards[i].values("subject"), backwards[i].values("subject")) << messages[i];
+        EXPECT_EQ(forwards[i], backwards[i]) << messages[i];
+    }
 }
 
 TEST(CheckEmail, GivesItsVerdictWhateverTheLogDoes) {

@@ -2,11 +2,11 @@
 
 #include <vector>
 
-#include "bounce/Classification.h"
+#include <bouncecheck/LogNull.h>
 #include "bounce/tables/BounceRules.h"
 #include "bounce/tables/MailboxFullIndicators.h"
 #include "bounce/tables/SoftBounceAndVirusIndicators.h"
-#include "log/LogNull.h"
+#include "support/Classification.h"
 
 namespace bouncecheck {
 namespace {

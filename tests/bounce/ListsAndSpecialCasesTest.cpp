@@ -2,8 +2,8 @@
 
 #include <span>
 
-#include "bounce/Classification.h"
-#include "mime/SystemCerts.h"
+#include <bouncecheck/classes/SystemCerts.h>
+#include "support/Classification.h"
 
 namespace bouncecheck {
 namespace {
@@ -69,7 +69,7 @@ void expectAll(std::span<const Case> cases) {
         SCOPED_TRACE(std::string(c.header) + "\n" + c.text);
         const Classification result = classified(std::string(c.header) + "\n\n" + c.text);
         EXPECT_EQ(result.type, c.type);
-        EXPECT_EQ(result.label(), c.label);
+        EXPECT_EQ(result.label, c.label);
         EXPECT_EQ(result.address, c.address);
     }
 }
@@ -130,8 +130,9 @@ TEST(SpecialCases, OfParticularHeaders) {
 
 TEST(SpecialCases, EndAtTheContextOfADeliveryStatus) {
     const SystemCertsHolder::Absence absence;  // makes the body classification give 0
-    const Classification result =
-        classified("X-DSNContext: 1\nDelivered-To: autoresponder\n\nthis is an auto response");
+    BounceCheck check;
+    const Classification result = classifyByClass(
+        check, "X-DSNContext: 1\nDelivered-To: autoresponder\n\nthis is an auto response");
     EXPECT_EQ(result.type, BOUNCE_NONE);
 }
 

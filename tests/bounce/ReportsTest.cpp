@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "bounce/Classification.h"
+#include "support/Classification.h"
 
 namespace bouncecheck {
 namespace {
@@ -38,7 +38,7 @@ TEST(Reports, DecideByTheirFields) {
         SCOPED_TRACE(c.fields);
         const Classification result = classified(reportMessage(c.fields, c.text));
         EXPECT_EQ(result.type, c.type);
-        EXPECT_EQ(result.label(), c.label);
+        EXPECT_EQ(result.label, c.label);
     }
 }
 
@@ -106,7 +106,7 @@ std::string wrapped(const std::string& inner, const char* parameters, const char
 TEST(Reports, AreFoundInsideAMixedMessageInTheFirstPlaceOnly) {
     const std::string report = reportMessage("Action: failed\n");
     const Classification first = classified(wrapped(report, ""));
-    EXPECT_EQ(first.label(), "1.mri");
+    EXPECT_EQ(first.label, "1.mri");
     EXPECT_TRUE(first.logged("Found multipart/mixed --> multipart/report"));
     EXPECT_EQ(classified(wrapped(report, "", "--outer\n\nsee below\n")).type, 0);
 }
@@ -114,12 +114,11 @@ TEST(Reports, AreFoundInsideAMixedMessageInTheFirstPlaceOnly) {
 TEST(Reports, OfTheVirusGatewayAlwaysGetAVerdict) {
     const Classification unknown =
         classified(wrapped(reportMessage("Action: expanded\n"), "; x=AVGMAIL-1"));
-    EXPECT_EQ(unknown.label(), "1.AVG");
+    EXPECT_EQ(unknown.label, "1.AVG");
     EXPECT_EQ(unknown.contexts(), "checkEmailInner checkAVGMAIL getMultipartReportInfo");
-    EXPECT_EQ(classified(wrapped(reportMessage("Action: delayed\n"), "; x=AVGMAIL-1")).label(),
+    EXPECT_EQ(classified(wrapped(reportMessage("Action: delayed\n"), "; x=AVGMAIL-1")).label,
               "7.6a");
-    EXPECT_EQ(classified(wrapped(reportMessage("Action: expanded\n"), "; x=avgmail")).label(),
-              "1.8");
+    EXPECT_EQ(classified(wrapped(reportMessage("Action: expanded\n"), "; x=avgmail")).label, "1.8");
 }
 
 }  // namespace

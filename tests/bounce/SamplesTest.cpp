@@ -6,7 +6,7 @@
 #include <map>
 #include <sstream>
 
-#include "bounce/Classification.h"
+#include "support/Classification.h"
 
 namespace bouncecheck {
 namespace {
@@ -36,7 +36,7 @@ TEST(Samples, YieldWhatTheTableSays) {
     for (const auto& entry : fs::directory_iterator(SAMPLES_DIR)) {
         const std::string name = entry.path().filename().string();
         const Classification result = classified(readFile(entry.path()));
-        EXPECT_EQ(std::to_string(result.type) + '\t' + orDash(result.label()) + '\t' +
+        EXPECT_EQ(std::to_string(result.type) + '\t' + orDash(result.label) + '\t' +
                       orDash(result.address),
                   expected[name])
             << name;

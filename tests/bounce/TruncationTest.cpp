@@ -4,9 +4,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "bounce/BounceCheck.h"
-#include "log/LogNull.h"
-#include "mime/Email2.h"
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/classes/BounceCheck.h>
+#include <bouncecheck/classes/Email2.h>
 
 namespace bouncecheck {
 namespace {

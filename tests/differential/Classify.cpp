@@ -1,7 +1,8 @@
-// Classifies the messages of a folder and mutations of them, and prints a line for
-// each: what two builds of the classifier print must be the same.
+// Classifies the messages of a folder and mutations of them with one of the engines, and
+// prints a line for each: what the engines print must be the same, and what two builds
+// print.
 //
-//   classify FOLDER MUTATIONS
+//   classify_messages pass|plain FOLDER MUTATIONS
 
 #include <algorithm>
 #include <cstdint>
@@ -15,10 +16,10 @@
 #include <string_view>
 #include <vector>
 
-#include "bounce/BounceCheck.h"
-#include "bounce/PhraseTables.h"
-#include "log/LogTrace.h"
-#include "mime/Email2.h"
+#include <bouncecheck/LogTrace.h>
+#include <bouncecheck/PhraseList.h>
+#include "bounce/MessageClassifier.h"
+#include "mime/Entity.h"
 
 namespace {
 
@@ -44,8 +45,8 @@ std::vector<std::string> messagesOf(const std::filesystem::path& folder) {
 class Mutator {
 public:
     explicit Mutator(const std::vector<std::string>& messages) : messages_(messages) {
-        for (const PhraseTable& table : phraseTables()) {
-            phrases_.insert(phrases_.end(), table.phrases.begin(), table.phrases.end());
+        for (const PhraseList& list : allPhraseLists()) {
+            phrases_.insert(phrases_.end(), list.rows.begin(), list.rows.end());
         }
     }
 
@@ -105,37 +106,35 @@ private:
     std::uint64_t value_ = 0xCBF29CE484222325;
 };
 
-void print(BounceCheck& check, const std::string& message) {
-    Email2 email(message);
-    StringBuffer address;
-    StringBuffer data;
+void print(MessageClassifier& classifier, const std::string& message) {
     LogTrace log;
-    const int type = check.checkEmail(email, address, data, log);
+    const ClassifiedMessage result = classifier.classify(Entity(message), log);
     Hash hash;
-    hash.take(address.view());
-    hash.take(data.view());
+    hash.take(result.finding.address.text.view());
+    hash.take(result.text.view());
     for (const LogTrace::Event& event : log.takeEvents()) {
         hash.take(event.text);
-        hash.take(event.value);
+        hash.take(event.value.view());
     }
-    std::printf("%d %016llx\n", type, static_cast<unsigned long long>(hash.value()));
+    std::printf("%d %016llx\n", result.type, static_cast<unsigned long long>(hash.value()));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fprintf(stderr, "usage: %s FOLDER MUTATIONS\n", argv[0]);
+    const std::string_view engine = argc == 4 ? argv[1] : "";
+    if (engine != "pass" && engine != "plain") {
+        std::fprintf(stderr, "usage: %s pass|plain FOLDER MUTATIONS\n", argv[0]);
         return 2;
     }
-    const std::vector<std::string> messages = messagesOf(argv[1]);
+    const std::vector<std::string> messages = messagesOf(argv[2]);
     if (messages.empty()) {
-        std::fprintf(stderr, "%s: holds no file\n", argv[1]);
+        std::fprintf(stderr, "%s: holds no file\n", argv[2]);
         return 1;
     }
-    BounceCheck check;
-    for (const std::string& message : messages) print(check, message);
+    MessageClassifier classifier(engine == "pass" ? phrases::Engine::pass : phrases::Engine::plain);
+    for (const std::string& message : messages) print(classifier, message);
     Mutator mutator(messages);
-    for (long left = std::atol(argv[2]); left > 0; --left) print(check, mutator.next());
+    for (long left = std::atol(argv[3]); left > 0; --left) print(classifier, mutator.next());
     return 0;
 }

@@ -2,11 +2,11 @@
 
 #include <stdexcept>
 
-#include "log/LogTrace.h"
+#include <bouncecheck/LogTrace.h>
 
 namespace bouncecheck {
 
-/// A log on a full disk: keeps what it is told, and fails each time.
+/// A log on a full disk: keeps what is logged, and fails each time.
 class FailingLog final : public LogBase {
 public:
     LogTrace trace;

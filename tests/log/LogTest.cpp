@@ -2,12 +2,13 @@
 
 #include <climits>
 
+#include <bouncecheck/TraceTree.h>
+#include <bouncecheck/classes/LogContextExitor.h>
+#include <bouncecheck/classes/StringBuffer.h>
 #include "log/FailingLog.h"
-#include "log/LogContextExitor.h"
 #include "log/LogGuard.h"
-#include "log/TraceTree.h"
+#include "text/Controls.h"
 #include "text/Search.h"
-#include "text/StringBuffer.h"
 #include "text/Utf8.h"
 
 namespace bouncecheck {
@@ -34,7 +35,8 @@ TEST(LogGuard, LetsNoFailureDisturbTheContexts) {
         log.LogError("e");
         std::string events;
         for (const auto& event : failing.trace.takeEvents())
-            events += "+-=:"[static_cast<int>(event.kind)] + event.text + event.value;
+            events +=
+                "+-=:"[static_cast<int>(event.kind)] + event.text + std::string(event.value.view());
         EXPECT_EQ(events, way == 0 ? "+out=info+in:tag7-in-out=w=e" : "+out=info+in-in-out=w=e");
     }
 }

@@ -1,8 +1,8 @@
 #include <algorithm>
 
+#include <bouncecheck/Limits.h>
 #include "mime/Charset.h"
 #include "mime/HtmlText.h"
-#include "mime/Limits.h"
 #include "mime/MailText.h"
 #include "text/Utf8.h"
 
@@ -22,7 +22,8 @@ TEST(Body, IsDecoded) {
         {plain + "; charset=x-none" + encoded + "x-other\n\n=41 aGk=\0\xE9"s, "=41 aGk=\0\xE9"s},
         {plain + "; charset=windows-1252\n\n\x80", "\u20AC"},
         {plain + "; charset=windows-1252\n\n\u00E9", "\u00E9"},
-        {plain + "; charset=WCHAR_T\n\nx", "x"},
+        {plain + "; charset=\"WCHAR_T(\"\n\nx", "x"},
+        {plain + "; charset=\"()\"\n\n\xE9", "\xE9"},
         {plain + "; charset=utf-8\n\n\u00E9\xFFx", "\u00E9\uFFFDx"},
         {"text/plain; charset*0=koi; charset*1*=8%2Dr\n\n\xF0\xD2", "\u041F\u0440"},
         {plain + "; charset=utf-16" + base64 + "//5hAAoA6QA=", "a\r\n\u00E9"},
@@ -32,7 +33,7 @@ TEST(Body, IsDecoded) {
 }
 
 TEST(Body, GoesByTheByteOrderMarkOfItsOwnText) {
-    for (const char* charset : {"utf-16", "unicode", "csunicode"}) {
+    for (const char* charset : {"utf-16", "unicode", "csunicode+", "(UTF)-16"}) {
         EXPECT_EQ(toUtf8("\xFE\xFF\0A"s, charset), "A") << charset;
         EXPECT_EQ(toUtf8("\xFF\xFE"
                          "A\0"s,
@@ -40,6 +41,7 @@ TEST(Body, GoesByTheByteOrderMarkOfItsOwnText) {
                   "A")
             << charset;
     }
+    EXPECT_TRUE(isUtf8(toUtf8("\0\x60\x70\0"s, "ucs-4")));
     EXPECT_EQ(toUtf8("\0\0\xFE\xFF\0\0\0A"s, "utf-32"), "A");
     EXPECT_EQ(toUtf8("\xFF\xFE\0\0A\0\0\0"s, "utf-32"), "A");
 }

@@ -1,6 +1,7 @@
-#include "mime/Limits.h"
+#include <bouncecheck/Limits.h>
+#include <bouncecheck/classes/MimeHeader.h>
+#include "mime/Entity.h"
 #include "mime/MailText.h"
-#include "mime/MimeHeader.h"
 #include "text/Utf8.h"
 
 namespace bouncecheck {
@@ -13,6 +14,7 @@ TEST(Header, ReadsSubjects) {
         {"SUBJECT \t: \t a  b \t\nSubject: later", "a  b"},
         {"Subject-Line: x\nX-Subject: y\nSub: z\nSubject:\nSubject: second", ""},
         {"Subject:\n\t one\n  t\0o\n \t three"s, "one t\0o three"s},
+        {" charset=x\n\ty: z\nSubject: a", "a"},
         {"Subject: =?utf-8?q?a_=C3=A9=20=ZZ?= c", "a \u00E9 =ZZ c"},
         {"Subject: x =?utf-8?B?w6k=?= \n =?utf-8?b?w6k?= y", "x \u00E9\u00E9 y"},
         {"Subject: =?utf-8?Q?=E2=82?=\n =?UTF-8?Q?=AC?=", "\u20AC"},
@@ -54,9 +56,9 @@ TEST(Header, IsReadUpToItsLimits) {
 
     std::string fields;
     for (std::size_t i = 1; i < limits::headerFields; ++i) fields += "a:\n";
-    const Email2 mail(fields + "Last: 1\nBeyond: 1\n\nbody");
+    const Entity mail(fields + "Last: 1\nBeyond: 1\n\nbody");
     EXPECT_TRUE(mail.header().find("Last") && !mail.header().find("Beyond"));
-    EXPECT_EQ(bodyOf(mail), "body");
+    EXPECT_EQ(mail.body().view(), "body");
 }
 
 TEST(MimeHeader, ReadsHeaderLines) {

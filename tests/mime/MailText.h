@@ -4,10 +4,10 @@
 
 #include <functional>
 
-#include "log/LogNull.h"
-#include "mime/Email2.h"
-#include "mime/SystemCerts.h"
-#include "text/XString.h"
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/classes/Email2.h>
+#include <bouncecheck/classes/SystemCerts.h>
+#include <bouncecheck/classes/XString.h>
 
 /// The answers of a message as values, where the library appends to buffers.
 namespace bouncecheck {

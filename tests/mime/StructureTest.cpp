@@ -1,4 +1,4 @@
-#include "mime/Limits.h"
+#include <bouncecheck/Limits.h>
 #include "mime/MailText.h"
 
 namespace bouncecheck {
@@ -34,6 +34,7 @@ TEST(Structure, IsTheSameForAllLineEnds) {
          "(message/x[" + inner + "c\n\n--c])"},
         {type + "multipart/x\n\n--b\n\n1\n--b--\n", "multipart/x[--b\n\n1\n--b--\n]"},
         {type + "garbage\n\nx", "[x]"},
+        {outer + "--b\n \na: b\n--b\n c\na: b\n\n1\n--b--", "([ \na: b][1])"},
         {type + "\"a b\"/x,y\n\nx", "[x]"},
         {type + "text/html,x\n\nx", "[x]"},
     };

@@ -1,4 +1,4 @@
-#include "text/ParseEngine.h"
+#include <bouncecheck/classes/ParseEngine.h>
 
 #include <gtest/gtest.h>
 

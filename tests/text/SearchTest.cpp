@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "text/CString.h"
+#include <bouncecheck/classes/CString.h>
 #include "text/Wildcard.h"
 
 namespace bouncecheck {

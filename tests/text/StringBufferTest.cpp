@@ -1,10 +1,10 @@
-#include "text/StringBuffer.h"
+#include <bouncecheck/classes/StringBuffer.h>
 
 #include <gtest/gtest.h>
 
-#include "text/DataBuffer.h"
-#include "text/ExtPtrArray.h"
-#include "text/XString.h"
+#include <bouncecheck/classes/DataBuffer.h>
+#include <bouncecheck/classes/ExtPtrArray.h>
+#include <bouncecheck/classes/XString.h>
 
 namespace bouncecheck {
 namespace {

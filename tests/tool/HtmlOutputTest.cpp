@@ -1,3 +1,4 @@
+#include <array>
 #include <string>
 
 #include "tool/ToolRun.h"
@@ -47,9 +48,9 @@ protected:
         return all;
     }
 
-    /// The first cell of a column.
-    static std::string cell(const Json& rows, const char* column) {
-        return rows["texts"][rows[column][0].get<std::size_t>()];
+    /// A cell of a column.
+    static std::string cell(const Json& rows, const char* column, std::size_t at = 0) {
+        return rows["texts"][rows[column][at].get<std::size_t>()];
     }
 };
 
@@ -66,8 +67,52 @@ TEST_F(HtmlOutputTest, KeepsTextFromMailInsideItsBlocks) {
     EXPECT_EQ(cell(rows, "label"), "2.4");
     EXPECT_EQ(cell(rows, "place"), path("in/1"));
     EXPECT_EQ(rows["date"], Json::parse("[1221760444]"));
+}
+
+TEST_F(HtmlOutputTest, HasARowForEachRecipientAndOneWhereThereIsNone) {
+    write("in/1", "Subject: a letter\n\nHello.\n");
+    std::string report =
+        "Content-Type: multipart/report; boundary=b\n\n--b\n\nSorry, A@x.example.\n";
+    report += "--b\nContent-Type: message/delivery-status\n\nReporting-MTA: dns; mx.x.example\n\n";
+    for (const char* name : {"A", "b"}) {
+        report += "Original-Recipient: rfc822;" + std::string(name) + "@x.example\n" +
+                  "Final-Recipient: rfc822;" + name + "@y.example\nAction: failed\n" +
+                  "Status: 5.2.2\nRemote-MTA: dns; " + name + ".y.example\n" +
+                  "Diagnostic-Code: smtp; 552 5.2.2 </b> is full\n\n";
+    }
+    write("in/2", report + "--b--\n");
+    const std::string html = page();
+    const Json rows = blocks(html, "rows").at(0);
+    EXPECT_EQ(rows["rows"], Json::parse("[1,2]"));
+    const struct {
+        const char* column;
+        std::array<std::string, 3> cells;
+    } columns[] = {
+        {"recipient", {"", "A@x.example", "b@x.example"}},
+        {"final", {"", "A@y.example", "b@y.example"}},
+        {"outcome", {"", "failed", "failed"}},
+        {"status", {"", "5.2.2", "5.2.2"}},
+        {"diagnostic", {"", "552 5.2.2 </b> is full", "552 5.2.2 </b> is full"}},
+    };
+    for (const auto& [column, cells] : columns) {
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            EXPECT_EQ(cell(rows, column, i), cells[i]) << column;
+        }
+    }
     const Json details = blocks(html, "details").at(0);
-    EXPECT_EQ(details["texts"][details["messages"][0]["failed"].get<std::size_t>()], "f@x.example");
+    const Json& evidence = details["messages"][1]["recipients"];
+    EXPECT_EQ(details["messages"][0]["recipients"], Json::array());
+    EXPECT_EQ(details["texts"][evidence[1][2].get<std::size_t>()], "b.y.example");
+    // Whatever a row says is explained.
+    const Json help = blocks(html, "help").at(0);
+    EXPECT_TRUE(help["reasons"].contains(cell(rows, "reason", 1)));
+    EXPECT_TRUE(help["advices"].contains(cell(rows, "advice", 1)));
+}
+
+TEST_F(HtmlOutputTest, WritesWhatEndsInTheYearTenThousandAsUndated) {
+    write("in/1", "Date: 31 Dec 9999 23:59:59 +0000\n\n");
+    write("in/2", "Date: 31 Dec 9999 23:59:59 -0001\n\n");
+    EXPECT_EQ(blocks(page(), "rows").at(0)["date"], Json::parse("[253402300799,null]"));
 }
 
 TEST_F(HtmlOutputTest, AllowsItsOwnScriptAndStyleOnly) {
@@ -123,7 +168,8 @@ TEST_F(HtmlOutputTest, BoundsWhatAMessageAdds) {
     write("in/1", "");
     const std::size_t without = page().size();
     write("in/2", huge + "--b--\n");
-    EXPECT_LT(page().size(), without + 20'000);
+    constexpr std::size_t bytesOfRow = 120;
+    EXPECT_LT(page().size(), without + 20'000 + 3000 * bytesOfRow);
 }
 
 }  // namespace

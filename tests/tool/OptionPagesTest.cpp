@@ -1,8 +1,8 @@
 #include <set>
 #include <string_view>
 
-#include "bounce/BounceType.h"
-#include "tool/RuleHelp.h"
+#include <bouncecheck/BounceType.h>
+#include <bouncecheck/Recipient.h>
 #include "tool/ToolRun.h"
 #include "tool/output/Fields.h"
 
@@ -50,17 +50,22 @@ TEST(OptionPages, DeclareTheOptionsOfTheHelp) {
     EXPECT_EQ(declaredIn(contentOf(PAGES_DIR "/README.md"), "| `-", "|"), inHelp);
 }
 
-TEST(OptionPages, NameEveryFieldAndVerdict) {
+TEST(OptionPages, NameEveryFieldVerdictReasonAndAdvice) {
     const std::string page = manualPage();
     const std::string fields = page.substr(page.find(".Sh NAMES OF FIELDS"));
     for (const Field& field : allFields()) {
         EXPECT_NE(fields.find(" " + std::string(field.name) + " "), fields.npos) << field.name;
     }
-    for (const TypeHelp& type : typeHelp()) {
+    for (const VerdictType& type : allVerdictTypes()) {
         const std::string row = std::string(".It ") + bounceTypeName(type.type) + " Ta " +
                                 std::to_string(type.type) + " Ta ";
         EXPECT_NE(page.find(row), page.npos) << row;
     }
+    const auto isExplained = [&](std::string_view name) {
+        return name.empty() || page.find(".It " + std::string(name) + " Ta ") != page.npos;
+    };
+    for (const ReasonMeaning& row : allReasons()) EXPECT_TRUE(isExplained(row.name)) << row.name;
+    for (const AdviceMeaning& row : allAdvices()) EXPECT_TRUE(isExplained(row.name)) << row.name;
 }
 
 }  // namespace

@@ -37,6 +37,10 @@ TEST_F(OutputFileTest, AppearsOnlyWhenWhole) {
     EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
     EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
     EXPECT_EQ(fileCount(), 2U);
+    // What a link leads to need not be there yet.
+    fs::create_symlink("new", folder_ / "dangling");
+    OutputFile(path("dangling")).commit();
+    EXPECT_TRUE(fs::is_symlink(folder_ / "dangling") && fs::is_regular_file(folder_ / "new"));
 }
 
 TEST_F(OutputFileTest, TellsWhatCannotBeWritten) {
@@ -45,11 +49,8 @@ TEST_F(OutputFileTest, TellsWhatCannotBeWritten) {
         const ToolRun result = run({message, "-o", target});
         EXPECT_EQ(result.status, EXIT_SOME_UNREADABLE) << target;
         EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
+        EXPECT_TRUE(result.err.starts_with("bouncecheck: " + target + ": ")) << result.err;
     }
-    // A file that is read is not written to.
-    EXPECT_EQ(run({message, "-o", path("../") + folder_.filename().string() + "/m"}).status,
-              EXIT_WRONG_USAGE);
-    EXPECT_EQ(contentOf(message), failedReport);
     EXPECT_EQ(run({message, "-o", "/dev/null"}).status, EXIT_ALL_CLASSIFIED);
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
     EXPECT_EQ(fileCount(), 1U);
@@ -70,16 +71,96 @@ TEST_F(OutputFileTest, HoldsTheWholeOutput) {
     EXPECT_EQ(contentOf(path("out2")), run({message}).out);
 }
 
-/// Ends a run that waits for more input by a signal; its status as `wait` has it.
+TEST_F(OutputFileTest, ReplacesNoMail) {
+    const std::string mail = write("d/a.eml", failedReport);
+    write("d/z.eml", failedReport);
+    const std::string list = write("list", mail + "\n");
+    fs::create_hard_link(mail, path("hard"));
+    fs::create_symlink("d/a.eml", path("soft"));
+    fs::create_directories(path("links/cur"));
+    fs::create_directories(path("links/new"));
+    fs::create_symlink(mail, path("links/cur/1"));
+    const std::vector<std::vector<std::string>> runs = {
+        {mail, "-o", path("d/../d/a.eml")},
+        {path("d"), "-o", mail},
+        {path("d"), "--html", mail},
+        {path("d"), "-o", path("hard")},
+        {path("d"), "-o", path("soft")},
+        {path("links"), "-o", mail},
+        {"--from-list", list, "-o", mail},
+        {"--from-list", list, "-o", list},
+        {path("d"), "-o", path("new"), "--html", path("d/../new")},
+        {path("d"), "--sort-into", path("d/../d")},
+    };
+    for (const auto& arguments : runs) {
+        const ToolRun result = run(arguments);
+        EXPECT_EQ(result.status, EXIT_WRONG_USAGE) << arguments.back();
+        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
+        EXPECT_EQ(contentOf(mail), failedReport) << arguments.back();
+        EXPECT_EQ(contentOf(list), mail + "\n");
+        EXPECT_FALSE(fs::exists(path("new")));
+    }
+    const int input = ::open(mail.c_str(), O_RDONLY);
+    const int before = ::dup(STDIN_FILENO);
+    ::dup2(input, STDIN_FILENO);
+    for (const std::string& target : {mail, std::string("/dev/stdin")}) {
+        EXPECT_EQ(run({"-o", target}).status, EXIT_WRONG_USAGE);
+        EXPECT_EQ(contentOf(mail), failedReport);
+    }
+    ::dup2(before, STDIN_FILENO);
+    ::close(before);
+    ::close(input);
+}
+
+TEST_F(OutputFileTest, IsNoMessageOfTheNextRun) {
+    write("d/a.eml", std::string("From: a@x.example\n") + failedReport);
+    write("d/b.eml",
+          "Content-Type: multipart/report; boundary=b\n\n--b\nContent-Type: "
+          "message/feedback-report\n\nFeedback-Type: abuse\nOriginal-Rcpt-To: "
+          "\"a: b\"@x.example\n--b--\n");
+    const std::vector<std::vector<std::string>> forms = {
+        {},
+        {"--color", "always"},
+        {"--fields", "from,subject"},
+        {"--format", "json", "--data"},
+        {"--format", "csv"},
+        {"--format", "tsv", "--fields", "from"},
+        {"--summary"},
+        {"--summary", "--format", "json"},
+        {"--addresses"},
+        {"--suppress"},
+        {"--suppress", "--format", "csv"},
+        {"--explain"},
+        {"--only", "soft"},
+    };
+    for (std::vector<std::string> form : forms) {
+        for (const char* option : {"-o", "--html"}) {
+            const std::string file = path("d/out");
+            std::vector<std::string> arguments = form;
+            arguments.insert(arguments.end(), {option, file, path("d")});
+            EXPECT_EQ(run(arguments).status, EXIT_ALL_CLASSIFIED);
+            const std::string first = contentOf(file);
+            EXPECT_EQ(run(arguments).status, EXIT_ALL_CLASSIFIED) << first;
+            EXPECT_EQ(contentOf(file), first);
+            fs::remove(file);
+        }
+    }
+}
+
+/// Ends a run by a signal once something is in the folder `ready` and the run waits: for
+/// input, or for a reader of its output. Its status as `wait` has it.
 int statusAfter(int signal, const std::vector<std::string>& arguments, const std::string& ready) {
     int input[2];
-    EXPECT_EQ(::pipe(input), 0);
+    int output[2];
+    EXPECT_TRUE(::pipe(input) == 0 && ::pipe(output) == 0);
     const pid_t child = ::fork();
     if (child == 0) {
         ::dup2(input[0], STDIN_FILENO);
-        ::close(input[0]);
         ::close(input[1]);
-        ::_exit(run(arguments).status);
+        std::vector<const char*> argv = {"bouncecheck"};
+        for (const std::string& argument : arguments) argv.push_back(argument.c_str());
+        FdStream out(output[1], "pipe");
+        ::_exit(runTool(static_cast<int>(argv.size()), argv.data(), out, out));
     }
     ::close(input[0]);
     const std::string text =
@@ -90,19 +171,26 @@ int statusAfter(int signal, const std::vector<std::string>& arguments, const std
     ::kill(child, signal);
     int status = 0;
     ::waitpid(child, &status, 0);
-    ::close(input[1]);
+    for (const int fd : {input[1], output[0], output[1]}) ::close(fd);
     return status;
 }
 
 TEST_F(OutputFileTest, GoesAwayWhenASignalComes) {
-    for (const int signal : {SIGINT, SIGTERM}) {
-        const int status = statusAfter(signal, {"-", "-o", path("out")}, path());
-        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
-        EXPECT_EQ(fileCount(), 0U);
+    const std::string large = write("in", "S: x\n\n" + std::string(300'000, 'x'));
+    fs::create_directories(path("out"));
+    const std::vector<std::vector<std::string>> runs = {
+        {"-", "-o", path("out/x")},
+        {"--from-list", "-", "-o", path("out/x")},
+        // Standard output is full, and nobody reads it.
+        {large, "--format", "json", "--data", "--html", path("out/x")},
+    };
+    for (const auto& arguments : runs) {
+        for (const int signal : {SIGINT, SIGTERM}) {
+            const int status = statusAfter(signal, arguments, path("out"));
+            EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
+            EXPECT_TRUE(fs::is_empty(path("out"))) << arguments[0];
+        }
     }
-    // A list of paths is waited for in the same way.
-    const int status = statusAfter(SIGTERM, {"--from-list", "-", "-o", path("out")}, path());
-    EXPECT_TRUE(WIFSIGNALED(status) && fileCount() == 0U) << status;
 }
 
 TEST_F(OutputFileTest, SortsCopiesIntoMaildirs) {

@@ -1,9 +1,13 @@
 #include <algorithm>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "text/Controls.h"
+#include "text/Search.h"
 #include "tool/ToolRun.h"
+#include "tool/output/Fields.h"
 #include "tool/output/JsonWriter.h"
 #include "tool/output/TerminalText.h"
 
@@ -34,23 +38,20 @@ protected:
 
 TEST_F(OutputTest, ReadsEveryField) {
     write("m", report);
-    const Json all = run({"--format", "json", "--fields",
-                          "source,index,location,size,type,name,label,address,phrase,subject,from,"
-                          "date,message-id,original-recipient,final-recipient,action,status,"
-                          "diagnostic,remote-mta,recipients,failed-recipients,reporting-mta,"
-                          "feedback-type,returned-message-id,returned-to,returned-subject,"
-                          "returned-date,list-id,data",
-                          path("m")})
-                         .lines()
-                         .at(0);
+    std::string names;
+    for (const Field& field : allFields())
+        names.append(names.empty() ? "" : ",").append(field.name);
+    const Json all = run({"--format", "json", "--fields", names, path("m")}).lines().at(0);
     Json expected = Json::parse(R"({"index":1,"type":7,"name":"transient","label":"7.6a",
         "address":"Old@X.Example","phrase":"","subject":"Undelivered: \"a\tb\"",
         "from":"\"Mailer, MTA\" <mta@x.example>","date":"today","message-id":"<0@x>",
-        "original-recipient":"Old@X.Example","final-recipient":"new@z.example","action":"failed",
-        "status":"5.1.1","diagnostic":"smtp; 550 \"no\", sir","remote-mta":"",
-        "recipients":"later@Y.example new@z.example two@x.example","failed-recipients":"f@x",
+        "recipient":"Old@X.Example","final-recipient":"new@z.example","tag":"",
+        "outcome":"failed","reason":"unknown-mailbox","advice":"retry","status":"5.1.1",
+        "reply-code":"550","diagnostic":"550 \"no\", sir","remote-mta":"","last-attempt":"",
+        "will-retry-until":"","found-in":"report","evidence":"5.1.1",
+        "recipients":"later@Y.example Old@X.Example two@x.example f@x",
         "reporting-mta":"mx.example","feedback-type":"","returned-message-id":"<1@x>",
-        "returned-to":"you","returned-subject":"","returned-date":"","list-id":"<l>"})");
+        "returned-from":"","returned-to":"you","returned-subject":"","returned-date":"","list-id":"<l>"})");
     expected["source"] = expected["location"] = path("m");
     expected["size"] = report.size();
     expected["data"] = all["data"];
@@ -61,12 +62,14 @@ TEST_F(OutputTest, ReadsEveryField) {
 TEST_F(OutputTest, GivesJsonAllThatAReportStates) {
     write("m", report);
     const Json line = Json::parse(shown({"--format", "json"}));
-    EXPECT_EQ(line["recipients"].size(), 3U);
-    EXPECT_EQ(line["recipients"][1], Json::parse(R"({"original_recipient":"Old@X.Example",
-                              "final_recipient":"new@z.example","action":"failed",
-                              "status":"5.1.1","diagnostic_code":"smtp; 550 \"no\", sir"})"));
-    EXPECT_EQ(line["report"],
-              Json::parse(R"({"reporting_mta":"mx.example","failed_recipients":["f@x"]})"));
+    EXPECT_EQ(line["recipients"].size(), 4U);
+    EXPECT_EQ(line["recipients"][1],
+              Json::parse(R"({"address":"Old@X.Example","final_address":"new@z.example",
+                              "outcome":"failed","reason":"unknown-mailbox","advice":"retry",
+                              "status":"5.1.1","reply_code":"550","diagnostic":"550 \"no\", sir",
+                              "evidence":{"found_in":"report","reason_from":"status",
+                                          "row":"X.1.1"}})"));
+    EXPECT_EQ(line["report"], Json::parse(R"({"reporting_mta":"mx.example"})"));
     EXPECT_EQ(line["returned"],
               Json::parse(R"({"message_id":"<1@x>","to":"you","list_id":"<l>"})"));
 }
@@ -74,10 +77,12 @@ TEST_F(OutputTest, GivesJsonAllThatAReportStates) {
 TEST(JsonWriter, WritesAnyBytesAsAnotherParserReadsThem) {
     for (int byte = 0; byte < 256; ++byte) {
         const std::string value = {'a', static_cast<char>(byte), 'z'};
-        JsonWriter json;
+        std::ostringstream text;
+        JsonWriter json(text);
         json.string(value);
+        json.endLine();
         const bool isText = byte < 128;
-        EXPECT_EQ(Json::parse(json.text()), isText ? value : "a\xEF\xBF\xBDz") << byte;
+        EXPECT_EQ(Json::parse(text.str()), isText ? value : "a\xEF\xBF\xBDz") << byte;
     }
 }
 
@@ -94,7 +99,7 @@ TEST_F(OutputTest, WritesCsvAndTsv) {
     write("m", report);
     EXPECT_EQ(shown({"--format", "csv", "--fields", "name,subject,diagnostic"}),
               "name,subject,diagnostic\r\ntransient,\"Undelivered: \"\"a\tb\"\"\","
-              "\"smtp; 550 \"\"no\"\", sir\"\r\n");
+              "\"550 \"\"no\"\", sir\"\r\n");
     write("m", "S: \x1b\n\na\\b\tc\x01\xff\r\nd\n");
     EXPECT_EQ(shown({"--format", "tsv", "--fields", "name,data"}),
               "name\tdata\nnone\ta\\\\b\\tc\\x01\xEF\xBF\xBD\\r\\nd\\r\\n\n");
@@ -124,16 +129,101 @@ TEST_F(OutputTest, ListsAddresses) {
     write("2", away);
     write("3", failedReport);
     write("4", failedReport);
-    EXPECT_EQ(shown({"--addresses"}), "Old@x.example\na@x.example\ntwo@x.example\n");
+    EXPECT_EQ(shown({"--addresses"}), "Old@x.example\na@x.example\nf@x\ntwo@x.example\n");
     EXPECT_EQ(shown({"--addresses", "--only", "hard"}), "a@x.example\n");
     EXPECT_EQ(shown({"--addresses", "--only", "auto-reply"}), "Me@home.example\n");
     fs::remove(path("4"));
-    for (const auto& [found, listed] :
-         {std::pair("a@x.ex\x01, <b@x>; c", ""), {"b@X.example>,", "b@x.example\n"}}) {
+    for (const auto& [found, listed] : {std::pair("a@x.ex\x01, <b@x>; c", ""),
+                                        {"b@X.example>,", "b@x.example\n"},
+                                        {"|/usr/bin/x@y.example", ""},
+                                        {"\"|x -y\"@y.example", ""},
+                                        {"host.example", ""},
+                                        {"a b@x.example", ""},
+                                        {"a@x..example", ""},
+                                        {"a@b@x.example", ""},
+                                        {"a@x.example\u202E", ""},
+                                        {"\"a \\\"b\"@[192.0.2.1]", "\"a \\\"b\"@[192.0.2.1]\n"},
+                                        {"\u00FC@\u00FC.example", "\u00FC@\u00FC.example\n"},
+                                        {"postmaster@x.example", "postmaster@x.example\n"}}) {
         std::string odd = failedReport;
         write("3", odd.replace(odd.find("a@x.example"), 11, found));
         EXPECT_EQ(shown({"--addresses", "--only", "hard"}), listed);
     }
+    write("3",
+          "From: MAILER-DAEMON@x.example\nSubject: Mail delivery failed\n\n"
+          "RCPT To: nobody\nmailbox is full\n");
+    EXPECT_TRUE(contains(shown({"--fields", "address", "--only", "soft"}), "MAILER-DAEMON@x"));
+    EXPECT_EQ(shown({"--addresses", "--only", "soft"}), "");
+}
+
+TEST_F(OutputTest, ListsWhomToStopMailing) {
+    const std::string dated = std::string("Date: today\n") + failedReport;
+    for (const auto& [file, address, reply] :
+         {std::tuple("1", "a@x.example", "550 5.1.1 User unknown"),
+          std::tuple("2", "a@X.EXAMPLE", "550 5.1.1 User unknown"),
+          std::tuple("3", "b@x.example", "552 5.2.2 Mailbox full"),
+          std::tuple("4", "c@x.example", "550 5.7.1 Message refused as spam")}) {
+        std::string bounce = dated;
+        bounce.replace(bounce.find("a@x.example"), 11, address);
+        bounce.insert(bounce.rfind("\n--b--"), std::string("\nDiagnostic-Code: smtp; ") + reply);
+        write(file, bounce);
+    }
+    write(
+        "5",
+        "Content-Type: multipart/report; boundary=b\n\n--b\nContent-Type: "
+        "message/feedback-report\n\nFeedback-Type: abuse\nOriginal-Rcpt-To: d@x.example\n--b--\n");
+    const std::string dead = "a@x.example\tunknown-mailbox\ttoday\tUser unknown\t" + path("1");
+    const std::string list = dead + "\nd@x.example\t\t\t\t" + path("5") + "\n";
+    EXPECT_EQ(shown({"--suppress"}), list);
+    EXPECT_EQ(shown({"--suppress", "--advice", "suppress"}), dead + "\n");
+    std::string csv = "recipient,reason,date,evidence,location\n" + list;
+    std::ranges::replace(csv, '\t', ',');
+    std::string printed = shown({"--suppress", "--format", "csv"});
+    std::erase(printed, '\r');
+    std::erase(printed, '"');
+    EXPECT_EQ(printed, csv);
+    EXPECT_EQ(shown({"--suppress", "--html", path("page")}), list);
+    EXPECT_TRUE(contains(contentOf(path("page")), "b@x.example"));
+}
+
+TEST_F(OutputTest, LetsNoControlCharacterThrough) {
+    const std::string bad = "a\u009B31m\u202Eb\u2066\x7F\u2028\u200F";
+    write("m", "From: " + bad + "@x.example\nSubject: " + bad +
+                   "\nContent-Type: text/plain; "
+                   "charset=utf-8\n\nDelivery failed: mailbox is full " +
+                   bad + "@x.example " + bad);
+    const std::string all = "source,address,from,subject,data";
+    for (const std::vector<std::string>& form :
+         std::vector<std::vector<std::string>>{{"--fields", all},
+                                               {"--data", "--trace"},
+                                               {"--format", "json", "--data", "--trace"},
+                                               {"--format", "json", "--fields", all},
+                                               {"--format", "csv", "--fields", all},
+                                               {"--format", "tsv", "--fields", all},
+                                               {"--summary", "--format", "json"},
+                                               {"--explain"}}) {
+        std::string text = shown(form);
+        EXPECT_TRUE(form.front() == "--summary" || contains(text, "\u200F")) << text;
+        std::erase(text, '\n');
+        if (std::ranges::count(form, "csv") > 0) std::erase(text, '\r');
+        if (std::ranges::count(form, "tsv") > 0) std::erase(text, '\t');
+        EXPECT_EQ(findControl(text).at, npos) << text;
+    }
+    const Json line = Json::parse(shown({"--format", "json", "--fields", "subject"}));
+    EXPECT_EQ(line["subject"], bad);
+    EXPECT_TRUE(contains(run({bad}).err, "a\\x9B31m\\u202Eb\\u2066\\x7F\\u2028"));
+}
+
+TEST_F(OutputTest, KeepsSpreadsheetsFromComputing) {
+    for (const char* value : {"=1+1", "+1", "-1", "@x", "x=1", "1", "'=1"}) {
+        write("m", std::string("Subject: ") + value + "\n\n");
+        const bool isFormula = std::string_view("=+-@").find(*value) != npos;
+        const std::string exact = std::string("subject\r\n") + value + "\r\n";
+        EXPECT_EQ(shown({"--format", "csv", "--fields", "subject"}), exact);
+        EXPECT_EQ(shown({"--format", "csv", "--fields", "subject", "--csv-safe"}),
+                  isFormula ? std::string(exact).insert(9, "'") : exact);
+    }
+    EXPECT_EQ(run({"--csv-safe", path("m")}).status, EXIT_WRONG_USAGE);
 }
 
 TEST_F(OutputTest, Summarizes) {
@@ -196,16 +286,16 @@ TEST_F(OutputTest, ExplainsAVerdict) {
              "<== decides\n",
              "    | The following address(es) failed:\n",
              "    |     a@x.example over \\x1B[2J quota: mailbox is full\n",
-             "    |     ^^^^^^^^^^^                      ^^^^^^^^^^^^^^\n",
+             "    |     ^^^^^^^^^^^          ",
+             "^^^^^^^^^^^^^^\n",
          }) {
         EXPECT_NE(text.find(part), std::string::npos) << part << "in\n" << text;
     }
     EXPECT_NE(shown({"--explain", "--color", "always"}).find("m\x1b[1;7mailbox is full\x1b[0m\n"),
               std::string::npos);
     write("2", report);
-    EXPECT_NE(
-        shown({"--explain"}).find("\n  Failed       f@x\n  Recipient    later@Y.example, del"),
-        std::string::npos);
+    EXPECT_NE(shown({"--explain"}).find("\n  Recipient    later@Y.example, delayed: "),
+              std::string::npos);
     std::istringstream lines(
         shown({"--explain", "--color", "never"}, {.isOut = true, .width = 60}));
     for (std::string line; std::getline(lines, line);) EXPECT_LE(columns(line), 60U) << line;

@@ -16,7 +16,8 @@ TEST_F(Tool, PrintsOneJsonObjectForEachMessage) {
                                   "name":"none","label":null,"address":""})");
     letter["source"] = path("10/letter");
     Json report = Json::parse(R"({"index":1,"report":{},"returned":{},"type":1,"name":"hard",
-        "recipients":[{"final_recipient":"a@x.example","action":"failed"}],"label":"1.mri",
+        "recipients":[{"address":"a@x.example","outcome":"failed","reason":"other",
+            "advice":"retry","evidence":{"found_in":"report"}}],"label":"1.mri",
         "address":"a@x.example"})");
     report["source"] = path("2.eml");
     EXPECT_EQ(result.lines(), (std::vector<Json>{letter, report}));
@@ -37,7 +38,8 @@ TEST_F(Tool, AddsDataAndTraceOnRequest) {
 TEST_F(Tool, PrintsATableWithACount) {
     const std::string file = write("x", failedReport);
     const ToolRun result = run({file, "--trace"});
-    EXPECT_NE(result.out.find("hard         1.mri   a@x.example "), std::string::npos);
+    EXPECT_NE(result.out.find("hard         1.mri   other             a@x.example "),
+              std::string::npos);
     EXPECT_NE(result.out.find("    checkEmailInner:\n      checkAVGMAIL:\n"), std::string::npos);
     EXPECT_NE(result.out.find("Bounce type 1.mri   <== decides\n"), std::string::npos);
     EXPECT_TRUE(result.out.ends_with("\nhard         1\nmessages     1\n"));
@@ -85,6 +87,7 @@ TEST_F(Tool, TellsWrongUsageInOneLine) {
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << arguments.front();
     }
+    EXPECT_EQ(run({"[a,b]"}).err, "bouncecheck: [a,b]: No such file or directory\n");
     EXPECT_EQ(run({"--help"}).status, EXIT_ALL_CLASSIFIED);
     EXPECT_TRUE(run({"--version"}).out.starts_with("bouncecheck "));
 }

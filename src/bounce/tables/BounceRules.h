@@ -1,7 +1,7 @@
 #pragma once
 
-#include "bounce/BounceRule.h"
-#include "bounce/BounceType.h"
+#include <bouncecheck/BounceRule.h>
+#include <bouncecheck/BounceType.h>
 
 namespace bouncecheck {
 

@@ -1,12 +1,12 @@
 // Begins the page, and draws it anew where the window changes.
 
 function drawTotals() {
-    const counts = countTypes(rows.type.keys());
-    const bounces = bounceTypes.reduce((sum, type) => sum + counts.get(type), 0);
-    const parts = [counted(rowCount, "message")];
-    if (rowCount > 0) {
-        parts.push(`${counted(bounces, "bounce")} (${percent(bounces, rowCount)})`);
-        const addresses = new Set(rows.address.map((address) => address.toLowerCase()));
+    const parts = [counted(messageCount, "message")];
+    if (messageCount > 0) {
+        const isBounce = new Set(bounceTypes);
+        const bounces = firstRows.filter((row) => isBounce.has(rows.type[row])).length;
+        parts.push(`${counted(bounces, "bounce")} (${percent(bounces, messageCount)})`);
+        const addresses = new Set(rows.recipient.map((address) => address.toLowerCase()));
         addresses.delete("");
         parts.push(counted(addresses.size, "address", "addresses"));
     }
@@ -26,11 +26,13 @@ function beforeNextPicture(draw) {
     };
 }
 
-find("search").addEventListener("input", beforeNextPicture(update));
+const updateSoon = beforeNextPicture(update);
+find("search").addEventListener("input", () => {
+    updateSoon();
+    noteState(false);
+});
 find("all").addEventListener("click", () => {
-    chosenTypes.clear();
-    find("search").value = "";
-    update();
+    searchFor("");
     find("search").focus();
 });
 addEventListener("scroll", beforeNextPicture(drawRows), { passive: true });
@@ -41,6 +43,7 @@ addEventListener(
         drawTable();
     }),
 );
+readState();
 drawHead();
 drawTotals();
 update();

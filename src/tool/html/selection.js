@@ -1,12 +1,13 @@
-// Which messages are shown, and in which order.
+// Which rows are shown, and in which order.
 
 const columns = [
     { name: "verdict", title: "Verdict", key: (row) => typeName(rows.type[row]) },
-    { name: "address", title: "Address", key: (row) => rows.address[row].toLowerCase() },
-    { name: "subject", title: "Subject", key: (row) => rows.subject[row].toLowerCase() },
-    { name: "rule", title: "Rule", key: (row) => rows.label[row].toLowerCase() },
+    { name: "recipient", title: "Recipient", key: (row) => rows.recipient[row].toLowerCase() },
+    { name: "reason", title: "Reason", key: (row) => rows.reason[row] },
+    { name: "advice", title: "What to do", key: (row) => rows.advice[row] },
+    { name: "status", title: "Status", key: (row) => rows.status[row] },
+    { name: "reply", title: "Reply or subject", key: (row) => replyOf(row).toLowerCase() },
     { name: "date", title: "Date (UTC)", key: (row) => rows.date[row] ?? "" },
-    { name: "place", title: "Source", key: (row) => rows.place[row].toLowerCase() },
 ];
 const sorting = { column: undefined, descending: false };
 /** Each order of all rows is made once. */
@@ -31,81 +32,84 @@ function sortedRows() {
     return orders.get(name);
 }
 
-/** What is searched, a text a row; made with the first search. */
-let searched;
-
-function searchedTexts() {
-    searched ??= rows.type.map((type, row) =>
-        [
-            rows.address[row],
-            rows.subject[row],
-            rows.from[row],
-            rows.label[row],
-            typeName(type),
-            dateTexts[row],
-            rows.place[row],
-        ]
-            .join("\n")
-            .toLowerCase(),
-    );
-    return searched;
-}
-
-/** Which types are shown; empty for all. */
-const chosenTypes = new Set();
+/** What is searched for: the text of the field. */
+const searched = () => find("search").value;
 /** The rows that are shown, in order. */
 let shown = [];
+/** The rows that are found without the terms of a name, by that name: its chart counts them, so
+    that other values can be added. */
+let foundBeside = new Map();
 
-const searchedWords = () => find("search").value.toLowerCase().split(/\s+/).filter(Boolean);
-
-/** Whether a row has a word: "domain:" and "date:" ask for exactly that. */
-function searchFor(word) {
-    const [, name, value] = word.match(/^(domain|date):(.*)$/) ?? [];
-    if (name === "domain") return (row) => domains[row] === value;
-    if (name === "date") return (row) => dateTexts[row].startsWith(value.replace("t", " "));
-    const texts = searchedTexts();
-    return (row) => texts[row].includes(word);
-}
-
-/** Chooses what is shown; returns what the search found, of any type. */
 function select() {
-    const searches = searchedWords().map(searchFor);
-    const isFound = (row) => searches.every((search) => search(row));
-    const found = searches.length > 0 ? sortedRows().filter(isFound) : sortedRows();
-    const isChosen = (row) => chosenTypes.has(rows.type[row]);
-    shown = chosenTypes.size > 0 ? found.filter(isChosen) : found;
-    return found;
+    const chartNames = charts.map(({ name }) => name);
+    const tests = new Map();
+    for (const term of termsOf(searched())) {
+        const name = chartNames.includes(term.name) && !term.excludes ? term.name : "";
+        tests.set(name, [...(tests.get(name) ?? []), testOf(term)]);
+    }
+    const holds = (name, row) => tests.get(name)?.every((test) => test(row)) ?? true;
+    const found = tests.has("") ? sortedRows().filter((row) => holds("", row)) : sortedRows();
+    foundBeside = new Map();
+    const asked = chartNames.filter((name) => tests.has(name));
+    if (asked.length === 0) {
+        shown = found;
+        return;
+    }
+    shown = [];
+    for (const name of asked) foundBeside.set(name, []);
+    for (const row of found) {
+        const missed = asked.filter((name) => !holds(name, row));
+        if (missed.length === 0) shown.push(row);
+        const counting = missed.length === 0 ? asked : missed.length === 1 ? missed : [];
+        for (const name of counting) foundBeside.get(name).push(row);
+    }
 }
 
-/** After a change of what is searched or chosen. */
+/** The rows that a chart counts. */
+const countedFor = (name) => foundBeside.get(name) ?? shown;
+
+/** After a change of what is searched. */
 function update() {
-    drawVerdicts(select());
+    select();
+    drawBars();
     drawTime();
-    drawDomains();
     drawTable();
     showTableTop();
+    drawFound();
+    drawAddressTools();
+}
+
+function drawFound() {
     const isAll = shown.length === rowCount;
     const count = isAll
-        ? counted(rowCount, "message")
+        ? counted(rowCount, "row")
         : `${number(shown.length)} of ${number(rowCount)}`;
     const isCut = drawableCount < shown.length;
     find("found").textContent = isCut
         ? `${count}, the first ${number(drawableCount)} below`
         : count;
-    find("all").hidden = isAll && searchedWords().length === 0;
+    find("all").hidden = searched().trim() === "";
 }
 
-function sortBy(column) {
-    sorting.descending = sorting.column === column && !sorting.descending;
+function sortBy(column, descending) {
+    sorting.descending = descending;
     sorting.column = column;
     select();
     drawTable();
     showTableTop();
 }
 
-/** Searches for a word alone; no longer, when it is already. */
-function toggleSearch(word) {
-    const search = find("search");
-    search.value = search.value === word ? "" : word;
+/** Searches for something else, as a step that the browser goes back from. */
+function searchFor(search) {
+    find("search").value = search;
     update();
+    noteState(true);
+}
+
+/** Whether the charts stand above each other, and the table far below. */
+const isNarrow = () => matchMedia("(max-width: 700px)").matches;
+
+/** After a press in a chart, brings the table into sight where the charts hide it. */
+function showTable() {
+    if (isNarrow()) find("messages").scrollIntoView();
 }

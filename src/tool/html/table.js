@@ -12,13 +12,23 @@ function drawHead() {
         const button = make("button", { type: "button" }, column.title);
         const cell = make("div", { role: "columnheader", class: column.name }, button);
         button.addEventListener("click", () => {
-            sortBy(column);
-            for (const other of cells) other.removeAttribute("aria-sort");
-            cell.setAttribute("aria-sort", sorting.descending ? "descending" : "ascending");
+            sortBy(column, sorting.column === column && !sorting.descending);
+            markSorting();
+            noteState(true);
         });
         return cell;
     });
     find("head").replaceChildren(...cells);
+    markSorting();
+}
+
+function markSorting() {
+    columns.forEach((column, i) => {
+        const cell = find("head").children[i];
+        const direction = sorting.descending ? "descending" : "ascending";
+        if (column === sorting.column) cell.setAttribute("aria-sort", direction);
+        else cell.removeAttribute("aria-sort");
+    });
 }
 
 function drawTable() {
@@ -94,15 +104,18 @@ function makeRow(place) {
     button.append(make("span", { class: `dot ${name}` }, name));
     const texts = {
         verdict: button,
-        address: rows.address[row] || "–",
-        subject: rows.subject[row] || "–",
-        rule: rows.label[row] || "–",
-        date: dateTexts[row] || "–",
-        place: make("bdi", {}, rows.place[row]),
+        recipient: rows.recipient[row],
+        reason: rows.reason[row],
+        advice: rows.advice[row],
+        status: rows.status[row],
+        reply: replyOf(row),
+        date: dateTexts[row],
     };
-    const cells = columns.map((column) =>
-        make("div", { role: "cell", class: `text ${column.name}` }, texts[column.name]),
-    );
+    const cells = columns.map(({ name }) => {
+        const text = texts[name] || "–";
+        const title = typeof text === "string" && text.length > 12 ? text : undefined;
+        return make("div", { role: "cell", class: `text ${name}`, title }, text);
+    });
     const element = make(
         "div",
         { role: "row", class: "row", "aria-rowindex": place + 2 },

@@ -5,12 +5,13 @@
 #include <string_view>
 #include <vector>
 
-#include "bounce/BounceType.h"
-#include "log/TraceTree.h"
+#include <bouncecheck/BounceType.h>
+#include <bouncecheck/Rule.h>
+#include <bouncecheck/TraceTree.h>
 #include "text/Utf8.h"
-#include "tool/RuleHelp.h"
 #include "tool/output/Excerpt.h"
 #include "tool/output/Output.h"
+#include "tool/sources/Place.h"
 
 namespace bouncecheck {
 namespace {
@@ -35,15 +36,14 @@ public:
     ExplainOutput(std::ostream& out, Style style) : out_(out), style_(style) {}
 
     Wanted wanted() const override {
-        return {.facts = true, .header = true, .data = true, .trace = true};
+        return {.recipients = true, .facts = true, .header = true, .data = true, .trace = true};
     }
 
     void show(const Classified& message) override {
         if (!isFirst_) out_ << '\n';
         isFirst_ = false;
-        const RuleHelp* rule = helpForLabel(message.label);
-        const TypeHelp* type = helpForType(message.type);
-        const std::string_view phrase = phraseBehind(message);
+        const Rule* rule = message.rule;
+        const VerdictType* type = verdictTypeOf(message.type);
 
         out_ << style_.paint(printable(placeOf(message.source, message.index, message.inMailbox)),
                              "1")
@@ -53,33 +53,31 @@ public:
         showFact("Verdict", verdictOf(message, type, rule), colorOf(message.type));
         showFact("Address", message.address.empty() ? "none" : message.address);
         showFact("Rule", ruleOf(message, rule));
-        showFact("Phrase", phrase);
-        showFact("Do", adviceFor(message.type, message.label));
+        showFact("Phrase", phraseWithPlace(message.match));
+        showFact("Do", adviceFor(message.type, rule));
+        showList("Recipient", message.recipients, recipientText);
         showFacts(message.facts);
         showSteps(message);
-        showText(message, phrase);
+        showText(message);
     }
 
 private:
-    static std::string verdictOf(const Classified& message, const TypeHelp* type,
-                                 const RuleHelp* rule) {
+    static std::string verdictOf(const Classified& message, const VerdictType* type,
+                                 const Rule* rule) {
         std::string text = bounceTypeName(message.type);
         text.append(" (").append(std::to_string(message.type)).append("): ");
         if (rule) return text.append(rule->meaning);
         return text.append(type ? type->meaning : std::string_view());
     }
 
-    static std::string ruleOf(const Classified& message, const RuleHelp* rule) {
-        if (rule) return message.label + ": " + std::string(rule->looksFor);
-        if (!message.label.empty()) return message.label;
+    static std::string ruleOf(const Classified& message, const Rule* rule) {
+        if (rule) return std::string(rule->label()).append(": ").append(rule->looksFor);
         if (message.type == BOUNCE_NONE) return "none held";
         return "a row of the rule table, which has no label";
     }
 
     void showFacts(const Facts& facts) {
         showFact("Reported by", facts.reportingMta);
-        showList("Failed", facts.failedRecipients, [](const std::string& a) { return a; });
-        showList("Recipient", facts.recipients, recipientText);
         showList("Report", facts.report,
                  [](const ReportField& field) { return field.name + ": " + field.value; });
         const ReturnedMessage& returned = facts.returned;
@@ -87,17 +85,21 @@ private:
         showFact("Returned", returned.messageId + (hasBoth ? " to " : "") + returned.to);
     }
 
-    static std::string recipientText(const RecipientFacts& recipient) {
-        std::string text = recipient.originalRecipient;
-        if (text.empty()) {
-            text = recipient.finalRecipient;
-        } else if (!recipient.finalRecipient.empty() && recipient.finalRecipient != text) {
-            text.append(" -> ").append(recipient.finalRecipient);
+    /// "user@example.net failed: unknown-mailbox, suppress (5.1.1, "user unknown" in the report)"
+    static std::string recipientText(const Recipient& recipient) {
+        std::string text = recipient.address.empty() ? recipient.tag : recipient.address;
+        if (!recipient.finalAddress.empty()) text.append(" -> ").append(recipient.finalAddress);
+        text.append(", ").append(nameOf(recipient.outcome));
+        if (recipient.reason != Reason::none) text.append(": ").append(nameOf(recipient.reason));
+        if (recipient.advice != Advice::none) text.append("; ").append(nameOf(recipient.advice));
+        std::string evidence;
+        for (const std::string_view code : {recipient.replyCode, recipient.status}) {
+            if (!code.empty()) evidence.append(evidence.empty() ? "" : " ").append(code);
         }
-        for (const std::string& more :
-             {recipient.action, recipient.status, recipient.diagnosticCode}) {
-            if (!more.empty()) text.append(", ").append(more);
+        if (!recipient.quote.empty()) {
+            evidence.append(evidence.empty() ? "\"" : ", \"").append(recipient.quote) += '"';
         }
+        if (!evidence.empty()) text.append(" (").append(evidence).append(")");
         return text;
     }
 
@@ -138,11 +140,10 @@ private:
     void showSteps(const Classified& message) {
         out_ << '\n' << margin << style_.paint("Steps", "1") << '\n';
         std::string tree;
-        appendWellFormed(tree,
-                         traceTree(message.trace, {.margin = "    ",
-                                                   .markedEvent = decidingEvent(message.trace),
-                                                   .mark = "   <== decides",
-                                                   .maxValueBytes = 120}));
+        appendWellFormed(tree, traceTree(message.trace, {.margin = "    ",
+                                                         .markedEvent = message.decidingEvent,
+                                                         .mark = "   <== decides",
+                                                         .maxValueBytes = 120}));
         for (const std::string_view line : linesOf(tree)) {
             const bool decides = line.ends_with("<== decides");
             out_ << style_.paint(inWidth(line), decides ? emphasis : std::string_view()) << '\n';
@@ -153,8 +154,8 @@ private:
         return style_.width > 0 ? fitted(line, style_.width) : std::string(line);
     }
 
-    void showText(const Classified& message, std::string_view phrase) {
-        const std::vector<ExcerptLine> lines = excerptOf(message, phrase);
+    void showText(const Classified& message) {
+        const std::vector<ExcerptLine> lines = excerptOf(message);
         if (lines.empty()) return;
         out_ << '\n' << margin << style_.paint("Text", "1") << '\n';
         for (const ExcerptLine& line : lines) {
@@ -183,7 +184,6 @@ private:
             carets.append(columns(piece), isMarked ? '^' : ' ');
         };
         for (const Mark& mark : line.marks) {
-            if (mark.size == 0) continue;
             addUpTo(mark.begin, false);
             addUpTo(mark.begin + mark.size, true);
         }

@@ -4,93 +4,118 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "bounce/BounceType.h"
+#include <bouncecheck/BounceType.h>
 #include "text/Ascii.h"
+#include "tool/output/Address.h"
+#include "tool/sources/Place.h"
 
 namespace bouncecheck {
 namespace {
 
-template <std::string Classified::*member>
-std::string own(const Classified& message) {
-    return message.*member;
+template <auto member>
+std::string_view own(const Shown& shown, std::string&) {
+    return shown.message.*member;
 }
 
-template <std::string RecipientFacts::*member>
-std::string ofRecipient(const Classified& message) {
-    const RecipientFacts* recipient = mainRecipient(message);
-    return recipient ? recipient->*member : std::string();
+template <std::string Recipient::*member>
+std::string_view ofRecipient(const Shown& shown, std::string&) {
+    return shown.recipient ? shown.recipient->*member : std::string_view();
+}
+
+template <auto Recipient::*member>
+std::string_view nameOfRecipients(const Shown& shown, std::string&) {
+    return shown.recipient ? nameOf(shown.recipient->*member) : std::string_view();
 }
 
 template <std::string ReturnedMessage::*member>
-std::string ofReturned(const Classified& message) {
-    return message.facts.returned.*member;
+std::string_view ofReturned(const Shown& shown, std::string&) {
+    return shown.message.facts.returned.*member;
 }
 
-std::string joined(std::string all, std::string_view more) {
+template <auto member>
+std::string_view number(const Shown& shown, std::string& scratch) {
+    return scratch = std::to_string(shown.message.*member);
+}
+
+void appendWord(std::string& all, std::string_view more) {
     if (!all.empty() && !more.empty()) all += ' ';
-    return all.append(more);
+    all += more;
 }
 
-std::string recipients(const Classified& message) {
-    std::string all;
-    for (const RecipientFacts& recipient : message.facts.recipients) {
-        all = joined(std::move(all), recipient.finalRecipient.empty() ? recipient.originalRecipient
-                                                                      : recipient.finalRecipient);
+std::string_view recipients(const Shown& shown, std::string& scratch) {
+    scratch.clear();
+    for (const Recipient& recipient : shown.message.recipients) {
+        appendWord(scratch, recipient.address);
     }
-    return all;
+    return scratch;
 }
 
-std::string failedRecipients(const Classified& message) {
-    std::string all;
-    for (const std::string& address : message.facts.failedRecipients) {
-        all = joined(std::move(all), address);
-    }
-    return all;
-}
-
-std::string feedbackType(const Classified& message) {
-    for (const ReportField& field : message.facts.report) {
+std::string_view feedbackType(const Shown& shown, std::string&) {
+    for (const ReportField& field : shown.message.facts.report) {
         if (ascii::equalsNoCase(field.name, "Feedback-Type")) return field.value;
     }
     return {};
+}
+
+/// What gave the reason: the words of the message, or else the code.
+std::string_view evidence(const Shown& shown, std::string&) {
+    if (!shown.recipient) return {};
+    const Recipient& recipient = *shown.recipient;
+    if (!recipient.quote.empty()) return recipient.quote;
+    return recipient.basis == ReasonBasis::status ? std::string_view(recipient.status)
+                                                  : recipient.row;
 }
 
 using Source = Field::Source;
 
 constexpr Field fields[] = {
     {"source", Source::verdict, 40, own<&Classified::source>, false, Cut::front},
-    {"index", Source::verdict, 7, [](const Classified& m) { return std::to_string(m.index); },
-     true},
+    {"index", Source::verdict, 7, number<&Classified::index>, true},
     {"location", Source::verdict, 40,
-     [](const Classified& m) { return placeOf(m.source, m.index, m.inMailbox); }, false,
-     Cut::front},
-    {"size", Source::verdict, 9, [](const Classified& m) { return std::to_string(m.size); }, true},
-    {"type", Source::verdict, 4, [](const Classified& m) { return std::to_string(m.type); }, true},
+     [](const Shown& s, std::string& scratch) -> std::string_view {
+         return scratch = placeOf(s.message.source, s.message.index, s.message.inMailbox);
+     },
+     false, Cut::front},
+    {"size", Source::verdict, 9, number<&Classified::size>, true},
+    {"type", Source::verdict, 4, number<&Classified::type>, true},
     {"name", Source::verdict, 12,
-     [](const Classified& m) { return std::string(bounceTypeName(m.type)); }},
-    {"label", Source::verdict, 7, own<&Classified::label>},
+     [](const Shown& s, std::string&) -> std::string_view {
+         return bounceTypeName(s.message.type);
+     }},
+    {"label", Source::verdict, 7,
+     [](const Shown& s, std::string&) -> std::string_view { return s.message.label(); }},
     {"address", Source::verdict, 37, own<&Classified::address>},
-    {"phrase", Source::verdict, 24, own<&Classified::phrase>},
+    {"phrase", Source::verdict, 24,
+     [](const Shown& s, std::string&) -> std::string_view { return s.message.match.phrase; }},
     {"subject", Source::header, 40, own<&Classified::subject>},
     {"from", Source::header, 30, own<&Classified::from>},
     {"date", Source::header, 31, own<&Classified::date>},
     {"message-id", Source::header, 40, own<&Classified::messageId>},
-    {"original-recipient", Source::facts, 30, ofRecipient<&RecipientFacts::originalRecipient>},
-    {"final-recipient", Source::facts, 30, ofRecipient<&RecipientFacts::finalRecipient>},
-    {"action", Source::facts, 9, ofRecipient<&RecipientFacts::action>},
-    {"status", Source::facts, 7, ofRecipient<&RecipientFacts::status>},
-    {"diagnostic", Source::facts, 40, ofRecipient<&RecipientFacts::diagnosticCode>},
-    {"remote-mta", Source::facts, 24, ofRecipient<&RecipientFacts::remoteMta>},
-    {"recipients", Source::facts, 40, recipients},
-    {"failed-recipients", Source::facts, 40, failedRecipients},
-    {"reporting-mta", Source::facts, 24, [](const Classified& m) { return m.facts.reportingMta; }},
+    {"recipient", Source::recipients, 37, ofRecipient<&Recipient::address>},
+    {"final-recipient", Source::recipients, 30, ofRecipient<&Recipient::finalAddress>},
+    {"tag", Source::recipients, 16, ofRecipient<&Recipient::tag>},
+    {"outcome", Source::recipients, 10, nameOfRecipients<&Recipient::outcome>},
+    {"reason", Source::recipients, 17, nameOfRecipients<&Recipient::reason>},
+    {"advice", Source::recipients, 11, nameOfRecipients<&Recipient::advice>},
+    {"status", Source::recipients, 7, ofRecipient<&Recipient::status>},
+    {"reply-code", Source::recipients, 10, ofRecipient<&Recipient::replyCode>},
+    {"diagnostic", Source::recipients, 40, ofRecipient<&Recipient::diagnostic>},
+    {"remote-mta", Source::recipients, 24, ofRecipient<&Recipient::remoteMta>},
+    {"last-attempt", Source::recipients, 31, ofRecipient<&Recipient::lastAttempt>},
+    {"will-retry-until", Source::recipients, 31, ofRecipient<&Recipient::willRetryUntil>},
+    {"found-in", Source::recipients, 8, nameOfRecipients<&Recipient::source>},
+    {"evidence", Source::recipients, 30, evidence},
+    {"recipients", Source::recipients, 40, recipients},
+    {"reporting-mta", Source::facts, 24,
+     [](const Shown& s, std::string&) -> std::string_view { return s.message.facts.reportingMta; }},
     {"feedback-type", Source::facts, 13, feedbackType},
     {"returned-message-id", Source::facts, 40, ofReturned<&ReturnedMessage::messageId>},
+    {"returned-from", Source::facts, 30, ofReturned<&ReturnedMessage::from>},
     {"returned-to", Source::facts, 30, ofReturned<&ReturnedMessage::to>},
     {"returned-subject", Source::facts, 40, ofReturned<&ReturnedMessage::subject>},
     {"returned-date", Source::facts, 31, ofReturned<&ReturnedMessage::date>},
     {"list-id", Source::facts, 24, ofReturned<&ReturnedMessage::listId>},
-    {"data", Source::data, 60, own<&Classified::data>},
+    {"data", Source::data, 60, [](const Shown& s, std::string&) { return s.message.text.view(); }},
 };
 
 }  // namespace
@@ -117,22 +142,28 @@ std::vector<const Field*> parseFields(std::string_view names) {
 void addWanted(std::span<const Field* const> chosen, Wanted& wanted) {
     for (const Field* field : chosen) {
         wanted.header |= field->source == Source::header;
+        wanted.recipients |= field->source == Source::recipients;
         wanted.facts |= field->source == Source::facts;
         wanted.data |= field->source == Source::data;
     }
 }
 
-const RecipientFacts* mainRecipient(const Classified& message) noexcept {
-    const auto& all = message.facts.recipients;
+const Recipient* mainRecipient(const Classified& message) noexcept {
+    const auto& all = message.recipients;
     if (all.empty()) return nullptr;
-    const auto byAddress = std::ranges::find_if(all, [&](const RecipientFacts& recipient) {
+    const auto byAddress = std::ranges::find_if(all, [&](const Recipient& recipient) {
         return !message.address.empty() &&
-               (ascii::equalsNoCase(recipient.finalRecipient, message.address) ||
-                ascii::equalsNoCase(recipient.originalRecipient, message.address));
+               (ascii::equalsNoCase(recipient.address, message.address) ||
+                ascii::equalsNoCase(recipient.finalAddress, message.address));
     });
     if (byAddress != all.end()) return &*byAddress;
-    const auto failed = std::ranges::find(all, "failed", &RecipientFacts::action);
+    const auto failed = std::ranges::find(all, Outcome::failed, &Recipient::outcome);
     return failed != all.end() ? &*failed : &all.front();
+}
+
+bool Rows::isShown(const Recipient& recipient) {
+    if (!choice_.onlyAddresses) return true;
+    return isAddress(recipient.address) && seen_.insert(withLowerDomain(recipient.address)).second;
 }
 
 }  // namespace bouncecheck

@@ -1,10 +1,12 @@
-#include <nlohmann/json.hpp>
 #include <ostream>
-#include <stdexcept>
 #include <string>
+#include <string_view>
 
-#include "bounce/BounceType.h"
-#include "tool/RuleHelp.h"
+#include <bouncecheck/Advice.h>
+#include <bouncecheck/BounceType.h>
+#include <bouncecheck/Reason.h>
+#include <bouncecheck/Rule.h>
+#include "tool/output/JsonWriter.h"
 #include "tool/output/Output.h"
 #include "tool/output/PageBlock.h"
 #include "tool/output/PageText.h"
@@ -12,22 +14,49 @@
 namespace bouncecheck {
 namespace {
 
-/// What the page tells of types and rules.
+/// What the page says about types, rules, reasons and advices.
 std::string helpJson() {
-    using Json = nlohmann::ordered_json;
-    Json help = {{"types", Json::array()}, {"rules", Json::object()}};
-    for (const TypeHelp& type : typeHelp()) {
-        help["types"].push_back({{"type", type.type},
-                                 {"name", bounceTypeName(type.type)},
-                                 {"meaning", type.meaning},
-                                 {"advice", type.advice}});
+    std::string help = "{\"types\":[";
+    const auto addText = [&](std::string_view before, std::string_view text) {
+        help += before;
+        appendJsonString(help, text);
+    };
+    std::string_view comma;
+    for (const VerdictType& type : allVerdictTypes()) {
+        help.append(comma).append("{\"type\":").append(std::to_string(type.type));
+        addText(",\"name\":", type.name);
+        addText(",\"meaning\":", type.meaning);
+        addText(",\"advice\":", type.advice);
+        help += '}';
+        comma = ",";
     }
-    for (const RuleHelp& rule : ruleHelp()) {
-        Json& row = help["rules"][std::string(rule.label)];
-        row = {{"meaning", rule.meaning}, {"looksFor", rule.looksFor}};
-        if (!rule.advice.empty()) row["advice"] = rule.advice;
+    help += "],\"rules\":{";
+    comma = "";
+    for (const Rule& rule : allRules()) {
+        addText(comma, rule.label());
+        addText(":{\"meaning\":", rule.meaning);
+        addText(",\"looksFor\":", rule.looksFor);
+        if (!rule.advice.empty()) addText(",\"advice\":", rule.advice);
+        help += '}';
+        comma = ",";
     }
-    return help.dump();
+    help += "},\"reasons\":{";
+    comma = "";
+    for (const ReasonMeaning& reason : allReasons()) {
+        addText(comma, reason.name);
+        addText(":{\"meaning\":", reason.meaning);
+        addText(",\"action\":", reason.action);
+        help += '}';
+        comma = ",";
+    }
+    help += "},\"advices\":{";
+    comma = "";
+    for (const AdviceMeaning& advice : allAdvices()) {
+        addText(comma, advice.name);
+        addText(":", advice.meaning);
+        comma = ",";
+    }
+    return help.append("}}");
 }
 
 class HtmlOutput final : public Output {
@@ -38,7 +67,7 @@ public:
     }
 
     Wanted wanted() const override {
-        return {.facts = true, .header = true, .data = true, .trace = true};
+        return {.recipients = true, .facts = true, .header = true, .data = true, .trace = true};
     }
 
     void show(const Classified& message) override {
@@ -52,10 +81,7 @@ public:
     }
 
 private:
-    void writeBlock() {
-        block_.write(out_);
-        if (!out_) throw std::runtime_error("the page could not be written");
-    }
+    void writeBlock() { block_.write(out_); }
 
     std::ostream& out_;
     PageBlock block_;

@@ -1,12 +1,11 @@
 #include <algorithm>
 #include <cstdint>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "bounce/BounceType.h"
+#include <bouncecheck/BounceType.h>
 #include "tool/output/JsonWriter.h"
 #include "tool/output/Output.h"
 
@@ -35,38 +34,40 @@ void addEvent(JsonWriter& json, const LogTrace::Event& event) {
         case LogTrace::Kind::info: json.member("info", event.text); break;
         case LogTrace::Kind::data:
             json.member("tag", event.text);
-            json.member("value", event.value);
+            json.member("value", event.value.view());
             break;
     }
     json.endObject();
 }
 
-void addRecipients(JsonWriter& json, const Facts& facts) {
-    json.name("recipients");
-    json.beginArray();
-    for (const RecipientFacts& recipient : facts.recipients) {
-        json.beginObject();
-        addText(json, "original_recipient", recipient.originalRecipient);
-        addText(json, "final_recipient", recipient.finalRecipient);
-        addText(json, "action", recipient.action);
-        addText(json, "status", recipient.status);
-        addText(json, "diagnostic_code", recipient.diagnosticCode);
-        addText(json, "remote_mta", recipient.remoteMta);
-        json.endObject();
-    }
-    json.endArray();
+void addRecipient(JsonWriter& json, const Recipient& recipient) {
+    json.beginObject();
+    json.member("address", recipient.address);
+    addText(json, "final_address", recipient.finalAddress);
+    addText(json, "tag", recipient.tag);
+    json.member("outcome", nameOf(recipient.outcome));
+    addText(json, "reason", nameOf(recipient.reason));
+    json.member("advice", nameOf(recipient.advice));
+    addText(json, "status", recipient.status);
+    addText(json, "reply_code", recipient.replyCode);
+    addText(json, "diagnostic", recipient.diagnostic);
+    addText(json, "remote_mta", recipient.remoteMta);
+    addText(json, "last_attempt", recipient.lastAttempt);
+    addText(json, "will_retry_until", recipient.willRetryUntil);
+    json.name("evidence");
+    json.beginObject();
+    json.member("found_in", nameOf(recipient.source));
+    addText(json, "reason_from", nameOf(recipient.basis));
+    addText(json, "row", recipient.row);
+    addText(json, "quote", recipient.quote);
+    json.endObject();
+    json.endObject();
 }
 
 void addReport(JsonWriter& json, const Facts& facts) {
     json.name("report");
     json.beginObject();
     addText(json, "reporting_mta", facts.reportingMta);
-    if (!facts.failedRecipients.empty()) {
-        json.name("failed_recipients");
-        json.beginArray();
-        for (const std::string& address : facts.failedRecipients) json.string(address);
-        json.endArray();
-    }
     if (!facts.report.empty()) {
         // A list, since fields may be repeated and their order may matter.
         json.name("fields");
@@ -86,24 +87,27 @@ void addReturned(JsonWriter& json, const ReturnedMessage& message) {
     json.name("returned");
     json.beginObject();
     addText(json, "message_id", message.messageId);
+    addText(json, "from", message.from);
     addText(json, "to", message.to);
     addText(json, "subject", message.subject);
     addText(json, "date", message.date);
     addText(json, "list_id", message.listId);
+    addText(json, "return_path", message.returnPath);
     json.endObject();
 }
 
 void addNumber(JsonWriter& json, std::string_view name, std::uint64_t value) {
     json.name(name);
-    json.number(value);
+    json.number(std::to_string(value));
 }
 
-void addChosen(JsonWriter& json, const std::vector<const Field*>& fields,
-               const Classified& message) {
+void addChosen(JsonWriter& json, const std::vector<const Field*>& fields, const Shown& shown) {
+    std::string scratch;
     for (const Field* field : fields) {
-        const std::string value = field->read(message);
+        const std::string_view value = field->read(shown, scratch);
         if (field->isNumber) {
-            addNumber(json, field->name, std::stoull(value));
+            json.name(field->name);
+            json.number(value);
         } else {
             json.member(field->name, value);
         }
@@ -115,21 +119,25 @@ void addEverything(JsonWriter& json, const Classified& message) {
     addNumber(json, "index", message.index);
     addNumber(json, "type", static_cast<std::uint64_t>(message.type));
     json.member("name", bounceTypeName(message.type));
-    if (message.label.empty()) {
+    if (message.label().empty()) {
         json.name("label");
         json.null();
     } else {
-        json.member("label", message.label);
+        json.member("label", message.label());
     }
     json.member("address", message.address);
-    addRecipients(json, message.facts);
+    json.name("recipients");
+    json.beginArray();
+    for (const Recipient& recipient : message.recipients) addRecipient(json, recipient);
+    json.endArray();
     addReport(json, message.facts);
     addReturned(json, message.facts.returned);
 }
 
 class JsonOutput final : public Output {
 public:
-    JsonOutput(std::ostream& out, OutputParts parts) : out_(out), parts_(std::move(parts)) {
+    JsonOutput(std::ostream& out, OutputParts parts)
+        : parts_(std::move(parts)), rows_(parts_.rows), json_(out) {
         std::vector<const Field*>& fields = parts_.fields;
         if (fields.empty()) return;
         if (std::exchange(parts_.data, false)) fields.push_back(parseFields("data").front());
@@ -137,21 +145,40 @@ public:
     }
 
     Wanted wanted() const override {
-        Wanted wanted = {
-            .facts = parts_.fields.empty(), .data = parts_.data, .trace = parts_.trace};
+        Wanted wanted = {.recipients = parts_.fields.empty(),
+                         .facts = parts_.fields.empty(),
+                         .data = parts_.data,
+                         .trace = parts_.trace};
         addWanted(parts_.fields, wanted);
         return wanted;
     }
 
     void show(const Classified& message) override {
-        json_.clear();
-        json_.beginObject();
-        if (parts_.fields.empty()) {
-            addEverything(json_, message);
-        } else {
-            addChosen(json_, parts_.fields, message);
+        try {
+            write(message);
+        } catch (...) {
+            json_.abandonLine();
+            throw;
         }
-        if (parts_.data) json_.member("data", message.data);
+    }
+
+private:
+    void write(const Classified& message) {
+        if (!parts_.fields.empty()) {
+            rows_.of(message, [&](const Shown& shown) {
+                json_.beginObject();
+                addChosen(json_, parts_.fields, shown);
+                endLine(message);
+            });
+            return;
+        }
+        json_.beginObject();
+        addEverything(json_, message);
+        endLine(message);
+    }
+
+    void endLine(const Classified& message) {
+        if (parts_.data) json_.member("data", message.text.view());
         if (parts_.trace) {
             json_.name("trace");
             json_.beginArray();
@@ -159,12 +186,11 @@ public:
             json_.endArray();
         }
         json_.endObject();
-        out_ << json_.text() << '\n';
+        json_.endLine();
     }
 
-private:
-    std::ostream& out_;
     OutputParts parts_;
+    Rows rows_;
     JsonWriter json_;
 };
 

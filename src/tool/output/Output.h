@@ -10,7 +10,8 @@
 
 namespace bouncecheck {
 
-/// What messages are shown as, one after the other as they are classified.
+/// What messages are shown as, one after the other as they are classified. Texts of a
+/// message are written a few KB at a time, never copied as a whole.
 class Output {
 public:
     Output() = default;
@@ -30,29 +31,37 @@ struct OutputParts {
     std::vector<const Field*> fields;
     bool data = false;
     bool trace = false;
+    RowChoice rows;
+    /// Of CSV and TSV: a line of names above the values.
+    bool headings = true;
+    /// Of CSV: put an apostrophe before values that spreadsheets take for formulas.
+    bool isCsvSafe = false;
 };
 
 /// Columns for people, and a count by verdict at the end. Nothing from a
 /// message can steer the terminal.
 std::unique_ptr<Output> makeTableOutput(std::ostream& out, OutputParts parts, Style style);
 
-/// One JSON object a line. Bytes that are not UTF-8 appear as U+FFFD.
+/// One JSON object a line. Bytes that are not UTF-8 appear as U+FFFD, control characters
+/// (text/Controls.h) as escapes.
 std::unique_ptr<Output> makeJsonOutput(std::ostream& out, OutputParts parts);
 
 /// CSV (RFC 4180, CRLF line ends) under a line of names. Line breaks and tabs
-/// stand in quotes; other control characters, which it has no place for, and bytes
-/// that are not UTF-8 appear as U+FFFD. Values are not changed to calm
-/// spreadsheets: an address may begin with '+' or '='.
+/// stand in quotes; other control characters (text/Controls.h), which it has no place
+/// for, and bytes that are not UTF-8 appear as U+FFFD. Values are exact unless
+/// `isCsvSafe` is set: an address may begin with '+' or '='.
 std::unique_ptr<Output> makeCsvOutput(std::ostream& out, OutputParts parts);
 
 /// Values between tabs under a line of names; control characters and the
-/// backslash as \t, \n, \r, \xNN and \\, which databases read back.
+/// backslash as \t, \n, \r, \xNN for each byte and \\, which databases read back.
 std::unique_ptr<Output> makeTsvOutput(std::ostream& out, OutputParts parts);
 
 /// The distinct addresses that failed, sorted, one a line, domains in lower case:
-/// that of the verdict, without punctuation around it, and of a report every recipient
-/// that failed. With `ofFailures`, verdicts that are no failure add no address of their
-/// own.
+/// that of the verdict, without punctuation around it, every recipient that a delivery
+/// report says failed, and those of X-Failed-Recipients. With `ofFailures`, verdicts that
+/// are no failure add no address of their own. Only addresses are listed (RFC 5321,
+/// section 4.1.2, and RFC 6531), and no mailer daemon or postmaster that the sender of
+/// the message is.
 std::unique_ptr<Output> makeAddressOutput(std::ostream& out, bool ofFailures);
 
 enum class SummaryForm { text, json };

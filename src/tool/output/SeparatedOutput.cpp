@@ -1,98 +1,132 @@
-#include <array>
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "text/Ascii.h"
+#include "text/Controls.h"
 #include "text/Utf8.h"
 #include "tool/output/Output.h"
 
 namespace bouncecheck {
 namespace {
 
-std::string csvValue(std::string_view value) {
-    std::string text;
-    appendWellFormed(text, value);
-    std::string out = "\"";
-    bool needsQuotes = false;
-    for (const char c : text) {
-        needsQuotes |= c == '"' || c == ',' || c == '\r' || c == '\n' || c == ' ' || c == '\t';
-        if (c == '"') out += '"';
-        if (ascii::isControl(c) && c != '\r' && c != '\n' && c != '\t') {
-            out += replacementCharacter;
-        } else {
-            out += c;
-        }
-    }
-    out += '"';
-    return needsQuotes ? out : out.substr(1, out.size() - 2);
+/// Appends `text` with each quote twice.
+void appendDoubled(std::string& out, std::string_view text) {
+    for (const char c : text) out.append(c == '"' ? 2 : 1, c);
 }
 
-std::string tsvValue(std::string_view value) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    appendWellFormed(text, value);
-    std::string out;
-    for (const char c : text) {
-        switch (c) {
-            case '\\': out += "\\\\"; break;
-            case '\t': out += "\\t"; break;
-            case '\n': out += "\\n"; break;
-            case '\r': out += "\\r"; break;
-            default:
-                if (ascii::isControl(c)) {
-                    const auto byte = static_cast<unsigned char>(c);
-                    out += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
-                } else {
-                    out += c;
-                }
-        }
-    }
-    return out;
+void appendCsv(std::string& out, std::string_view text) {
+    splitAtControls(
+        text, [&](std::string_view plain) { appendDoubled(out, plain); },
+        [&](std::uint32_t code, std::string_view bytes) {
+            const bool isSpace = code == '\t' || code == '\r' || code == '\n';
+            out += isSpace ? bytes : replacementCharacter;
+        });
+}
+
+void appendTsv(std::string& out, std::string_view text) {
+    splitAtControls(
+        text,
+        [&](std::string_view plain) {
+            for (const char c : plain) out.append(c == '\\' ? 2 : 1, c);
+        },
+        [&](std::uint32_t code, std::string_view bytes) {
+            switch (code) {
+                case '\t': out += "\\t"; break;
+                case '\n': out += "\\n"; break;
+                case '\r': out += "\\r"; break;
+                default:
+                    for (const char c : bytes) {
+                        appendHex(out, "\\x", static_cast<unsigned char>(c), 2);
+                    }
+            }
+        });
+}
+
+/// Whether a spreadsheet takes a value that begins so for a formula.
+constexpr bool startsFormula(std::string_view value) noexcept {
+    return !value.empty() && ascii::isOneOf(value.front(), "=+-@\t\r\n");
 }
 
 struct Dialect {
     char separator;
     std::string_view lineEnd;
-    std::string (*write)(std::string_view);
+    /// Characters that put a value in quotes.
+    std::string_view quoted;
+    /// Appends `text`, which is UTF-8, as it stands in a value.
+    void (*append)(std::string& out, std::string_view text);
 };
 
-constexpr Dialect csv = {',', "\r\n", csvValue};
-constexpr Dialect tsv = {'\t', "\n", tsvValue};
+constexpr Dialect csv = {',', "\r\n", "\", \t\r\n", appendCsv};
+constexpr Dialect tsv = {'\t', "\n", "", appendTsv};
+
+/// What is shown when no fields are asked for, of messages and of recipients.
+constexpr std::string_view messageFields = "source,index,type,name,label,address";
+constexpr std::string_view recipientFields =
+    "source,index,recipient,outcome,reason,advice,status,diagnostic";
 
 class SeparatedOutput final : public Output {
 public:
     SeparatedOutput(std::ostream& out, OutputParts parts, const Dialect& dialect)
-        : out_(out), fields_(std::move(parts.fields)), dialect_(dialect) {
-        if (fields_.empty()) fields_ = parseFields("source,index,type,name,label,address");
+        : out_(out),
+          fields_(std::move(parts.fields)),
+          rows_(parts.rows),
+          dialect_(dialect),
+          isCsvSafe_(parts.isCsvSafe) {
+        if (fields_.empty())
+            fields_ = parseFields(rows_.areOfRecipients() ? recipientFields : messageFields);
         if (parts.data) fields_.push_back(parseFields("data").front());
-        showLine([](const Field& field) { return std::string(field.name); });
+        if (parts.headings) writeLine([](const Field& field) { return field.name; });
     }
 
     Wanted wanted() const override {
-        Wanted wanted;
+        Wanted wanted = {.recipients = rows_.areOfRecipients()};
         addWanted(fields_, wanted);
         return wanted;
     }
 
     void show(const Classified& message) override {
-        showLine([&](const Field& field) { return dialect_.write(field.read(message)); });
+        std::string scratch;
+        rows_.of(message, [&](const Shown& shown) {
+            writeLine([&](const Field& field) { return field.read(shown, scratch); });
+        });
     }
 
 private:
     template <class Value>
-    void showLine(Value value) {
+    void writeLine(Value value) {
+        line_.clear();
         for (std::size_t i = 0; i < fields_.size(); ++i) {
-            if (i > 0) out_ << dialect_.separator;
-            out_ << value(*fields_[i]);
+            if (i > 0) line_ += dialect_.separator;
+            write(value(*fields_[i]));
         }
-        out_ << dialect_.lineEnd;
+        out_ << line_.append(dialect_.lineEnd);
+    }
+
+    void write(std::string_view value) {
+        constexpr std::size_t mostInMemory = 65536;
+        const std::string_view quote =
+            value.find_first_of(dialect_.quoted) != std::string_view::npos ? "\"" : "";
+        line_ += quote;
+        if (isCsvSafe_ && startsFormula(value)) line_ += '\'';
+        takeWellFormed(value, [&](std::string_view piece) {
+            dialect_.append(line_, piece);
+            if (line_.size() < mostInMemory) return;
+            out_ << line_;
+            line_.clear();
+        });
+        line_ += quote;
     }
 
     std::ostream& out_;
     std::vector<const Field*> fields_;
+    Rows rows_;
     const Dialect& dialect_;
+    bool isCsvSafe_;
+    /// What the stream does not have yet.
+    std::string line_;
 };
 
 }  // namespace

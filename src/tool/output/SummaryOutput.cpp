@@ -1,8 +1,9 @@
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstddef>
 #include <iomanip>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <ostream>
 #include <sstream>
 #include <string>
@@ -11,14 +12,15 @@
 #include <utility>
 #include <vector>
 
-#include "bounce/BounceType.h"
-#include "text/Ascii.h"
+#include <bouncecheck/BounceType.h>
+#include "tool/output/Address.h"
+#include "tool/output/JsonWriter.h"
 #include "tool/output/Output.h"
 
 namespace bouncecheck {
 namespace {
 
-/// Counts texts, and tells the most frequent.
+/// Counts texts, and knows the most frequent.
 class Frequencies {
 public:
     void add(const std::string& text) {
@@ -49,12 +51,13 @@ private:
     std::unordered_map<std::string, std::size_t> counts_;
 };
 
-/// What is behind the last "@", without what mail leaves there; as the page counts it.
-std::string domainOf(std::string_view address) {
-    const std::size_t at = address.rfind('@');
-    if (at == std::string_view::npos) return {};
-    const std::string_view domain = address.substr(at + 1);
-    return ascii::lowerCase(domain.substr(0, domain.find_first_of(" \t\r\n<>()[],;:\"'/\\")));
+/// `share`, which is between 0 and 1, with as many digits as distinguish it from its neighbours.
+std::string decimal(double share) {
+    std::array<char, 400> digits;  // of the smallest one
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), share,
+                                            std::chars_format::fixed);
+    const std::string text(digits.data(), end);
+    return text.find('.') == std::string::npos ? text + ".0" : text;
 }
 
 class SummaryOutput final : public Output {
@@ -67,9 +70,9 @@ public:
     void show(const Classified& message) override {
         ++messages_;
         ++types_[message.type];
-        labels_.add(message.label);
+        labels_.add(std::string(message.label()));
         domains_.add(domainOf(message.address));
-        phrases_.add(message.phrase);
+        phrases_.add(message.match.phrase);
     }
 
     void finish() override {
@@ -86,24 +89,29 @@ private:
     }
 
     void showJson() const {
-        using Json = nlohmann::ordered_json;
-        Json summary = {{"messages", messages_}, {"verdicts", Json::array()}};
+        std::string json = "{\"messages\":" + std::to_string(messages_) + ",\"verdicts\":[";
+        std::string_view comma;
         for (const auto& [type, count] : types_) {
-            summary["verdicts"].push_back({{"type", type},
-                                           {"name", bounceTypeName(type)},
-                                           {"count", count},
-                                           {"share", shareOf(count)}});
+            json.append(comma).append("{\"type\":").append(std::to_string(type));
+            json.append(",\"name\":\"").append(bounceTypeName(type));
+            json.append("\",\"count\":").append(std::to_string(count));
+            json.append(",\"share\":").append(decimal(shareOf(count))).append("}");
+            comma = ",";
         }
         const auto add = [&](const char* key, const char* of, const Frequencies& frequencies) {
-            Json& list = summary[key] = Json::array();
+            json.append("],\"").append(key).append("\":[");
+            comma = "";
             for (const auto& [text, count] : frequencies.top()) {
-                list.push_back({{of, text}, {"count", count}});
+                json.append(comma).append("{\"").append(of).append("\":");
+                appendJsonString(json, text);
+                json.append(",\"count\":").append(std::to_string(count)).append("}");
+                comma = ",";
             }
         };
         add("labels", "label", labels_);
         add("domains", "domain", domains_);
         add("phrases", "phrase", phrases_);
-        out_ << summary.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+        out_ << json << "]}\n";
     }
 
     void showText() const {

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "bounce/BounceType.h"
-#include "log/TraceTree.h"
+#include <bouncecheck/BounceType.h>
+#include <bouncecheck/TraceTree.h>
 #include "text/Ascii.h"
 #include "text/Utf8.h"
 #include "tool/output/Output.h"
@@ -48,8 +48,10 @@ std::vector<std::size_t> widthsWithin(const std::vector<const Field*>& fields, s
 class TableOutput final : public Output {
 public:
     TableOutput(std::ostream& out, OutputParts parts, Style style)
-        : out_(out), parts_(std::move(parts)), style_(style) {
-        if (parts_.fields.empty()) parts_.fields = parseFields("name,label,address,location");
+        : out_(out), parts_(std::move(parts)), rows_(parts_.rows), style_(style) {
+        if (parts_.fields.empty()) {
+            parts_.fields = parseFields("name,label,reason,recipient,location");
+        }
         if (style_.width > 0) {
             widths_ = widthsWithin(parts_.fields, style_.width);
         } else {
@@ -58,7 +60,8 @@ public:
     }
 
     Wanted wanted() const override {
-        Wanted wanted = {.data = parts_.data, .trace = parts_.trace};
+        Wanted wanted = {
+            .recipients = rows_.areOfRecipients(), .data = parts_.data, .trace = parts_.trace};
         addWanted(parts_.fields, wanted);
         return wanted;
     }
@@ -72,15 +75,9 @@ public:
             out_ << style_.paint(row, "1") << '\n';
         }
         ++counts_[message.type];
-        for (std::size_t i = 0; i < widths_.size(); ++i) {
-            const Field& field = *parts_.fields[i];
-            const bool isVerdict = field.name == "name" || field.name == "type";
-            out_ << style_.paint(cell(field.read(message), i),
-                                 isVerdict ? colorOf(message.type) : std::string_view());
-        }
-        out_ << '\n';
-        if (parts_.trace) showTrace(message.trace);
-        if (parts_.data) showData(message.data);
+        rows_.of(message, [this](const Shown& shown) { showRow(shown); });
+        if (parts_.trace) showTrace(message);
+        if (parts_.data) showData(message.text.view());
     }
 
     void finish() override {
@@ -101,37 +98,64 @@ public:
     }
 
 private:
+    void showRow(const Shown& shown) {
+        std::string scratch;
+        for (std::size_t i = 0; i < widths_.size(); ++i) {
+            const Field& field = *parts_.fields[i];
+            const std::string_view value = field.read(shown, scratch);
+            if (style_.width == 0 && value.size() > longValue) {
+                writePrintable(out_, value);
+                if (i + 1 < widths_.size()) out_ << ' ';
+                continue;
+            }
+            const bool isVerdict = field.name == "name" || field.name == "type";
+            out_ << style_.paint(cell(value, i),
+                                 isVerdict ? colorOf(shown.message.type) : std::string_view());
+        }
+        out_ << '\n';
+    }
+
     /// One value, and what divides it from the next. In a pipe a longer value
     /// pushes the rest of its line to the right; in a terminal it is cut.
     std::string cell(std::string_view value, std::size_t column) const {
         const bool isLast = column + 1 == widths_.size();
         const std::size_t width = widths_[column];
-        std::string text = value.empty() ? "-" : printable(value);
-        if (style_.width > 0) text = fitted(text, width, parts_.fields[column]->cut);
+        const Cut cut = parts_.fields[column]->cut;
+        // Columns enough for any terminal; what takes none has to end somewhere too.
+        if (cut == Cut::front)
+            value = value.substr(value.size() - std::min(value.size(), longValue));
+        std::string text = value.empty() ? "-" : printable(wholeCharacters(value, longValue));
+        if (style_.width > 0) text = fitted(text, width, cut);
         if (isLast) return text;
         const std::size_t used = columns(text);
         return text.append(used < width ? width - used + 1 : 1, ' ');
     }
 
-    void showTrace(std::span<const LogTrace::Event> trace) {
+    void showTrace(const Classified& message) {
         std::string tree;
-        appendWellFormed(tree, traceTree(trace, {.margin = "    ",
-                                                 .markedEvent = decidingEvent(trace),
-                                                 .mark = "   <== decides",
-                                                 .maxValueBytes = 300}));
+        appendWellFormed(tree, traceTree(message.trace, {.margin = "    ",
+                                                         .markedEvent = message.decidingEvent,
+                                                         .mark = "   <== decides",
+                                                         .maxValueBytes = 300}));
         out_ << tree;
     }
 
     void showData(std::string_view data) {
         while (!data.empty()) {
             const std::size_t end = data.find("\r\n");
-            out_ << "    | " << printable(data.substr(0, end)) << '\n';
+            out_ << "    | ";
+            writePrintable(out_, data.substr(0, end));
+            out_ << '\n';
             data.remove_prefix(end == std::string_view::npos ? data.size() : end + 2);
         }
     }
 
+    /// Values of more bytes are never in memory as they are printed.
+    static constexpr std::size_t longValue = 65536;
+
     std::ostream& out_;
     OutputParts parts_;
+    Rows rows_;
     Style style_;
     std::vector<std::size_t> widths_;
     std::map<int, std::size_t> counts_;

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <ostream>
 
-#include "bounce/BounceType.h"
-#include "log/TraceTree.h"
+#include <bouncecheck/BounceType.h>
+#include "text/Controls.h"
 #include "text/Utf8.h"
 #include "tool/tables/CharacterWidths.h"
 
@@ -31,6 +32,10 @@ std::string printable(std::string_view text) {
     std::string wellFormed;
     appendWellFormed(wellFormed, text);
     return escapeControls(wellFormed);
+}
+
+void writePrintable(std::ostream& out, std::string_view text) {
+    takeWellFormed(text, [&](std::string_view piece) { out << escapeControls(piece); });
 }
 
 std::size_t columns(std::string_view text) noexcept {

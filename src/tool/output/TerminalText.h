@@ -1,14 +1,17 @@
 #pragma once
 
 #include <cstddef>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
 namespace bouncecheck {
 
-/// `text` as well-formed UTF-8 without control characters: nothing from a message
-/// breaks a line or steers a terminal.
+/// `text` as well-formed UTF-8, control characters as escapes (text/Controls.h):
+/// nothing from a message breaks a line, steers a terminal or reorders what stands in it.
 std::string printable(std::string_view text);
+/// Writes the same a few KB at a time.
+void writePrintable(std::ostream& out, std::string_view text);
 
 /// How many columns of a terminal `text` (UTF-8) takes.
 std::size_t columns(std::string_view text) noexcept;
@@ -19,7 +22,7 @@ std::size_t bytesWithin(std::string_view text, std::size_t width) noexcept;
 
 enum class Cut { end, front };
 
-/// `text`, printable already, in at most `width` columns; "…" stands for what had
+/// `text`, printable already, in at most `width` columns; U+2026 stands for what had
 /// to go.
 std::string fitted(std::string_view text, std::size_t width, Cut cut = Cut::end);
 

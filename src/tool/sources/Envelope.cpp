@@ -3,22 +3,18 @@
 #include <algorithm>
 #include <array>
 
+#include "mime/CalendarNames.h"
 #include "text/Ascii.h"
 
 namespace bouncecheck {
 namespace {
 
-constexpr std::array<std::string_view, 7> weekdays = {"sun", "mon", "tue", "wed",
-                                                      "thu", "fri", "sat"};
-constexpr std::array<std::string_view, 12> months = {"jan", "feb", "mar", "apr", "may", "jun",
-                                                     "jul", "aug", "sep", "oct", "nov", "dec"};
-
 enum class Piece { none, month, time, year, isoDate, other };
 
+/// Whether `word` is one of the names, cut to three letters.
 template <std::size_t Size>
 bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& names) noexcept {
-    return std::ranges::any_of(
-        names, [&](std::string_view name) { return ascii::equalsNoCase(word, name); });
+    return word.size() == 3 && indexOfName(word, names) >= 0;
 }
 
 /// Whether `word` has the form of `pattern`, in which '9' stands for a digit.
@@ -31,7 +27,7 @@ bool isZone(std::string_view word) noexcept {
     if (word.starts_with('(') && word.ends_with(')')) {
         word = word.substr(1, word.size() - 2);
     }
-    const bool isName = word.size() >= 1 && word.size() <= 5 &&
+    const bool isName = !word.empty() && word.size() <= 5 &&
                         std::ranges::all_of(word, [](char c) { return c >= 'A' && c <= 'Z'; });
     return isName || hasForm(word, "+9999") || hasForm(word, "-9999");
 }
@@ -39,7 +35,7 @@ bool isZone(std::string_view word) noexcept {
 /// What part of a date `word` is.
 Piece pieceOf(std::string_view word) noexcept {
     if (word.ends_with(',')) word.remove_suffix(1);
-    if (isOneOf(word, months)) return Piece::month;
+    if (isOneOf(word, monthNames)) return Piece::month;
     if (hasForm(word, "99:99:99") || hasForm(word, "99:99") || hasForm(word, "9:99:99") ||
         hasForm(word, "9:99")) {
         return Piece::time;
@@ -47,7 +43,7 @@ Piece pieceOf(std::string_view word) noexcept {
     if (hasForm(word, "9999")) return Piece::year;
     if (hasForm(word, "9999-99-99")) return Piece::isoDate;
     const bool isDay = hasForm(word, "99") || hasForm(word, "9");
-    return isDay || isOneOf(word, weekdays) || isZone(word) ? Piece::other : Piece::none;
+    return isDay || isOneOf(word, weekdayNames) || isZone(word) ? Piece::other : Piece::none;
 }
 
 }  // namespace

@@ -1,11 +1,12 @@
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 
-#include "tool/Interrupt.h"
+#include "tool/Retry.h"
 #include "tool/UniqueFd.h"
 #include "tool/sources/InputStream.h"
 
@@ -20,6 +21,7 @@ public:
         struct stat status;
         if (::fstat(fd_.get(), &status) == 0 && S_ISREG(status.st_mode)) {
             size_ = static_cast<std::uint64_t>(status.st_size);
+            identity_ = identityIn(status);
         }
     }
 
@@ -28,13 +30,16 @@ public:
         // size and are read to their end.
         if (size_ && *size_ > 0 && position_ >= *size_) return 0;
         for (;;) {
-            throwIfInterrupted();
             const ssize_t count = ::read(fd_.get(), room.data(), room.size());
             if (count >= 0) {
+                if (count == 0 && size_ && *size_ > 0 && !room.empty()) {
+                    size_ = position_;
+                    throw ReadError("became shorter while it was read");
+                }
                 position_ += static_cast<std::uint64_t>(count);
                 return static_cast<std::size_t>(count);
             }
-            if (errno != EINTR) failWithErrno();
+            if (!mayTryAgain(fd_.get(), POLLIN)) failWithErrno();
         }
     }
 
@@ -43,21 +48,25 @@ public:
         return *size_ > position_ ? *size_ - position_ : 0;
     }
 
+    std::optional<FileIdentity> identity() const override { return identity_; }
+
     double fractionRead() const override {
         return size_ && *size_ > 0 ? static_cast<double>(position_) / static_cast<double>(*size_)
                                    : 0;
     }
+    std::uint64_t bytesRead() const override { return position_; }
 
 private:
     UniqueFd fd_;
     std::optional<std::uint64_t> size_;
+    std::optional<FileIdentity> identity_;
     std::uint64_t position_ = 0;
 };
 
 UniqueFd openReadOnly(const std::string& path) {
     // Without O_NONBLOCK the open of a pipe waits for its writer.
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-    // Mail readers tell new mail by the access time. Only the owner may spare it.
+    // Mail readers recognise new mail by the access time. Only the owner may spare it.
     UniqueFd fd(::open(path.c_str(), flags | O_NOATIME));
     if (!fd && errno == EPERM) fd = UniqueFd(::open(path.c_str(), flags));
     if (!fd) failWithErrno();

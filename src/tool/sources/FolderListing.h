@@ -20,8 +20,8 @@ public:
     /// Valid as long as the listing.
     std::string_view name(std::size_t i) const noexcept { return names_.data() + starts_[i] + 1; }
     /// A symbolic link is what it leads to, but to a folder it is `other`, since
-    /// links may go round in circles; one that leads nowhere is a file, and
-    /// opening it tells.
+    /// links may go round in circles; one that leads nowhere is a file, which
+    /// cannot be opened.
     Kind kind(std::size_t i) const noexcept { return static_cast<Kind>(names_[starts_[i]]); }
     bool hasFolder(std::string_view name) const noexcept;
 

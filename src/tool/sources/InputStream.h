@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "tool/sources/FileIdentity.h"
+
 namespace bouncecheck {
 
 /// What could not be read, in words for people.
@@ -26,12 +28,16 @@ public:
     virtual ~InputStream() = default;
 
     /// Fills the front of `room` and returns how many bytes; 0 at the end. Throws
-    /// ReadError, and Interrupted when a signal wants the program to end.
+    /// ReadError.
     virtual std::size_t read(std::span<char> room) = 0;
     /// How many bytes are left; nothing when that is not known.
     virtual std::optional<std::uint64_t> sizeLeft() const { return std::nullopt; }
+    /// The file that is read; nothing when that is none.
+    virtual std::optional<FileIdentity> identity() const { return std::nullopt; }
     /// How much of the whole was read, from 0 to 1; 0 when that is not known.
     virtual double fractionRead() const { return 0; }
+    /// How many bytes of the file or pipe were read for it, before any unpacking.
+    virtual std::uint64_t bytesRead() const { return 0; }
 };
 
 /// Opens a regular file, or a pipe by way of /dev/fd. Others are no mail and
@@ -39,9 +45,5 @@ public:
 std::unique_ptr<InputStream> openFile(const std::string& path);
 
 std::unique_ptr<InputStream> openStandardInput();
-
-/// `stream` itself, or what it holds when its first bytes are those of a gzip,
-/// xz or zstd file.
-std::unique_ptr<InputStream> unpacked(std::unique_ptr<InputStream> stream);
 
 }  // namespace bouncecheck

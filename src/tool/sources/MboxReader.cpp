@@ -12,28 +12,35 @@ namespace bouncecheck {
 namespace {
 
 constexpr std::size_t chunkSize = std::size_t{1} << 16;
+constexpr std::size_t smallestRoom = 4096;
 
-std::string_view firstLine(std::string_view text) noexcept {
-    const std::string_view line = text.substr(0, text.find('\n'));
+/// The first line of `text`, without its end; cut where it is longer than any envelope.
+std::string_view firstLine(std::string_view text, char lineEnd) noexcept {
+    text = text.substr(0, longestEnvelope + 2);
+    const std::string_view line = text.substr(0, text.find(lineEnd));
     return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
 }
 
+bool beginsWithEnvelope(std::string_view text, char lineEnd) noexcept {
+    return isEnvelope(firstLine(text, lineEnd));
+}
+
 /// The length of the line end that `text` begins with, or 0.
-std::size_t lineEndLength(std::string_view text) noexcept {
-    return text.starts_with("\r\n") ? 2 : text.starts_with('\n') ? 1 : 0;
+std::size_t lineEndLength(std::string_view text, char lineEnd) noexcept {
+    return text.starts_with(lineEnd) ? 1 : text.starts_with("\r\n") ? 2 : 0;
 }
 
 /// `text` without a line end that it ends in.
-std::string_view withoutLineEnd(std::string_view text) noexcept {
-    if (text.ends_with('\n')) text.remove_suffix(1);
-    if (text.ends_with('\r')) text.remove_suffix(1);
+std::string_view withoutLineEnd(std::string_view text, char lineEnd) noexcept {
+    if (text.ends_with(lineEnd)) text.remove_suffix(1);
+    if (lineEnd == '\n' && text.ends_with('\r')) text.remove_suffix(1);
     return text;
 }
 
 /// `text` without the blank line that mailboxes put behind each message.
-std::string_view withoutBlankLine(std::string_view text) noexcept {
-    const std::string_view shorter = withoutLineEnd(text);
-    return shorter.empty() || shorter.ends_with('\n') ? shorter : text;
+std::string_view withoutBlankLine(std::string_view text, char lineEnd) noexcept {
+    const std::string_view shorter = withoutLineEnd(text, lineEnd);
+    return shorter.empty() || shorter.ends_with(lineEnd) ? shorter : text;
 }
 
 /// Where "From " stands in `text`, from `at` on.
@@ -44,44 +51,70 @@ std::size_t findFrom(std::string_view text, std::size_t at) noexcept {
 }
 
 /// `text` with one '>' less before each "From " that begins a line behind them.
-std::string unquoted(std::string_view text) {
+std::string unquoted(std::string_view text, char lineEnd) {
     std::string out;
     std::size_t copied = 0;
     for (std::size_t at = 0; (at = findFrom(text, at)) != npos; ++at) {
         std::size_t start = at;
         while (start > copied && text[start - 1] == '>') --start;
-        if (start == at || (start > 0 && text[start - 1] != '\n')) continue;
+        if (start == at || (start > 0 && text[start - 1] != lineEnd)) continue;
+        if (copied == 0) out.reserve(text.size());
         out += text.substr(copied, at - 1 - copied);
         copied = at;
     }
     if (copied == 0) return std::string(text);
-    return out += text.substr(copied);
+    out += text.substr(copied);
+    return out;
 }
 
-bool hasBareFromLine(std::string_view text) noexcept {
-    return text.starts_with("From ") || contains(text, "\nFrom ");
+bool hasBareFromLine(std::string_view text, char lineEnd) noexcept {
+    const char mark[] = {lineEnd, 'F', 'r', 'o', 'm', ' '};
+    return text.starts_with("From ") || contains(text, {mark, sizeof mark});
 }
 
-/// The length of the header of `text`, the blank line included; npos when its
-/// end is not in sight.
-std::size_t headerLength(std::string_view text) noexcept {
-    for (std::size_t at = 0; (at = text.find('\n', at)) != npos;) {
-        ++at;
-        const std::size_t blank = lineEndLength(text.substr(at));
-        if (blank > 0) return at + blank;
+/// The length of the header of `text`, the blank line included; npos when its end is
+/// not in sight. `searched`, which begins as 0, spares the next call what was searched.
+std::size_t headerLength(std::string_view text, char lineEnd, std::size_t& searched) noexcept {
+    const std::size_t blankInFront = searched == 0 ? lineEndLength(text, lineEnd) : 0;
+    if (blankInFront > 0 || text.size() < 2) return blankInFront > 0 ? blankInFront : npos;
+    for (std::size_t at = searched; (at = text.find(lineEnd, at)) != npos; ++at) {
+        const std::size_t blank = lineEndLength(text.substr(at + 1), lineEnd);
+        if (blank > 0) return at + 1 + blank;
     }
+    searched = text.size() - 2;  // a blank line may have begun there
     return npos;
 }
 
-std::optional<std::size_t> contentLength(std::string_view header) {
-    constexpr std::string_view name = "\ncontent-length:";
-    const std::size_t at = findBytesNoCase(header, name);
-    if (at == npos) return std::nullopt;
-    const std::string_view value = ascii::trim(firstLine(header.substr(at + name.size())));
-    std::size_t length = 0;
-    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), length);
-    const bool isNumber = error == std::errc() && end == value.data() + value.size();
-    return isNumber ? std::optional(length) : std::nullopt;
+/// Takes the first field off `header`, with its continuation lines.
+std::string_view takeField(std::string_view& header, char lineEnd) noexcept {
+    std::size_t end = 0;
+    do {
+        end = std::min(header.find(lineEnd, end), header.size() - 1) + 1;
+    } while (end < header.size() && ascii::isBlank(header[end]));
+    const std::string_view field = header.substr(0, end);
+    header.remove_prefix(end);
+    return field;
+}
+
+/// The Content-Length in `header`; nothing when none is there, when it is no number or
+/// when several disagree.
+std::optional<std::size_t> contentLength(std::string_view header, char lineEnd) noexcept {
+    constexpr std::string_view name = "content-length";
+    std::optional<std::size_t> length;
+    while (!header.empty()) {
+        std::string_view field = takeField(header, lineEnd);
+        if (!ascii::startsWithNoCase(field, name)) continue;
+        field = ascii::trimLeft(field.substr(name.size()));
+        if (!field.starts_with(':')) continue;
+        const std::string_view value = ascii::trim(field.substr(1));
+        std::size_t number = 0;
+        const auto [end, error] =
+            std::from_chars(value.data(), value.data() + value.size(), number);
+        const bool isNumber = error == std::errc() && end == value.data() + value.size();
+        if (!isNumber || (length && *length != number)) return std::nullopt;
+        length = number;
+    }
+    return length;
 }
 
 }  // namespace
@@ -96,14 +129,19 @@ bool MboxReader::fill() {
     }
     const std::size_t size = buffer_.size();
     // A small file gets a small buffer: it is handed out with the message.
-    constexpr std::size_t smallest = 4096;
     const std::uint64_t left = stream_.sizeLeft().value_or(chunkSize) + 1;
-    const std::size_t room = std::clamp<std::size_t>(left, smallest, chunkSize);
+    const auto room =
+        static_cast<std::size_t>(std::clamp<std::uint64_t>(left, smallestRoom, chunkSize));
     if (buffer_.capacity() < size + room) {
         buffer_.reserve(std::max(size + room, size + size / 2));
     }
     buffer_.resize(size + room);
-    const std::size_t count = stream_.read(std::span(buffer_).subspan(size));
+    std::size_t count = 0;
+    try {
+        count = stream_.read(std::span(buffer_).subspan(size));
+    } catch (const ReadError& error) {
+        damage_ = error;
+    }
     buffer_.resize(size + count);
     atEnd_ = count == 0;
     return !atEnd_;
@@ -118,41 +156,71 @@ bool MboxReader::fillTo(std::size_t size) {
 }
 
 std::optional<MboxReader::Message> MboxReader::next() {
-    if (count_ == 0) {
-        fillTo(longestEnvelope + 2);
-        isMailbox_ = mayBeMailbox_ && isEnvelope(firstLine(unread()));
-        if (!isMailbox_) return wholeFile();
+    if (!hasBegun_) begin();
+    auto message = isMailbox_ ? nextOfMailbox() : wholeFile();
+    if (!message && damage_) throw ReadError(*std::exchange(damage_, std::nullopt));
+    return message;
+}
+
+/// Decides what the file is, and passes over what stands before its first message.
+void MboxReader::begin() {
+    hasBegun_ = true;
+    fillTo(longestEnvelope + 2);
+    // Where the first line ends in a bare CR, so do the others.
+    const std::size_t end = unread().substr(0, longestEnvelope + 1).find_first_of("\r\n");
+    const bool hasBareCr = end != npos && lineEndLength(unread().substr(end), '\n') == 0;
+    if (hasBareCr && beginsWithEnvelope(unread(), '\r')) lineEnd_ = '\r';
+    const bool hasEnvelope = beginsWithEnvelope(unread(), lineEnd_);
+    isMailbox_ = kind_ == FileKind::mailbox || (kind_ == FileKind::byContent && hasEnvelope);
+    if (!isMailbox_) {
+        if (hasEnvelope) skipEnvelope();
+        return;
     }
-    if (!isMailbox_) return std::nullopt;
-    fillTo(1);
-    if (unread().empty()) return std::nullopt;
-    return nextOfMailbox();
+    while (const std::size_t blank = lineEndLength(unread(), lineEnd_)) {
+        start_ += blank;
+        fillTo(2);
+    }
+}
+
+void MboxReader::skipEnvelope() {
+    const std::size_t line = unread().find(lineEnd_);
+    start_ += line == npos ? unread().size() : line + 1;
 }
 
 /// The file as one message.
 std::optional<MboxReader::Message> MboxReader::wholeFile() {
-    if (mayBeMailbox_ && unread().empty()) return std::nullopt;
+    const bool mayBeEmpty = kind_ == FileKind::message && !damage_;
+    if (count_ > 0 || (unread().empty() && !mayBeEmpty)) return std::nullopt;
     Message message;
     message.index = ++count_;
     const auto left = stream_.sizeLeft();
     message.tooLarge =
         (left && unread().size() + *left > maxMessageSize_) || fillTo(maxMessageSize_ + 1);
-    if (!message.tooLarge) message.bytes = std::exchange(buffer_, {});
+    if (!message.tooLarge) message.bytes = takeUnread();
     return message;
 }
 
-/// The message whose envelope what is unread begins with.
-MboxReader::Message MboxReader::nextOfMailbox() {
+/// All that is unread, in storage that is not much larger.
+std::string MboxReader::takeUnread() {
+    const bool hasMuchRoom = buffer_.capacity() / 2 > unread().size() + smallestRoom;
+    if (hasMuchRoom) return std::string(unread());
+    buffer_.erase(0, std::exchange(start_, 0));
+    return std::exchange(buffer_, {});
+}
+
+std::optional<MboxReader::Message> MboxReader::nextOfMailbox() {
     fillTo(longestEnvelope + 2);
-    const std::size_t line = unread().find('\n');
-    start_ += line == npos ? unread().size() : line + 1;
+    if (unread().empty()) return std::nullopt;
+    // Only the first message can be without.
+    if (count_ > 0 || beginsWithEnvelope(unread(), lineEnd_)) skipEnvelope();
 
     Message message;
     message.index = ++count_;
     std::size_t next = 0;
     if (const auto end = endByLength(next)) {
         const std::string_view text = unread().substr(0, *end);
-        message.bytes = hasBareFromLine(text) ? std::string(text) : unquoted(text);
+        message.bytes =
+            hasBareFromLine(text, lineEnd_) ? std::string(text) : unquoted(text, lineEnd_);
     } else {
         next = findEnvelope(maxMessageSize_);
         if (next == npos && !atEnd_) {
@@ -161,9 +229,9 @@ MboxReader::Message MboxReader::nextOfMailbox() {
             return message;
         }
         next = std::min(next, unread().size());
-        const std::string_view text = withoutBlankLine(unread().substr(0, next));
+        const std::string_view text = withoutBlankLine(unread().substr(0, next), lineEnd_);
         message.tooLarge = text.size() > maxMessageSize_;
-        if (!message.tooLarge) message.bytes = unquoted(text);
+        if (!message.tooLarge) message.bytes = unquoted(text, lineEnd_);
     }
     start_ += next;
     return message;
@@ -175,21 +243,22 @@ bool MboxReader::endsBehind(std::size_t end, std::size_t& next) {
     fillTo(end + 2 + longestEnvelope + 2);
     const std::string_view text = unread();
     if (end > text.size()) return false;
-    next = end + lineEndLength(text.substr(end));
-    const bool isLineStart = next > 0 && text[next - 1] == '\n';
-    return next == text.size() || (isLineStart && isEnvelope(firstLine(text.substr(next))));
+    next = end + lineEndLength(text.substr(end), lineEnd_);
+    const bool isLineStart = next > 0 && text[next - 1] == lineEnd_;
+    return next == text.size() || (isLineStart && beginsWithEnvelope(text.substr(next), lineEnd_));
 }
 
 /// The end of the message by its Content-Length, if one is there.
 std::optional<std::size_t> MboxReader::endByLength(std::size_t& next) {
     // Real headers are far shorter; what is longer is scanned as any text.
     constexpr std::size_t longestHeader = std::size_t{1} << 20;
-    std::size_t header = headerLength(unread());
+    std::size_t searched = 0;
+    std::size_t header = headerLength(unread(), lineEnd_, searched);
     while (header == npos && unread().size() < longestHeader && fill()) {
-        header = headerLength(unread());
+        header = headerLength(unread(), lineEnd_, searched);
     }
     if (header == npos) return std::nullopt;
-    const auto length = contentLength(unread().substr(0, header));
+    const auto length = contentLength(unread().substr(0, header), lineEnd_);
     if (!length || *length > maxMessageSize_ || header > maxMessageSize_ - *length) {
         return std::nullopt;
     }
@@ -207,11 +276,11 @@ std::size_t MboxReader::findEnvelope(std::size_t maxSize) {
             continue;
         }
         at = found + 1;
-        if (found == 0 || unread()[found - 1] != '\n') continue;
+        if (found == 0 || unread()[found - 1] != lineEnd_) continue;
         fillTo(found + longestEnvelope + 2);
-        const std::string_view before = withoutLineEnd(unread().substr(0, found));
-        const bool behindBlankLine = before.empty() || before.ends_with('\n');
-        if (behindBlankLine && isEnvelope(firstLine(unread().substr(found)))) return found;
+        const std::string_view before = withoutLineEnd(unread().substr(0, found), lineEnd_);
+        const bool behindBlankLine = before.empty() || before.ends_with(lineEnd_);
+        if (behindBlankLine && beginsWithEnvelope(unread().substr(found), lineEnd_)) return found;
     }
 }
 

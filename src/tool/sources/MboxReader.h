@@ -6,21 +6,25 @@
 #include <string>
 #include <string_view>
 
+#include "tool/sources/FileKind.h"
 #include "tool/sources/InputStream.h"
 
 namespace bouncecheck {
 
 /// Hands out the messages of a file: those of a mailbox (mboxo, mboxrd, mboxcl,
-/// mboxcl2), or the one that the file is.
+/// mboxcl2; RFC 4155), or the one that the file is.
 ///
-/// A file is a mailbox when it begins with an envelope. A message of a mailbox
-/// ends before a blank line and an envelope, or where its Content-Length says, if
-/// such an end is there. ">From " at the start of a line loses a '>', unless the
-/// length shows that the mailbox quotes nothing. An empty file holds no message,
-/// and a truncated one ends in what there is.
+/// Which of them the file is follows from its kind. A message of a mailbox ends before
+/// a blank line and an envelope, or where its Content-Length says, if such an end is
+/// there. ">From " at the start of a line loses a '>', unless the length shows that
+/// the mailbox quotes nothing. An envelope in front of a single message is left out,
+/// and nothing else of it is changed. Lines end in LF or CRLF; in a bare CR where
+/// the first envelope does.
 ///
-/// Holds one message at a time; where lengths lie, as much as they promise, which
-/// stays within a few times the limit.
+/// An empty file holds no message unless it is known to be one, and a truncated one
+/// ends in what there is. Time is linear in the size of the file. Holds one message at
+/// a time; where lengths lie, as much as they promise, which stays within a few times
+/// the limit.
 class MboxReader {
 public:
     struct Message {
@@ -31,19 +35,21 @@ public:
         bool tooLarge = false;
     };
 
-    /// `maxMessageSize` is in bytes. `mayBeMailbox` is false where a file is one
-    /// message whatever it begins with.
-    MboxReader(InputStream& stream, std::size_t maxMessageSize, bool mayBeMailbox = true)
-        : stream_(stream), maxMessageSize_(maxMessageSize), mayBeMailbox_(mayBeMailbox) {}
+    /// `maxMessageSize` is in bytes.
+    MboxReader(InputStream& stream, std::size_t maxMessageSize, FileKind kind = FileKind::byContent)
+        : stream_(stream), maxMessageSize_(maxMessageSize), kind_(kind) {}
 
-    /// The next message, or nothing at the end. Throws what the stream throws.
+    /// The next message, or nothing at the end. Throws what the stream throws; a
+    /// ReadError only after all that was read before it has been handed out.
     std::optional<Message> next();
 
-    /// Whether the file is a mailbox; known once there was a message.
+    /// Whether the file is a mailbox; known after the first call of `next`.
     bool isMailbox() const noexcept { return isMailbox_; }
 
 private:
-    Message nextOfMailbox();
+    void begin();
+    void skipEnvelope();
+    std::optional<Message> nextOfMailbox();
     std::optional<Message> wholeFile();
     std::string_view unread() const noexcept { return std::string_view(buffer_).substr(start_); }
     bool fill();
@@ -54,16 +60,22 @@ private:
     /// file or in about `maxSize` bytes.
     std::size_t findEnvelope(std::size_t maxSize);
     void skipMessage();
+    std::string takeUnread();
 
     InputStream& stream_;
     std::size_t maxMessageSize_;
-    bool mayBeMailbox_;
+    FileKind kind_;
     /// What was read and not handed out yet begins at `start_`.
     std::string buffer_;
     std::size_t start_ = 0;
     bool atEnd_ = false;
+    /// Why the stream ended too early; reported after the last message.
+    std::optional<ReadError> damage_;
     std::uint64_t count_ = 0;
+    bool hasBegun_ = false;
     bool isMailbox_ = false;
+    /// The last byte of each line end.
+    char lineEnd_ = '\n';
 };
 
 }  // namespace bouncecheck

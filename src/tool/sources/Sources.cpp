@@ -6,41 +6,57 @@
 #include <array>
 #include <climits>
 #include <memory>
-#include <new>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 
+#include "tool/sources/FileIdentity.h"
+#include "tool/sources/FileKind.h"
+#include "tool/sources/FileReader.h"
 #include "tool/sources/FolderListing.h"
 #include "tool/sources/InputStream.h"
-#include "tool/sources/MboxReader.h"
+#include "tool/sources/Place.h"
 
 namespace bouncecheck {
 namespace {
 
-/// The stretch of the whole work that something takes, from 0 to 1.
-struct Stretch {
-    double begin = 0;
-    double size = 1;
+/// Whether `folder` is `cur` or `new` of a Maildir.
+bool isInMaildir(const std::string& folder) {
+    const auto self = identityOf(folder);
+    const auto cur = identityOf(folder + "/../cur/.");
+    const auto fresh = identityOf(folder + "/../new/.");
+    return self && cur && fresh && (self == cur || self == fresh);
+}
 
-    Stretch part(std::size_t i, std::size_t count) const noexcept {
-        const double share = size / static_cast<double>(count);
-        return {begin + share * static_cast<double>(i), share};
+/// The paths of what is in a folder, one at a time, made without another allocation.
+class EntryPath {
+public:
+    explicit EntryPath(const std::string& folder) {
+        path_.reserve(folder.size() + 1 + NAME_MAX);
+        path_ = folder;
+        if (!path_.ends_with('/')) path_ += '/';
+        folderSize_ = path_.size();
     }
-};
 
-/// Whether the first bytes decide what a file is.
-enum class FileKind { either, message };
+    /// Valid until the next.
+    const std::string& of(std::string_view name) {
+        path_.resize(folderSize_);
+        return path_.append(name);
+    }
+
+private:
+    std::string path_;
+    std::size_t folderSize_ = 0;
+};
 
 class SourceReader {
 public:
     SourceReader(const SourceOptions& options, const OnMessage& onMessage,
                  const OnProblem& onProblem)
-        : options_(options), onMessage_(onMessage), onProblem_(onProblem) {
-        for (const std::string& path : options.excluded) {
-            struct stat status;
-            if (::stat(path.c_str(), &status) == 0) excluded_.push_back(status);
-        }
+        : options_(options), onProblem_(onProblem), files_(options, onMessage, onProblem) {
+        remember(options.excluded, excluded_);
+        remember(options.written, written_);
     }
 
     void readAll() {
@@ -53,20 +69,39 @@ public:
     }
 
 private:
-    template <class Read>
-    void tellingProblems(const std::string& name, Read&& read) {
-        try {
-            read();
-        } catch (const ReadError& error) {
-            onProblem_(name, error.what());
-        } catch (const std::bad_alloc&) {  // one huge file does not end the run
-            onProblem_(name, "not enough memory");
+    using Files = std::vector<FileIdentity>;
+
+    /// Counts a folder while it is read.
+    class Level {
+    public:
+        explicit Level(unsigned& levels) noexcept : levels_(levels) { ++levels_; }
+        Level(const Level&) = delete;
+        Level& operator=(const Level&) = delete;
+        ~Level() { --levels_; }
+
+    private:
+        unsigned& levels_;
+    };
+
+    static void remember(const std::vector<std::string>& paths, Files& files) {
+        for (const std::string& path : paths) {
+            if (const auto file = identityOf(path)) files.push_back(*file);
         }
     }
 
+    static bool isAmong(const Files& files, const FileIdentity& file) {
+        return std::ranges::find(files, file) != files.end();
+    }
+
+    template <class Read>
+    void tryReading(const std::string& name, Read&& read) {
+        reportingProblems(onProblem_, name, std::forward<Read>(read));
+    }
+
     void readList(const std::string& name) {
-        tellingProblems(name, [&] {
+        tryReading(name, [&] {
             const auto list = open(name);
+            if (!list) return;
             const char end = options_.nulSeparated ? '\0' : '\n';
             std::array<char, 4096> piece;
             std::string path;
@@ -87,41 +122,88 @@ private:
         });
     }
 
-    static std::unique_ptr<InputStream> open(const std::string& path) {
-        return path == "-" ? openStandardInput() : openFile(path);
+    /// Null for what is no source but written by the run. Once it is open, it cannot
+    /// become another file.
+    std::unique_ptr<InputStream> open(const std::string& path) const {
+        auto stream = path == "-" ? openStandardInput() : openFile(path);
+        const auto file = stream->identity();
+        if (file && isAmong(excluded_, *file)) return nullptr;
+        if (file && isAmong(written_, *file)) {
+            if (!options_.holdsOutput(beginningOf(*stream))) {
+                throw SourceIsOutput(path + ": is read as mail, so no output is written to it");
+            }
+            return nullptr;
+        }
+        return stream;
+    }
+
+    static std::string beginningOf(InputStream& stream) {
+        constexpr std::size_t enough = std::size_t{2} * PATH_MAX;
+        std::string beginning(enough, '\0');
+        std::size_t size = 0;
+        while (const std::size_t count = stream.read(std::span(beginning).subspan(size))) {
+            size += count;
+        }
+        beginning.resize(size);
+        return beginning;
     }
 
     void readPath(const std::string& path, Stretch stretch) {
         struct stat status;
-        if (path != "-" && ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
-            readFolder(path, stretch);
+        if (path == "-" || ::stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
+            tryReading(path, [&] { readFile(path, isOfMaildir(path), stretch); });
+        } else if (isAmong(excluded_, identityIn(status))) {
+            onProblem_(path, "is the folder that messages are delivered to");
         } else {
-            readFile(path, FileKind::either, stretch);
+            readFolder(path, stretch, isInMaildir(path));
         }
     }
 
-    bool isExcluded(const std::string& path) const {
-        struct stat status;
-        return !excluded_.empty() && ::stat(path.c_str(), &status) == 0 &&
-               std::ranges::any_of(excluded_, [&](const struct stat& one) {
-                   return one.st_dev == status.st_dev && one.st_ino == status.st_ino;
-               });
+    /// Whether the file `path` is in `cur` or `new` of a Maildir.
+    bool isOfMaildir(const std::string& path) {
+        if (path == "-") return false;
+        const std::size_t name = path.find_last_of('/') + 1;
+        const std::string folder = name == 0 ? "." : path.substr(0, name);
+        // Lists name many files of one folder.
+        if (folder != lastFolder_) {
+            lastFolder_ = folder;
+            lastIsInMaildir_ = isInMaildir(folder);
+        }
+        return lastIsInMaildir_;
     }
 
-    void readFolder(const std::string& folder, Stretch stretch) {
-        if (isExcluded(folder)) return;
-        const std::optional<FolderListing> listing = list(folder);
-        if (!listing) return;
-        if (listing->hasFolder("cur") && listing->hasFolder("new")) {
-            readMaildir(folder, *listing, stretch);
-            return;
-        }
-        for (std::size_t i = 0; i < listing->size(); ++i) {
-            const std::string path = below(folder, listing->name(i));
-            const Stretch part = stretch.part(i, listing->size());
-            switch (listing->kind(i)) {
-                case FolderListing::Kind::folder: readFolder(path, part); break;
-                case FolderListing::Kind::file: readFile(path, FileKind::either, part); break;
+    bool isExcludedFolder(const std::string& path) const {
+        if (excluded_.empty()) return false;
+        const auto folder = identityOf(path);
+        return folder && isAmong(excluded_, *folder);
+    }
+
+    void readFolder(const std::string& folder, Stretch stretch, bool isOfMaildir = false) {
+        // Each takes some of the stack.
+        constexpr unsigned mostLevels = 100;
+        if (isExcludedFolder(folder)) return;
+        const Level level(levels_);
+        tryReading(folder, [&] {
+            if (levels_ > mostLevels) throw ReadError("is in too many folders, one in the other");
+            const std::optional<FolderListing> listing = list(folder);
+            if (!listing) return;
+            if (listing->hasFolder("cur") && listing->hasFolder("new")) {
+                readMaildir(folder, *listing, stretch);
+            } else {
+                readEntries(folder, *listing, stretch, isOfMaildir);
+            }
+        });
+    }
+
+    void readEntries(const std::string& folder, const FolderListing& listing, Stretch stretch,
+                     bool isOfMaildir) {
+        EntryPath path(folder);
+        for (std::size_t i = 0; i < listing.size(); ++i) {
+            const std::string& entry = path.of(listing.name(i));
+            const Stretch part = stretch.part(i, listing.size());
+            switch (listing.kind(i)) {
+                case FolderListing::Kind::folder: readFolder(entry, part); break;
+                case FolderListing::Kind::file: readFile(entry, isOfMaildir, part); break;
                 case FolderListing::Kind::other: break;
             }
         }
@@ -130,80 +212,63 @@ private:
     /// The messages in `cur` and `new`, and the Maildirs inside. `tmp` is never
     /// looked at, and files beside them are the notes of mail servers.
     void readMaildir(const std::string& folder, const FolderListing& listing, Stretch stretch) {
-        const auto cur = list(below(folder, "cur"));
-        const auto fresh = list(below(folder, "new"));
+        EntryPath path(folder);
+        const auto cur = list(path.of("cur"));
+        const auto fresh = list(path.of("new"));
         const auto sizeOf = [](const auto& names) { return names ? names->size() : 0; };
         const std::size_t count = listing.size() + sizeOf(cur) + sizeOf(fresh);
         std::size_t done = 0;
-        const auto readMessages = [&](const std::string& path, const auto& names) {
+        const auto readMessages = [&](const std::string& from, const auto& names) {
+            EntryPath message(from);
             for (std::size_t i = 0; i < sizeOf(names); ++i) {
                 if (names->kind(i) != FolderListing::Kind::file) continue;
-                readFile(below(path, names->name(i)), FileKind::message,
-                         stretch.part(done + i, count));
+                readFile(message.of(names->name(i)), true, stretch.part(done + i, count));
             }
             done += sizeOf(names);
         };
         for (std::size_t i = 0; i < listing.size(); ++i) {
             const std::string_view name = listing.name(i);
-            const std::string path = below(folder, name);
+            const std::string& entry = path.of(name);
             const bool isFolder = listing.kind(i) == FolderListing::Kind::folder;
             if (name == "cur") {
-                readMessages(path, cur);
+                readMessages(entry, cur);
             } else if (name == "new") {
-                readMessages(path, fresh);
+                readMessages(entry, fresh);
             } else if (isFolder && name != "tmp") {
-                readFolder(path, stretch.part(done, count));
+                readFolder(entry, stretch.part(done, count));
             }
             ++done;
         }
     }
 
-    /// The names in a folder; nothing when it cannot be read, which is told.
+    /// The names in a folder; nothing when it cannot be read, which is reported.
     std::optional<FolderListing> list(const std::string& folder) {
         std::optional<FolderListing> listing;
-        tellingProblems(folder, [&] { listing.emplace(folder); });
+        tryReading(folder, [&] { listing.emplace(folder); });
         return listing;
     }
 
-    static std::string below(const std::string& folder, std::string_view name) {
-        std::string path = folder;
-        if (!path.ends_with('/')) path += '/';
-        return path.append(name);
-    }
-
-    void readFile(const std::string& path, FileKind kind, Stretch stretch) {
-        if (isExcluded(path)) return;
-        tellingProblems(path, [&] {
-            const auto stream = unpacked(open(path));
-            MboxReader reader(*stream, options_.maxMessageSize, kind == FileKind::either);
-            while (auto message = reader.next()) {
-                if (message->tooLarge) {
-                    onProblem_(placeOf(path, message->index, reader.isMailbox()),
-                               "the message is larger than --max-message-size allows");
-                    continue;
-                }
-                onMessage_({.source = path,
-                            .index = message->index,
-                            .inMailbox = reader.isMailbox(),
-                            .bytes = std::move(message->bytes),
-                            .progress = stretch.begin + stretch.size * stream->fractionRead()});
-            }
+    void readFile(const std::string& path, bool isOfMaildir, Stretch stretch) {
+        const bool isMessage = options_.single || isOfMaildir;
+        const FileKind kind = isMessage ? FileKind::message : kindOfName(path);
+        tryReading(path, [&] {
+            if (auto stream = open(path)) files_.read({path, kind, stretch}, std::move(stream));
         });
     }
 
     const SourceOptions& options_;
-    const OnMessage& onMessage_;
     const OnProblem& onProblem_;
-    std::vector<struct stat> excluded_;
+    FileReader files_;
+    /// The folder of the last file that was named, and whether it is of a Maildir.
+    std::string lastFolder_;
+    bool lastIsInMaildir_ = false;
+    /// How many folders are being read, one in the other.
+    unsigned levels_ = 0;
+    Files excluded_;
+    Files written_;
 };
 
 }  // namespace
-
-std::string placeOf(std::string_view source, std::uint64_t index, bool inMailbox) {
-    std::string place(source);
-    if (inMailbox) place.append(":").append(std::to_string(index));
-    return place;
-}
 
 void readSources(const SourceOptions& options, const OnMessage& onMessage,
                  const OnProblem& onProblem) {

@@ -4,15 +4,16 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace bouncecheck {
 
 /// One message as it was found.
 struct SourceMessage {
-    /// The path of its file; "-" for standard input.
+    /// The path of its file, with that of the member behind it in an archive; "-" for
+    /// standard input.
     std::string source;
     /// Its place in a mailbox file, from 1; 1 in a file of its own.
     std::uint64_t index = 1;
@@ -28,28 +29,46 @@ struct SourceOptions {
     /// behind each.
     std::optional<std::string> listFile = {};
     bool nulSeparated = false;
+    /// Each file is one message, and standard input too, whatever they look like.
+    bool single = false;
     /// Larger messages are a problem; in bytes.
     std::size_t maxMessageSize = std::size_t{64} << 20;
-    /// Folders and files that are passed over wherever they are met, such as those that
-    /// are written meanwhile.
+    /// Folders and files that are skipped wherever they are met, such as those that are
+    /// written meanwhile.
     std::vector<std::string> excluded = {};
+    /// Files that the run writes to or replaces. One that is met and holds output of
+    /// before, of which `holdsOutput` is asked, is skipped; others hold mail.
+    std::vector<std::string> written = {};
+    /// Takes the beginning of a file.
+    std::function<bool(std::string_view)> holdsOutput = {};
+};
+
+/// Thrown when a file that holds mail is one that the run writes to.
+class SourceIsOutput : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
 };
 
 using OnMessage = std::function<void(SourceMessage message)>;
 /// Takes the name of what could not be read, and why.
-using OnProblem = std::function<void(const std::string& source, const std::string& reason)>;
+using OnProblem = std::function<void(std::string_view source, std::string_view reason)>;
 
-/// Where a message is, for people: the path, with its place in a mailbox file
-/// behind a colon.
-std::string placeOf(std::string_view source, std::uint64_t index, bool inMailbox);
+/// The problem of what there was no memory for.
+inline constexpr std::string_view outOfMemory = "not enough memory";
 
 /// Reads the messages that the paths name, in order: "-" is standard input; a file
-/// is a message or a mailbox, packed or not; a Maildir is the messages in `cur` and
-/// `new`; a folder, all below it in the order of their names. Symbolic links to
-/// folders inside a folder are not followed. What cannot be read is told and
-/// passed over. Memory: one message, and the names in one folder.
+/// is a message or a mailbox, or an archive of such, packed or not; a Maildir is the
+/// messages in `cur` and `new`; a folder, all below it in the order of their names.
+/// Symbolic links to folders inside a folder are not followed, nor are more than 100 folders
+/// inside each other. What cannot be read, or
+/// is certainly no mail, is reported and skipped. Memory: one message, the names in one
+/// folder, and what unpacking takes.
 ///
-/// What `onMessage` throws ends the reading, a failed allocation excepted.
+/// Throws SourceIsOutput before a byte of such a file is handed on, whatever its name.
+///
+/// When memory runs out, what was to be read is a problem, and the rest goes on. What
+/// `onMessage` and `onProblem` throw ends the reading, but neither may throw
+/// std::bad_alloc.
 void readSources(const SourceOptions& options, const OnMessage& onMessage,
                  const OnProblem& onProblem);
 

@@ -1,0 +1,121 @@
+#include "pages/ReasonsPage.h"
+
+#include <bouncecheck/Advice.h>
+#include <bouncecheck/Reason.h>
+
+#include <string_view>
+
+#include "pages/Markdown.h"
+#include "recipients/AdviceFor.h"
+#include "recipients/CodeReasons.h"
+#include "recipients/PhraseReasons.h"
+#include "recipients/ReasonFinder.h"
+
+namespace bouncecheck {
+namespace {
+
+constexpr std::string_view introduction = R"(# Reasons and advices
+
+Why mail failed at a recipient, what each reason means, what to do about it, and which
+phrases and codes of replies are behind it. `bouncecheck --explain` prints the reason and
+its evidence for a message at hand; `--by recipient`, `--reason` and `--advice` list
+recipients by them. [labels.md](labels.md) describes the verdicts on whole messages.
+
+## How a reason is found
+
+The words of a reply count before its codes, since mail systems give wrong codes more often
+than wrong words. The first of these that holds decides:
+
+1. a phrase of the reply that says why, whatever the code is;
+2. a status code that is definite;
+3. a phrase that says why unless such a code says more;
+4. a phrase that only hints at the reason;
+5. the same phrases in what the whole message says to people;
+6. a status code that many kinds of failures have in common;
+7. a reply code of SMTP.
+
+Letter case, and how a reply is folded into lines, do not matter; `@` in a phrase stands for
+any address. The first number of a status code (`5.1.1`) says whether a later try may
+succeed; the others, which the tables list, say why.
+
+This page is made from the tables of the code:
+`cmake --build --preset test --target pages`.
+
+## Advices
+
+| advice | means |
+|---|---|
+)";
+
+constexpr std::string_view aboutAdvice = R"(
+The advice comes from the reason and from how sure it is. `suppress` takes a phrase or a
+definite code that says that the mailbox or its domain is gone, in a failure that is
+permanent; in doubt it is `retry`. A complaint has the advice `unsubscribe` and no reason.
+The advice beside a status code below is that for a permanent failure whose reply says
+nothing else.
+)";
+
+/// The advice for a failure of which only the status is known.
+Advice adviceOn(std::string_view status) {
+    Reply reply;
+    reply.status = status;
+    return adviceFor(reply.outcome, reasonOf(reply));
+}
+
+std::string statusTable(Reason reason) {
+    std::string rows;
+    for (const StatusRow& row : allStatusRows()) {
+        if (row.reason != reason) continue;
+        const std::string_view detail = row.code.substr(1);  // behind the "X" of the class
+        const bool isSubject = detail.find('.', 1) == std::string_view::npos;
+        const std::string status = "5" + std::string(detail) + (isSubject ? ".999" : "");
+        rows += "| " + code(std::string(row.code) + (isSubject ? ".*" : "")) + " | " +
+                cell(row.name) + " | " + (row.trust == Trust::definite ? "yes" : "no") + " | " +
+                std::string(nameOf(adviceOn(status))) + " |\n";
+    }
+    if (rows.empty()) return rows;
+    return "\n| status code | means | definite | advice |\n|---|---|---|---|\n" + rows;
+}
+
+std::string replyCodes(Reason reason) {
+    std::string codes;
+    for (const ReplyCodeRow& row : allReplyCodeRows()) {
+        if (row.reason == reason) codes += (codes.empty() ? "" : ", ") + code(row.code);
+    }
+    return codes.empty() ? codes : "\nReply codes without words: " + codes + ".\n";
+}
+
+std::string phrases(Reason reason, PhraseKind kind, std::string_view title) {
+    std::string lines;
+    for (const PhraseRow& row : phraseRows(kind)) {
+        if (row.reason == reason) lines.append(row.phrase).append("\n");
+    }
+    if (lines.empty()) return lines;
+    return "\n" + std::string(title) + ":\n\n```text\n" + lines + "```\n";
+}
+
+std::string sectionOf(const ReasonMeaning& meaning) {
+    return "\n## " + std::string(meaning.name) + "\n\n" + std::string(meaning.meaning) +
+           "\n\n**What to do:** " + std::string(meaning.action) + "\n" +
+           statusTable(meaning.reason) + replyCodes(meaning.reason) +
+           phrases(meaning.reason, PhraseKind::clear, "Phrases that say so, whatever the code is") +
+           phrases(meaning.reason, PhraseKind::fair,
+                   "Phrases that say so unless a definite code says more") +
+           phrases(meaning.reason, PhraseKind::weak, "Phrases that hint at it");
+}
+
+}  // namespace
+
+std::string reasonsPage() {
+    std::string page(introduction);
+    for (const AdviceMeaning& row : allAdvices()) {
+        page += "| " + std::string(row.name) + " | " + cell(row.meaning) + " |\n";
+    }
+    page += aboutAdvice;
+    for (const ReasonMeaning& meaning : allReasons()) {
+        if (meaning.reason != Reason::none) page += sectionOf(meaning);
+    }
+    return page;
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,21 @@
+#include "bounce/PhraseBook.h"
+
+namespace bouncecheck {
+namespace {
+
+constexpr auto rows = [] {
+    std::array<phrases::Row, book::layout.count> used{};
+    std::copy_n(book::layout.rows.begin(), used.size(), used.begin());
+    return used;
+}();
+
+constexpr phrases::Catalog catalog =
+    phrases::CompiledCatalog<rows>::catalog(book::rowsOf(BounceDataMarkers));
+
+}  // namespace
+
+const phrases::Catalog& phraseBook() noexcept { return catalog; }
+
+std::span<const PhraseList> allPhraseLists() noexcept { return phraseLists; }
+
+}  // namespace bouncecheck

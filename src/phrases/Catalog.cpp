@@ -1,0 +1,74 @@
+#include "phrases/Catalog.h"
+
+#include <algorithm>
+
+namespace bouncecheck::phrases {
+namespace {
+
+/// Receives what the matcher finds.
+struct Collector {
+    const Catalog& catalog;
+    std::string_view text;
+    std::span<std::size_t> places;
+    RowSet found;
+
+    bool wantsPlace(std::size_t row) const noexcept {
+        return !places.empty() && catalog.placed.has(row);
+    }
+
+    /// Whether a phrase at that place is news.
+    bool wants(std::size_t phrase, std::size_t at) const noexcept {
+        for (std::size_t i = catalog.starts[phrase]; i < catalog.starts[phrase + 1]; ++i) {
+            const std::size_t row = catalog.members[i];
+            if (!found.has(row)) return true;
+            if (wantsPlace(row) && at < places[row - catalog.placed.first]) return true;
+        }
+        return false;
+    }
+
+    void take(std::size_t row, std::size_t at) noexcept {
+        if (wantsPlace(row)) {
+            std::size_t& place = places[row - catalog.placed.first];
+            place = this->found.has(row) ? std::min(place, at) : at;
+        }
+        this->found.add(row);
+    }
+
+    void onFound(std::size_t phrase, std::size_t at) noexcept {
+        for (std::size_t i = catalog.starts[phrase]; i < catalog.starts[phrase + 1]; ++i) {
+            const std::size_t row = catalog.members[i];
+            const Row& sought = catalog.rows[row];
+            const bool stands = sought.letters == LetterCase::ignored ||
+                                text.substr(at, sought.text.size()) == sought.text;
+            if (stands) take(row, at);
+        }
+    }
+};
+
+}  // namespace
+
+RowSet Catalog::find(std::string_view text, std::span<std::size_t> places, Engine engine) const {
+    Collector collector{*this, text, places, unsearchable};
+    if (engine == Engine::pass) {
+        matcher.scan(text, collector);
+        return collector.found;
+    }
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        if (unsearchable.has(row)) continue;
+        if (rows[row].isHint) {
+            collector.found.add(row);
+            continue;
+        }
+        const std::size_t at = findBytes(text, rows[row].text, 0, rows[row].letters);
+        if (at != npos) collector.take(row, at);
+    }
+    return collector.found;
+}
+
+bool Catalog::holds(const RowSet& found, std::size_t row, std::string_view text) const {
+    if (!found.has(row)) return false;
+    if (!unsearchable.has(row)) return true;
+    return findBytes(text, rows[row].text, 0, rows[row].letters) != npos;
+}
+
+}  // namespace bouncecheck::phrases

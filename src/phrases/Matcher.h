@@ -1,0 +1,256 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+
+#include "text/Ascii.h"
+
+/// Finding which of many phrases stand in a text, ASCII letter case ignored, in
+/// one pass over it.
+///
+/// Of each phrase one window of `windowSize` bytes is chosen for every alignment
+/// modulo `stride`, so that wherever the phrase stands, one of its windows begins
+/// at a multiple of `stride`. Only those places of the text are looked at: a hash
+/// of the window asks a bit set as large as a first-level cache, and few answers
+/// are yes. Those are looked up among the windows, then compared in full.
+namespace bouncecheck::phrases {
+
+inline constexpr std::size_t windowSize = 6;
+inline constexpr std::size_t stride = 2;
+/// Shorter phrases have no window at some alignment.
+inline constexpr std::size_t shortest = windowSize + stride - 1;
+inline constexpr std::size_t longest = 255;
+
+inline constexpr std::size_t filterBits = std::size_t{1} << 18;
+inline constexpr std::size_t buckets = std::size_t{1} << 12;
+
+/// Makes letters of either case the same. It makes some other bytes the same as
+/// well, which a filter may and a comparison must not.
+constexpr unsigned char folded(char c) noexcept {
+    return static_cast<unsigned char>(static_cast<unsigned char>(c) | 0x20);
+}
+
+/// `count` folded bytes at `at`, the first the least significant.
+constexpr std::uint64_t foldedBytes(std::string_view text, std::size_t at,
+                                    std::size_t count) noexcept {
+    std::uint64_t bytes = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        bytes |= std::uint64_t{folded(text[at + i])} << (8 * i);
+    }
+    return bytes;
+}
+
+constexpr std::uint32_t hashOf(std::uint64_t window) noexcept {
+    return static_cast<std::uint32_t>((window * 0x9E3779B97F4A7C15u) >>
+                                      (64 - std::bit_width(filterBits - 1)));
+}
+
+constexpr std::size_t bucketOf(std::uint32_t hash) noexcept {
+    return hash / (filterBits / buckets);
+}
+
+struct Window {
+    std::uint64_t bytes = 0;
+    /// The four folded bytes of the phrase at `checkOffset`, away from the window:
+    /// they distinguish most phrases with the same window.
+    std::uint32_t check = 0;
+    std::uint16_t phrase = 0;
+    std::uint8_t offset = 0;
+    std::uint8_t checkOffset = 0;
+};
+
+/// How common windows are among the phrases themselves, which are what the texts
+/// are about, and by their letters.
+class Rarity {
+public:
+    /// Throws std::invalid_argument for a phrase not of `shortest` to `longest`
+    /// bytes.
+    explicit constexpr Rarity(std::span<const std::string_view> texts) {
+        letters_.fill(1);
+        std::uint8_t rank = 30;
+        for (const char c : std::string_view(" etaoinsrhldcumfpgwybvkxjqz")) {
+            letters_[folded(c)] = rank--;
+        }
+        for (const std::string_view text : texts) {
+            if (text.size() < shortest || text.size() > longest) {
+                throw std::invalid_argument("a phrase is too short or too long");
+            }
+            for (std::size_t at = 0; at + windowSize <= text.size(); ++at) {
+                ++counts_[slotOf(foldedBytes(text, at, windowSize))];
+            }
+        }
+    }
+
+    /// The offset, `residue` modulo `stride`, of the rarest window.
+    constexpr std::size_t rarest(std::string_view text, std::size_t residue) const {
+        std::size_t best = residue;
+        std::uint32_t bestScore = static_cast<std::uint32_t>(-1);
+        for (std::size_t at = residue; at + windowSize <= text.size(); at += stride) {
+            std::uint32_t score = 256u * counts_[slotOf(foldedBytes(text, at, windowSize))];
+            for (std::size_t i = 0; i < windowSize; ++i) score += letters_[folded(text[at + i])];
+            if (score >= bestScore) continue;
+            bestScore = score;
+            best = at;
+        }
+        return best;
+    }
+
+private:
+    static constexpr std::size_t slots = 8192;
+    static constexpr std::size_t slotOf(std::uint64_t window) noexcept {
+        return hashOf(window) / (filterBits / slots);
+    }
+
+    std::array<std::uint16_t, slots> counts_{};
+    std::array<std::uint8_t, 256> letters_{};
+};
+
+constexpr Window windowAt(std::string_view text, std::size_t phrase, std::size_t offset) noexcept {
+    const bool inFront = offset + windowSize / 2 < text.size() / 2;
+    const std::size_t checkOffset = inFront ? text.size() - 4 : 0;
+    return {foldedBytes(text, offset, windowSize),
+            static_cast<std::uint32_t>(foldedBytes(text, checkOffset, 4)),
+            static_cast<std::uint16_t>(phrase), static_cast<std::uint8_t>(offset),
+            static_cast<std::uint8_t>(checkOffset)};
+}
+
+/// What a matcher walks, for phrases that outlive it.
+struct TableView {
+    std::span<const std::string_view> texts;
+    std::span<std::uint32_t> filter;  ///< filterBits / 32
+    /// Where the windows of each bucket begin; buckets + 1.
+    std::span<std::uint16_t> starts;
+    std::span<Window> windows;  ///< stride for each phrase
+
+    /// Fills the other tables, which are zero before, for `texts`. `chosen` is
+    /// room like `windows`.
+    constexpr void fill(std::span<Window> chosen) const {
+        const Rarity rarity(texts);
+        for (std::size_t i = 0; i < chosen.size(); ++i) {
+            const std::string_view text = texts[i / stride];
+            chosen[i] = windowAt(text, i / stride, rarity.rarest(text, i % stride));
+            const std::uint32_t hash = hashOf(chosen[i].bytes);
+            filter[hash / 32] |= std::uint32_t{1} << (hash % 32);
+            ++starts[bucketOf(hash) + 1];
+        }
+        for (std::size_t i = 1; i < starts.size(); ++i) {
+            starts[i] = static_cast<std::uint16_t>(starts[i] + starts[i - 1]);
+        }
+        // Each start moves on to the next one while its bucket fills, then back.
+        for (const Window& window : chosen) {
+            windows[starts[bucketOf(hashOf(window.bytes))]++] = window;
+        }
+        for (std::size_t i = starts.size() - 1; i > 0; --i) starts[i] = starts[i - 1];
+        starts[0] = 0;
+    }
+};
+
+/// The tables for `Count` phrases, made by the compiler.
+template <std::size_t Count>
+struct Tables {
+    std::array<std::string_view, Count> texts{};
+    std::array<std::uint32_t, filterBits / 32> filter{};
+    std::array<std::uint16_t, buckets + 1> starts{};
+    std::array<Window, Count * stride> windows{};
+
+    explicit constexpr Tables(const std::array<std::string_view, Count>& phrases) : texts(phrases) {
+        std::array<Window, Count * stride> chosen{};
+        TableView{texts, filter, starts, windows}.fill(chosen);
+    }
+};
+
+/// Refers to tables, which must outlive it.
+class Matcher {
+public:
+    template <class AnyTables>
+    explicit constexpr Matcher(const AnyTables& tables) noexcept
+        : texts_(tables.texts),
+          filter_(tables.filter.data()),
+          starts_(tables.starts.data()),
+          windows_(tables.windows.data()) {}
+
+    /// Goes over `text` and calls `onPlace.onFound(phrase, at)` for places of phrases
+    /// that `onPlace.wants(phrase, at)` holds for, not in the order of the places.
+    /// Every place of every phrase is asked for.
+    template <class OnPlace>
+    void scan(std::string_view text, OnPlace& onPlace) const {
+        std::size_t at = 0;
+        constexpr std::size_t group = 8;
+        for (; at + (group - 1) * stride + 8 <= text.size(); at += group * stride) {
+            std::uint32_t any = 0;
+            for (std::size_t i = 0; i < group; ++i)
+                any |= mayMatch(probe(text, at + i * stride)) << i;
+            for (; any != 0; any &= any - 1) {
+                const std::size_t place =
+                    at + stride * static_cast<std::size_t>(std::countr_zero(any));
+                verify(text, place, probe(text, place), onPlace);
+            }
+        }
+        for (; at + windowSize <= text.size(); at += stride) {
+            const std::uint64_t window = foldedBytes(text, at, windowSize);
+            const Probe last{window, hashOf(window)};
+            if (mayMatch(last)) verify(text, at, last, onPlace);
+        }
+    }
+
+private:
+    struct Probe {
+        std::uint64_t window;
+        std::uint32_t hash;
+    };
+
+    /// Reads 8 bytes, of which the window is the first part.
+    static Probe probe(std::string_view text, std::size_t at) noexcept {
+        std::uint64_t window = loadFolded<std::uint64_t>(text, at);
+        window &= (std::uint64_t{1} << (8 * windowSize)) - 1;
+        return {window, hashOf(window)};
+    }
+
+    /// In the byte order of `foldedBytes`.
+    template <class Word>
+    static Word loadFolded(std::string_view text, std::size_t at) noexcept {
+        if constexpr (std::endian::native == std::endian::little) {
+            Word word;
+            std::memcpy(&word, text.data() + at, sizeof word);
+            return word | static_cast<Word>(0x2020202020202020u);
+        } else {
+            return static_cast<Word>(foldedBytes(text, at, sizeof(Word)));
+        }
+    }
+
+    std::uint32_t mayMatch(const Probe& probe) const noexcept {
+        return filter_[probe.hash / 32] >> (probe.hash % 32) & 1;
+    }
+
+    template <class OnPlace>
+    void verify(std::string_view text, std::size_t windowPlace, const Probe& probe,
+                OnPlace& onPlace) const {
+        const std::size_t bucket = bucketOf(probe.hash);
+        for (std::size_t i = starts_[bucket]; i < starts_[bucket + 1]; ++i) {
+            const Window& window = windows_[i];
+            if (window.bytes != probe.window || windowPlace < window.offset) continue;
+            const std::size_t at = windowPlace - window.offset;
+            const std::size_t checkPlace = at + window.checkOffset;
+            if (checkPlace + sizeof window.check > text.size()) continue;
+            if (loadFolded<std::uint32_t>(text, checkPlace) != window.check) continue;
+            const std::string_view phrase = texts_[window.phrase];
+            if (phrase.size() > text.size() - at) continue;
+            if (!onPlace.wants(window.phrase, at)) continue;
+            if (!ascii::equalsNoCase(text.substr(at, phrase.size()), phrase)) continue;
+            onPlace.onFound(window.phrase, at);
+        }
+    }
+
+    std::span<const std::string_view> texts_;
+    const std::uint32_t* filter_;
+    const std::uint16_t* starts_;
+    const Window* windows_;
+};
+
+}  // namespace bouncecheck::phrases

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace bouncecheck {
+
+/// `address` with the two bytes that xtext has to encode in printable ASCII, "+2B" and "+3D",
+/// decoded (RFC 3461, section 4). Others stay: a '+' with two digits behind it is a common
+/// part of addresses, and reports carry many that were never encoded.
+std::string decodeXtext(std::string_view address);
+
+/// `address`, of the type "utf-8", with "\x{1F600}" decoded (RFC 6533, section 3).
+/// What is no such form stays as it is.
+std::string decodeUtf8Address(std::string_view address);
+
+/// The address that a sender's rewriting of `address` is made from: without the "prvs=" tag of
+/// BATV, and the original one in "SRS0=..." and "SRS1=..." forms. Any other stays as it is.
+std::string withoutRewriting(std::string_view address);
+
+}  // namespace bouncecheck

@@ -1,0 +1,175 @@
+#include "recipients/LineShape.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "text/Ascii.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+namespace {
+
+/// What may stand around an address that is alone in its line: brackets, quotes, separators and
+/// the marks of a list.
+bool isFrame(std::string_view text) {
+    static constexpr std::string_view frame = " \t<>\"'()[]{}:;,.*-#|+=\\/";
+    while (!text.empty()) {
+        if (ascii::isOneOf(text.front(), frame)) {
+            text.remove_prefix(1);
+            continue;
+        }
+        const auto mark = std::ranges::find_if(
+            wideMarks, [&](std::string_view known) { return text.starts_with(known); });
+        if (mark == wideMarks.end()) return false;
+        text.remove_prefix(mark->size());
+    }
+    return true;
+}
+
+/// `text` without the word that begins a link to an address.
+std::string_view withoutMailto(std::string_view text) {
+    constexpr std::string_view mailto = "mailto:";
+    if (text.size() >= mailto.size() &&
+        ascii::equalsNoCase(text.substr(text.size() - mailto.size()), mailto)) {
+        text.remove_suffix(mailto.size());
+    }
+    return text;
+}
+
+/// Whether `before` begins a list entry: nothing, a mark, or a number with a point.
+bool beginsEntry(std::string_view before) {
+    before = withoutMailto(before);
+    std::string_view trimmed = ascii::trim(before);
+    std::size_t digits = 0;
+    while (digits < trimmed.size() && digits < 4 && ascii::isDigit(trimmed[digits])) ++digits;
+    if (digits > 0 && digits < trimmed.size() && ascii::isOneOf(trimmed[digits], ".)")) {
+        trimmed.remove_prefix(digits);
+    }
+    return isFrame(trimmed);
+}
+
+/// Whether `line` begins with the code of an SMTP reply.
+bool beginsWithReplyCode(std::string_view line) {
+    line = ascii::trimLeft(line);
+    if (line.starts_with("<<<")) line = ascii::trimLeft(line.substr(3));
+    return line.size() > 4 && line[0] >= '2' && line[0] <= '5' && ascii::isDigit(line[1]) &&
+           ascii::isDigit(line[2]) && (ascii::isBlank(line[3]) || line[3] == '-');
+}
+
+char replyClass(std::string_view line) {
+    line = ascii::trimLeft(line);
+    if (line.starts_with("<<<")) line = ascii::trimLeft(line.substr(3));
+    return line.front();
+}
+
+/// Words in front of a sender's address, without a colon.
+bool endsWithSenderWord(std::string_view before) {
+    while (!before.empty() &&
+           (ascii::isSpace(before.back()) || ascii::isOneOf(before.back(), "<\"'([:"))) {
+        before.remove_suffix(1);
+    }
+    return std::ranges::any_of(senderWords, [&](std::string_view word) {
+        if (before.size() < word.size()) return false;
+        const std::size_t begin = before.size() - word.size();
+        return ascii::equalsNoCase(before.substr(begin), word) &&
+               (begin == 0 || !ascii::isAlpha(before[begin - 1]));
+    });
+}
+
+}  // namespace
+
+LineShape::LineShape(std::string_view line, std::vector<AddressSpan> spans)
+    : line_(line), spans_(std::move(spans)), kind_(kindOf()) {}
+
+std::string_view LineShape::rest() const {
+    std::string_view rest = line_.substr(spans_.front().end);
+    while (!rest.empty() &&
+           (ascii::isSpace(rest.front()) || ascii::isOneOf(rest.front(), ">\"':;,.)]"))) {
+        rest.remove_prefix(1);
+    }
+    return ascii::trimRight(rest);
+}
+
+bool LineShape::isFailureReply() const noexcept {
+    const char first = replyClass(line_);
+    return first == '4' || first == '5';
+}
+
+std::span<const AddressSpan> LineShape::labelledSpans() const {
+    std::size_t count = 1;
+    while (
+        count < spans_.size() &&
+        isFrame(line_.substr(spans_[count - 1].end, spans_[count].begin - spans_[count - 1].end))) {
+        ++count;
+    }
+    return std::span(spans_).first(count);
+}
+
+bool LineShape::isOfSender(const AddressSpan& span) const {
+    return endsWithSenderWord(line_.substr(0, span.begin));
+}
+
+LineShape::Kind LineShape::kindOf() {
+    if (spans_.empty()) return Kind::sentence;
+    const std::string_view before = line_.substr(0, spans_.front().begin);
+    if (isAlone()) return Kind::alone;
+    if (beginsEntry(before)) {
+        std::string_view rest = line_.substr(spans_.front().end);
+        while (!rest.empty() && ascii::isOneOf(rest.front(), ">\"')]")) rest.remove_prefix(1);
+        const std::string_view trimmed = ascii::trimLeft(rest);
+        isSeparated_ = !trimmed.empty() && (ascii::isOneOf(trimmed.front(), ":([-|;") ||
+                                            rest.starts_with("...") || rest.starts_with("\t"));
+        return Kind::leading;
+    }
+    if (beginsWithReplyCode(line_)) return Kind::reply;
+    return findLabel(before) ? Kind::labelled : Kind::sentence;
+}
+
+bool LineShape::isAlone() const {
+    std::size_t end = 0;
+    for (const AddressSpan& span : spans_) {
+        const std::string_view between = line_.substr(end, span.begin - end);
+        if (end == 0 ? !beginsEntry(between) : !isFrame(withoutMailto(between))) return false;
+        end = span.end;
+    }
+    return isFrame(line_.substr(end));
+}
+
+bool LineShape::findLabel(std::string_view before) {
+    before = ascii::trimRight(before);
+    before = ascii::trimRight(withoutMailto(before));
+    while (!before.empty() && ascii::isOneOf(before.back(), "<\"'([")) {
+        before = ascii::trimRight(before.substr(0, before.size() - 1));
+    }
+    // Labels of scripts without blanks may stand without a colon.
+    const bool isWide = !before.empty() && !ascii::isAscii(before.back());
+    if (before.ends_with(wideColon)) {
+        before.remove_suffix(wideColon.size());
+    } else if (before.ends_with(':') || before.ends_with('=')) {
+        before.remove_suffix(1);
+    } else if (!isWide) {
+        return false;
+    }
+    before = ascii::trimRight(before);
+    constexpr std::size_t longest = 64;
+    const std::string label =
+        ascii::lowerCase(before.substr(before.size() - std::min(before.size(), longest)));
+    const NoticeLabel* best = nullptr;
+    for (const NoticeLabel& known : noticeLabels) {
+        if (!label.ends_with(known.label)) continue;
+        const std::size_t begin = label.size() - known.label.size();
+        const bool isWord = begin == 0 || ascii::isOneOf(label[begin - 1], " \t([{<,;*->|\"'");
+        // A single word ends many labels that are about somebody else.
+        const bool isWhole = isFrame(std::string_view(label).substr(0, begin));
+        const bool isPhrase = known.label.find_first_of(" -") != npos;
+        if (!isWord || !(isWhole || isPhrase || known.kind == LabelKind::other)) continue;
+        if (!best || known.label.size() > best->label.size()) best = &known;
+    }
+    if (!best) return !isWide;
+    label_ = best->kind;
+    isCommand_ = best->label == "rcpt to";
+    return true;
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "recipients/AddressSpans.h"
+#include "recipients/tables/NoticeLabels.h"
+
+namespace bouncecheck {
+
+/// How addresses stand in a line of a notice.
+class LineShape {
+public:
+    enum class Kind {
+        /// Nothing but addresses, and what lists and links put around them.
+        alone,
+        /// The line begins with an address, and something is said of it.
+        leading,
+        /// An SMTP reply that holds an address.
+        reply,
+        /// A label and an address.
+        labelled,
+        /// An address among words, or none.
+        sentence,
+    };
+
+    /// `spans` are the addresses of `line`, which must outlive the shape.
+    LineShape(std::string_view line, std::vector<AddressSpan> spans);
+
+    Kind kind() const noexcept { return kind_; }
+    std::span<const AddressSpan> spans() const noexcept { return spans_; }
+    std::string_view first() const noexcept { return spans_.front().in(line_); }
+    /// What follows the first address, without the punctuation beside it.
+    std::string_view rest() const;
+    /// Whether punctuation, such as a colon, stands between a leading address and what is said
+    /// of it.
+    bool isSeparated() const noexcept { return isSeparated_; }
+    /// Of a reply: whether its code is that of a failure.
+    bool isFailureReply() const noexcept;
+    /// Of a labelled line: what its label says.
+    LabelKind label() const noexcept { return label_; }
+    /// Whether the label is a command of SMTP: "RCPT TO:".
+    bool isCommand() const noexcept { return isCommand_; }
+    /// The addresses that belong to the label: the first, and those which only commas divide
+    /// from it.
+    std::span<const AddressSpan> labelledSpans() const;
+    /// Whether the words in front of `span` say that the address is a sender's.
+    bool isOfSender(const AddressSpan& span) const;
+
+private:
+    Kind kindOf();
+    bool isAlone() const;
+    bool findLabel(std::string_view before);
+
+    std::string_view line_;
+    std::vector<AddressSpan> spans_;
+    LabelKind label_ = LabelKind::unlisted;
+    bool isSeparated_ = false;
+    bool isCommand_ = false;
+    Kind kind_;
+};
+
+}  // namespace bouncecheck

@@ -1,0 +1,40 @@
+#include "recipients/Origin.h"
+
+#include <algorithm>
+#include <string>
+
+#include "mime/Entity.h"
+#include "recipients/Notice.h"
+#include "recipients/tables/Origins.h"
+#include "text/Ascii.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+
+bool isWrittenBySystem(const Entity& message) {
+    const std::string& from = message.from().address;
+    const bool bySender = from.empty() || std::ranges::any_of(systemSenders, [&](auto sender) {
+                              return ascii::startsWithNoCase(from, sender);
+                          });
+    if (bySender || message.is("multipart/report") || message.hasField("X-Failed-Recipients") ||
+        message.field("Return-Path") == "<>") {
+        return true;
+    }
+    const std::string subject = message.field("Subject");
+    return !isPassedOn(subject) && std::ranges::any_of(noticeSubjects, [&](auto words) {
+        return containsNoCase(subject, words);
+    });
+}
+
+bool isPassedOn(std::string_view subject) {
+    return std::ranges::any_of(passedOnSubjects, [&](std::string_view prefix) {
+        return ascii::startsWithNoCase(subject, prefix);
+    });
+}
+
+bool saysTrouble(std::string_view subject) {
+    const Notice::Line line = cuesIn(subject);
+    return line.has(Cue::failure) || line.has(Cue::delay);
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "phrases/RowSet.h"
+#include "recipients/ReasonRow.h"
+#include "recipients/ReplyText.h"
+
+namespace bouncecheck {
+
+/// How much a phrase says, which is a table of its own.
+enum class PhraseKind {
+    /// It says why, whatever the code says.
+    clear,
+    /// It says why unless the code says it better.
+    fair,
+    /// It hints at why; not enough to stop mailing an address.
+    weak,
+};
+
+/// The rows of a table, in the order in which they count.
+std::span<const PhraseRow> phraseRows(PhraseKind kind) noexcept;
+
+/// The phrases of the tables that stand in a text, found in one pass. Refers to the text.
+class PhraseMatches {
+public:
+    /// `plain` is the view of a ReplyText.
+    explicit PhraseMatches(std::string_view plain);
+
+    /// The first row of a table that stands in the text; null when none does.
+    const PhraseRow* firstOf(PhraseKind kind) const noexcept;
+    /// Whether the text says that a system has given up after trying for long.
+    bool saysExpired() const noexcept;
+    /// Where a row that stands in the text stands first.
+    TextPart placeOf(const PhraseRow& row) const;
+
+private:
+    std::string_view plain_;
+    phrases::RowSet found_;
+};
+
+}  // namespace bouncecheck

@@ -1,0 +1,194 @@
+#include "recipients/ReasonFinder.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "recipients/CodeReasons.h"
+#include "recipients/PhraseReasons.h"
+#include "recipients/ReplyCodes.h"
+#include "recipients/ReplyText.h"
+#include "recipients/tables/ReplyPhrases.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+namespace {
+
+bool isTemporary(std::string_view code) noexcept { return code.starts_with('4'); }
+
+bool isAboutMailbox(Reason reason) noexcept {
+    return reason == Reason::unknownMailbox || reason == Reason::unknownDomain ||
+           reason == Reason::inactiveMailbox;
+}
+
+/// The codes of a reply, of its text where that has some.
+struct Codes {
+    ReplyCodes inText;
+    std::string_view reply;
+    std::string_view field;
+    const StatusRow* ofText = nullptr;
+    const StatusRow* ofField = nullptr;
+
+    explicit Codes(const Reply& given)
+        : inText(codesIn(given.text)),
+          reply(inText.reply.empty() ? given.replyCode : inText.reply),
+          field(given.status),
+          ofText(statusRowOf(inText.status)),
+          ofField(statusRowOf(given.status)) {}
+
+    /// Whether the field of the report only restates the reply code, as sendmail does for
+    /// replies without a status: what follows "550" need not be about the mailbox.
+    bool fieldRestatesReply() const noexcept {
+        return inText.status.empty() && !reply.empty() && restates(field, reply);
+    }
+
+    bool areTemporary() const noexcept {
+        if (!reply.empty()) return isTemporary(reply);
+        return isTemporary(inText.status.empty() ? field : inText.status);
+    }
+
+    /// The status that is definite; null where none is.
+    const StatusRow* definite() const noexcept {
+        if (ofText && ofText->trust == Trust::definite) return ofText;
+        const bool counts = ofField && ofField->trust == Trust::definite && !fieldRestatesReply();
+        return counts ? ofField : nullptr;
+    }
+
+    /// Whether a code for something else contradicts a reason that is about the mailbox: one that
+    /// is definite, or that of a command that was not understood.
+    bool areAboutElse(Reason reason) const noexcept {
+        if (!isAboutMailbox(reason)) return false;
+        const StatusRow* row = definite();
+        const bool isCommand =
+            ofText && ofText->code.starts_with("X.5.") && ofText->code != "X.5.0";
+        return isCommand || (row && !isAboutMailbox(row->reason));
+    }
+
+    /// A status that says something at all.
+    const StatusRow* any() const noexcept {
+        if (ofText && ofText->reason != Reason::other) return ofText;
+        return ofField && ofField->reason != Reason::other ? ofField : nullptr;
+    }
+};
+
+/// Whether a vague code for one reason says more than a hint at another. Policy and a system at
+/// fault are what such codes stand for where there is no better one.
+bool countsBefore(Reason code, Reason hint) noexcept {
+    if (code == hint || code == Reason::system) return false;
+    return code != Reason::policy || hint == Reason::unknownMailbox;
+}
+
+bool isReplyToSender(std::string_view text) {
+    return std::ranges::any_of(senderStages,
+                               [&](std::string_view stage) { return containsNoCase(text, stage); });
+}
+
+/// What has been found of a reply, in the order in which it counts.
+class Search {
+public:
+    Search(const Reply& reply, std::string_view notice)
+        : reply_(reply), codes_(reply), text_(reply.text) {
+        found_.isTransient = reply.outcome == Outcome::delayed || codes_.areTemporary();
+        find(notice);
+        found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
+        if (isAboutMailbox(found_.reason) && isReplyToSender(reply.text)) {
+            found_.reason = Reason::policy;
+            found_.isSure = false;
+        }
+        // No answer, to the end of the tries.
+        const bool gaveUp = reply.outcome == Outcome::failed &&
+                            (reply.status == "4.4.1" || reply.status == "4.4.2");
+        if (gaveUp && found_.reason == Reason::unreachable) found_.reason = Reason::expired;
+    }
+
+    const ReasonFinding& found() const noexcept { return found_; }
+
+private:
+    void find(std::string_view notice) {
+        const PhraseMatches matches(text_.view());
+        const StatusRow* definite = codes_.definite();
+        // Why this order: systems give wrong codes more often than wrong words. A definite code
+        // says more than words that many kinds of failures have in common ("access denied").
+        // The notice may speak of other recipients, or in general. Codes that are given to any
+        // failure count last.
+        if (take(matches, PhraseKind::clear, text_, false)) return;
+        if (definite) return takeStatus(*definite, true);
+        if (take(matches, PhraseKind::fair, text_, false)) return;
+        const PhraseRow* hint = matches.firstOf(PhraseKind::weak);
+        const StatusRow* vague = codes_.any();
+        const bool isElsewhere = hint && vague && countsBefore(vague->reason, hint->reason);
+        if (isElsewhere) return takeStatus(*vague, false);
+        if (take(matches, PhraseKind::weak, text_, false)) {
+            // A hint and a code that agree are enough.
+            found_.isSure = vague && vague->reason == found_.reason;
+            return;
+        }
+        if (takeFromNotice(notice)) return;
+        if (vague) return takeStatus(*vague, false);
+        if (const ReplyCodeRow* row = replyCodeRowOf(codes_.reply)) return takeReplyCode(*row);
+        found_.reason = Reason::other;
+    }
+
+    bool take(const PhraseMatches& matches, PhraseKind kind, const ReplyText& text, bool inNotice) {
+        const PhraseRow* row = matches.firstOf(kind);
+        if (!row) return false;
+        const TextPart part = text.inText(matches.placeOf(*row));
+        found_.reason = row->reason;
+        found_.basis = ReasonBasis::phrase;
+        found_.inNotice = inNotice;
+        found_.at = part.at;
+        found_.length = part.length;
+        found_.row = row->phrase;
+        found_.isSure = kind != PhraseKind::weak;
+        // What was tried until the time was up failed for the time being, whatever else is said.
+        if (matches.saysExpired()) found_.isTransient = true;
+        if (row->lasts) found_.isTransient = false;
+        return true;
+    }
+
+    bool takeFromNotice(std::string_view notice) {
+        if (notice.empty()) return false;
+        const ReplyText text(notice);
+        const PhraseMatches matches(text.view());
+        return take(matches, PhraseKind::clear, text, true) ||
+               take(matches, PhraseKind::fair, text, true) ||
+               take(matches, PhraseKind::weak, text, true);
+    }
+
+    /// Notes where `code`, a part of the reply's text, stands.
+    void takeCode(std::string_view code) {
+        if (code.empty()) return;
+        found_.at = static_cast<std::size_t>(code.data() - reply_.text.data());
+        found_.length = code.size();
+    }
+
+    void takeStatus(const StatusRow& row, bool isDefinite) {
+        found_.reason = row.reason;
+        found_.basis = ReasonBasis::status;
+        found_.row = row.code;
+        found_.isSure = isDefinite;
+        if (&row == codes_.ofText) takeCode(codes_.inText.status);
+    }
+
+    void takeReplyCode(const ReplyCodeRow& row) {
+        found_.reason = row.reason;
+        found_.basis = ReasonBasis::replyCode;
+        found_.row = row.code;
+        found_.isSure = row.trust == Trust::definite;
+        takeCode(codes_.inText.reply);
+    }
+
+    const Reply& reply_;
+    Codes codes_;
+    ReplyText text_;
+    ReasonFinding found_;
+};
+
+}  // namespace
+
+ReasonFinding reasonOf(const Reply& reply, std::string_view notice) {
+    const bool isFailure = reply.outcome == Outcome::failed || reply.outcome == Outcome::delayed ||
+                           reply.outcome == Outcome::unknown;
+    return isFailure ? Search(reply, notice).found() : ReasonFinding{};
+}
+
+}  // namespace bouncecheck

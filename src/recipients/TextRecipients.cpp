@@ -1,0 +1,341 @@
+#include "recipients/TextRecipients.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <span>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include <bouncecheck/Limits.h>
+#include "recipients/AddressSpans.h"
+#include "recipients/LineShape.h"
+#include "recipients/ReasonFinder.h"
+#include "text/Ascii.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+namespace {
+
+/// How much an address that a line names has to do with the failure.
+enum class Tier { stated, sentence, addressee };
+constexpr std::size_t tiers = 3;
+
+/// What `line` says from the start of `sentence` on, as far as it is near and names nobody else.
+/// A reply may follow in a sentence of its own.
+std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
+    constexpr std::size_t near = 600;
+    const auto begin = static_cast<std::size_t>(sentence.data() - line.data());
+    const std::size_t end = begin + sentence.size();
+    const std::string_view after = line.substr(end, near);
+    return line.substr(begin, sentence.size() + std::min(after.find('@'), after.size()));
+}
+
+/// The sentence of `line` that `span` stands in, or what of it is near.
+std::string_view sentenceOf(std::string_view line, const AddressSpan& span) {
+    constexpr std::size_t near = 300;
+    constexpr std::string_view stop = ". ";
+    const std::size_t first = span.begin - std::min(span.begin, near);
+    const std::string_view before = line.substr(first, span.begin - first);
+    const std::string_view after = line.substr(span.end, near);
+    const std::size_t last = before.rfind(stop);
+    const std::size_t begin = last == npos ? first : first + last + stop.size();
+    const std::size_t end = span.end + std::min(after.find(stop), after.size());
+    return ascii::trim(line.substr(begin, end - begin));
+}
+
+std::size_t indentOf(std::string_view line) { return line.size() - ascii::trimLeft(line).size(); }
+
+class NoticeReader {
+public:
+    NoticeReader(const Notice& notice, const Bystanders& others)
+        : notice_(notice), others_(others) {}
+
+    std::vector<TextRecipient> read() {
+        for (std::size_t i = 0; i < notice_.lines().size() && !isFull(); ++i) readLine(i);
+        std::vector<TextRecipient>& stated = named_[0];
+        // What was said to all: to the sender, or to the message.
+        for (std::size_t i = 0; i < stated.size() && i < mostSharing; ++i) {
+            if (!answered_.contains(i)) stated[i].said.append(shared_);
+        }
+        dropAddressees(stated);
+        for (std::vector<TextRecipient>& tier : named_) {
+            if (!tier.empty()) return std::move(tier);
+        }
+        return {};
+    }
+
+private:
+    bool isFull() const {
+        return named_[0].size() + named_[1].size() + named_[2].size() >= limits::recipients;
+    }
+
+    void readLine(std::size_t number) {
+        const Notice::Line& line = notice_.lines()[number];
+        const std::string_view text = ascii::trim(line.text);
+        if (text.empty()) {
+            if (hasWords_) close();
+            inParagraph_ = false;
+            return;
+        }
+        // What is below a signature's mark is nobody who failed.
+        isSigned_ = isSigned_ || text == "--";
+        if (isSigned_) return;
+        if (!std::exchange(inParagraph_, true)) readParagraph(number);
+        if (readDialogue(text)) return;
+        const LineShape shape(line.text, findAddresses(line.text));
+        if (!readAddresses(line, shape)) addWords(text);
+        lastCues_ = line.cues;
+    }
+
+    /// Gathers the phrases of the paragraph that begins at line `number`.
+    void readParagraph(std::size_t number) {
+        const std::vector<Notice::Line>& lines = notice_.lines();
+        const char* const begin = lines[number].text.data();
+        const char* end = begin;
+        paragraphCues_ = 0;
+        for (; number < lines.size() && !lines[number].isBlank(); ++number) {
+            paragraphCues_ |= lines[number].cues;
+            end = lines[number].text.data() + lines[number].text.size();
+        }
+        paragraph_ = std::string_view(begin, static_cast<std::size_t>(end - begin));
+        isExplained_.reset();
+    }
+
+    /// Whether the paragraph says that something was not delivered, or why not.
+    bool reportsFailure() {
+        constexpr unsigned troubles =
+            1u << static_cast<unsigned>(Cue::failure) | 1u << static_cast<unsigned>(Cue::delay);
+        if ((paragraphCues_ & troubles) != 0) return true;
+        if (!isExplained_) {
+            isExplained_ = explains(paragraph_);
+        }
+        return *isExplained_;
+    }
+
+    /// Whether `text` has the words of a reply.
+    static bool explains(std::string_view text) {
+        return reasonOf({.text = text}).basis == ReasonBasis::phrase;
+    }
+
+    /// Whether `text` is what a client said: ">>> RCPT TO:<a@b.example>".
+    static bool isCommand(std::string_view text) {
+        static constexpr auto verbs = std::to_array<std::string_view>(
+            {"RCPT", "MAIL", "DATA", "EHLO", "HELO", "LHLO", "AUTH", "STARTTLS", "QUIT"});
+        if (!text.starts_with(">>>")) return false;
+        text = ascii::trim(text.substr(3));
+        return text.empty() || std::ranges::any_of(verbs, [&](std::string_view verb) {
+                   return ascii::startsWithNoCase(text, verb);
+               });
+    }
+
+    /// Reads ">>> RCPT TO:<a@b.example>" and "<<< 550 no such user".
+    bool readDialogue(std::string_view text) {
+        if (isCommand(text)) {
+            const std::vector<AddressSpan> spans = findAddresses(text);
+            command_.reset();
+            const bool isRecipient = containsNoCase(text.substr(0, 14), "RCPT");
+            if (!spans.empty() && isRecipient) {
+                command_ = add(Tier::stated, spans.front().in(text));
+            }
+            isSharedReply_ = !isRecipient;
+            return true;
+        }
+        if (!text.starts_with("<<<")) return false;
+        const std::string_view reply = ascii::trim(text.substr(3));
+        if (command_) {
+            say(*command_, reply);
+            answered_.insert(*command_);
+        } else if (isSharedReply_) {
+            if (shared_.size() < mostShared) shared_.append(reply.substr(0, mostShared)) += '\n';
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    /// Reads the addresses of a line; false where none of them is a recipient's, so that the
+    /// line may be said of the one before.
+    bool readAddresses(const Notice::Line& line, const LineShape& shape) {
+        if (shape.spans().empty()) return false;
+        switch (shape.kind()) {
+            case LineShape::Kind::alone: return readAlone(line, shape);
+            case LineShape::Kind::leading: return readLeading(line, shape);
+            case LineShape::Kind::reply: return readReply(line, shape);
+            case LineShape::Kind::labelled: return readLabelled(line, shape);
+            case LineShape::Kind::sentence: readSentence(line, shape); return false;
+        }
+        return false;
+    }
+
+    bool lastLineHas(Cue cue) const { return (lastCues_ >> static_cast<unsigned>(cue) & 1) != 0; }
+    /// Whether the line before says that the addresses below are those of people who help.
+    bool followsContact() const { return lastLineHas(Cue::contact) && !lastLineHas(Cue::failure); }
+
+    /// Whether `line` goes on about the recipient whose lines are being read, rather than
+    /// naming another.
+    bool continuesOpen(const Notice::Line& line, std::string_view address) const {
+        if (!open_) return false;
+        if (ascii::equalsNoCase(named_[0][*open_].address, address)) return true;
+        return hasWords_ && indentOf(line.text) > openIndent_;
+    }
+
+    bool readAlone(const Notice::Line& line, const LineShape& shape) {
+        if (followsContact() || line.has(Cue::sender)) return true;
+        if (continuesOpen(line, shape.first())) return false;
+        for (const AddressSpan& span : shape.spans()) openBlock(line, span.in(line.text));
+        return true;
+    }
+
+    bool readLeading(const Notice::Line& line, const LineShape& shape) {
+        if (continuesOpen(line, shape.first())) return false;
+        if (line.has(Cue::sender) && !shape.isSeparated()) return false;
+        const bool isStated = shape.isSeparated() || reportsFailure() || lastLineHas(Cue::failure);
+        if (!isStated || followsContact()) return false;
+        openBlock(line, shape.first());
+        addWords(shape.rest());
+        return true;
+    }
+
+    /// "550 5.1.1 <a@b.example>... User unknown"
+    bool readReply(const Notice::Line& line, const LineShape& shape) {
+        if (open_ && hasWords_) return false;
+        const std::string_view address = shape.first();
+        if (line.has(Cue::sender) || others_.isAddressee(address) || !shape.isFailureReply()) {
+            return false;
+        }
+        if (const std::optional<std::size_t> known = find(address)) {
+            say(*known, ascii::trim(line.text));
+        } else if (const auto added = add(Tier::stated, address)) {
+            say(*added, ascii::trim(line.text));
+        }
+        return true;
+    }
+
+    bool readLabelled(const Notice::Line& line, const LineShape& shape) {
+        switch (shape.label()) {
+            case LabelKind::other: return false;
+            case LabelKind::unlisted:
+                if (line.has(Cue::sender) || line.has(Cue::contact)) return false;
+                if (!line.has(Cue::failure) && !explains(line.text)) {
+                    readSentence(line, shape);
+                    return false;
+                }
+                break;
+            case LabelKind::addressee: add(Tier::addressee, shape.first()); return false;
+            case LabelKind::recipient:
+                if (line.has(Cue::sender) || line.has(Cue::contact)) return false;
+                break;
+        }
+        if (open_ && !ascii::equalsNoCase(named_[0][*open_].address, shape.first()) &&
+            shape.isCommand()) {
+            // The mail was sent on, and failed there.
+            std::string& final = named_[0][*open_].finalAddress;
+            const bool isOwn = others_.isAddressee(shape.first()) || others_.isOther(shape.first());
+            if (final.empty() && !isOwn) final = shape.first();
+            return false;
+        }
+        if (continuesOpen(line, shape.first())) return false;
+        for (const AddressSpan& span : shape.labelledSpans()) {
+            openBlock(line, span.in(line.text));
+        }
+        addWords(shape.rest());
+        return true;
+    }
+
+    void readSentence(const Notice::Line& line, const LineShape& shape) {
+        if (open_ || !reportsFailure()) return;
+        for (const AddressSpan& span : shape.spans()) {
+            if (isFull()) return;
+            const std::string_view address = span.in(line.text);
+            if (others_.isAddressee(address) || shape.isOfSender(span)) continue;
+            const std::string_view sentence = sentenceOf(line.text, span);
+            if (cuesIn(sentence).has(Cue::contact)) continue;
+            if (const auto added = add(Tier::sentence, address)) {
+                std::string& said = named_[1][*added].said;
+                if (said.size() < mostShared) said.append(wordsFrom(line.text, sentence)) += '\n';
+            }
+        }
+    }
+
+    /// From here on, lines are said of `address`.
+    void openBlock(const Notice::Line& line, std::string_view address) {
+        close();
+        open_ = add(Tier::stated, address);
+        openIndent_ = indentOf(line.text);
+    }
+    void close() {
+        open_.reset();
+        hasWords_ = false;
+    }
+
+    void addWords(std::string_view words) {
+        if (!open_ || words.empty()) return;
+        say(*open_, words);
+        hasWords_ = true;
+    }
+    void say(std::size_t recipient, std::string_view words) {
+        named_[0][recipient].said.append(words).append("\n");
+    }
+
+    std::optional<std::size_t> find(std::string_view address) const {
+        const auto known = places_[0].find(ascii::lowerCase(address));
+        if (known == places_[0].end()) return std::nullopt;
+        return known->second;
+    }
+
+    /// The place of the recipient with that address among those of the tier; nothing where the
+    /// address cannot be a recipient's.
+    std::optional<std::size_t> add(Tier tier, std::string_view address) {
+        if (others_.isOther(address)) return std::nullopt;
+        const auto index = static_cast<std::size_t>(tier);
+        const auto [place, isNew] =
+            places_[index].try_emplace(ascii::lowerCase(address), named_[index].size());
+        if (isNew) named_[index].push_back({.address = std::string(address)});
+        return place->second;
+    }
+
+    /// To whom the bounce was sent counts as a recipient only where nobody else is named, or
+    /// where something is said of the address.
+    void dropAddressees(std::vector<TextRecipient>& stated) const {
+        if (stated.size() < 2) return;
+        std::erase_if(stated, [&](const TextRecipient& recipient) {
+            return others_.isAddressee(recipient.address) && recipient.said.empty();
+        });
+    }
+
+    const Notice& notice_;
+    const Bystanders& others_;
+    std::vector<TextRecipient> named_[tiers];
+    std::unordered_map<std::string, std::size_t> places_[tiers];
+
+    /// The recipient of whom the lines are that are being read.
+    std::optional<std::size_t> open_;
+    std::size_t openIndent_ = 0;
+    bool hasWords_ = false;
+    bool inParagraph_ = false;
+    bool isSigned_ = false;
+    std::string_view paragraph_;
+    unsigned paragraphCues_ = 0;
+    /// Whether the paragraph says why; nothing while it has not been asked.
+    std::optional<bool> isExplained_;
+    /// Those of the line before that was not blank.
+    unsigned lastCues_ = 0;
+    /// Whom the last command of a dialogue named.
+    std::optional<std::size_t> command_;
+    bool isSharedReply_ = false;
+    /// The replies to other commands, and the recipients who have one of their own.
+    static constexpr std::size_t mostShared = 1024;
+    static constexpr std::size_t mostSharing = 100;
+    std::string shared_;
+    std::unordered_set<std::size_t> answered_;
+};
+
+}  // namespace
+
+std::vector<TextRecipient> recipientsNamedIn(const Notice& notice, const Bystanders& others) {
+    return NoticeReader(notice, others).read();
+}
+
+}  // namespace bouncecheck

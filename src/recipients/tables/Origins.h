@@ -1,0 +1,79 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace bouncecheck {
+
+/// What the addresses of mail systems and list servers begin with, in any letter case.
+inline constexpr auto systemSenders = std::to_array<std::string_view>({
+    "bounce",
+    "delivery",
+    "listserv",
+    "mail-daemon",
+    "mail-delivery",
+    "maildaemon",
+    "maildelivery",
+    "mailer-daemon",
+    "mailerdaemon",
+    "mailman",
+    "majordomo",
+    "mdaemon",
+    "mmdf",
+    "owner-",
+    "post_master",
+    "postmaster",
+    "sympa",
+    "system",
+});
+
+/// Words of the subjects that mail systems give to their notices, in any letter case.
+inline constexpr auto noticeSubjects = std::to_array<std::string_view>({
+    "could not be delivered",
+    "delayed mail",
+    "delivery delayed",
+    "delivery error",
+    "delivery fail",
+    "delivery has failed",
+    "delivery notification",
+    "delivery problem",
+    "delivery report",
+    "delivery status",
+    "failure delivery",
+    "failure notice",
+    "mail delivery",
+    "mail failure",
+    "mail system error",
+    "message could not",
+    "message delayed",
+    "non delivery",
+    "non remis",
+    "non-delivery",
+    "nondeliver",
+    "not delivered",
+    "returned mail",
+    "returned to sender",
+    "returning message",
+    "unable to deliver",
+    "undeliver",
+    "unzustellbar",
+    "warning: message",
+});
+
+/// What subjects begin with when a person passes mail on or answers it.
+inline constexpr auto passedOnSubjects = std::to_array<std::string_view>({
+    "aw:",
+    "fw :",
+    "fw:",
+    "fwd:",
+    "re:",
+    "rv:",
+    "tr:",
+    "wg:",
+});
+
+/// Header fields that name recipients who failed.
+inline constexpr auto failedRecipientFields =
+    std::to_array<std::string_view>({"X-Failed-Recipients", "X-Failed-Recipient"});
+
+}  // namespace bouncecheck

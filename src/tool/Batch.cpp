@@ -1,0 +1,126 @@
+#include "tool/Batch.h"
+
+#include <sched.h>
+
+#include <algorithm>
+#include <new>
+#include <ostream>
+#include <stdexcept>
+#include <utility>
+
+#include "tool/OrderedPipeline.h"
+#include "tool/Problem.h"
+#include "tool/View.h"
+#include "tool/sources/Sources.h"
+
+namespace bouncecheck {
+namespace {
+
+/// The cores that this process may use, which can be fewer than there are.
+std::size_t availableCores() {
+    cpu_set_t cores;
+    if (sched_getaffinity(0, sizeof cores, &cores) != 0) return 1;
+    return static_cast<std::size_t>(std::max(1, CPU_COUNT(&cores)));
+}
+
+/// Rows on the terminal show how far the work is.
+bool showsProgress(const Options& options, const Terminal& terminal) {
+    const bool hasRows = terminal.isOut && !options.outFile && growsByMessage(options.view);
+    return terminal.isErr && !hasRows;
+}
+
+}  // namespace
+
+void checkWritten(const std::ostream& out) {
+    if (!out) throw std::runtime_error("the output could not be written");
+}
+
+Batch::Batch(const Options& options, std::ostream& out, std::ostream* page, std::ostream& err,
+             const Terminal& terminal)
+    : options_(options),
+      out_(out),
+      err_(err),
+      progress_(err, showsProgress(options, terminal)),
+      output_(makeOutput(options.view, out, options.parts, options.filter.wantsAll(),
+                         styleFor(options.color, terminal, options.outFile.has_value()))),
+      page_(page ? makeHtmlOutput(*page) : nullptr) {
+    if (options.sortInto) sorter_.emplace(*options.sortInto);
+}
+
+Wanted Batch::wanted() const {
+    Wanted wanted = output_->wanted();
+    if (page_) wanted = wanted | page_->wanted();
+    wanted.bytes = sorter_.has_value();
+    wanted.recipients = wanted.recipients || !options_.recipients.wantsAll();
+    return wanted;
+}
+
+int Batch::run() {
+    const std::size_t jobs = options_.jobs > 0 ? options_.jobs : availableCores();
+    // Enough to keep a worker busy while the one before it has a large message.
+    constexpr std::size_t bytesPerWorker = std::size_t{4} << 20;
+    OrderedPipeline<Classified> pipeline(
+        jobs, jobs * bytesPerWorker,
+        [wanted = wanted(), this] {
+            return [classifier = std::make_shared<ToolClassifier>(wanted, options_.verp)](
+                       Classified& message) { classifier->classify(message); };
+        },
+        [this](const Classified& message) { show(message); });
+    readSources(
+        options_.sources,
+        [&](SourceMessage message) {
+            constexpr std::size_t ofEmptyMessage = 4096;
+            const std::size_t weight = message.bytes.size() + ofEmptyMessage;
+            pipeline.push(asRead(std::move(message)), weight);
+        },
+        [this](std::string_view source, std::string_view reason) {
+            noteProblem(source, 0, reason);
+        });
+    pipeline.finish();
+    progress_.clear();
+    output_->finish();
+    if (page_) page_->finish();
+    if (sorter_) sorter_->finish();
+    return options_.exitType ? typeStatus() : status_;
+}
+
+/// Shows the message, or reports why that cannot be done. A failed allocation is no
+/// reason to end the run; what is no message's own, such as a full disk, is.
+void Batch::show(const Classified& message) {
+    progress_.update(message.size, message.progress);
+    if (!message.problem.empty()) {
+        noteProblem(message, message.problem);
+        return;
+    }
+    ++messages_;
+    lastType_ = message.type;
+    if (!options_.filter.wants(message.type)) return;
+    if (!options_.recipients.wantsAny(message.recipients)) return;
+    try {
+        if (sorter_) sorter_->deliver(message);
+        output_->show(message);
+        if (page_) page_->show(message);
+    } catch (const std::bad_alloc&) {
+        noteProblem(message, outOfMemory);
+    }
+    checkWritten(out_);
+}
+
+void Batch::noteProblem(const Classified& message, std::string_view reason) {
+    noteProblem(message.source, message.inMailbox ? message.index : 0, reason);
+}
+
+void Batch::noteProblem(std::string_view source, std::uint64_t index, std::string_view reason) {
+    progress_.clear();
+    reportProblem(err_, source, index, reason);
+    status_ = EXIT_SOME_UNREADABLE;
+}
+
+int Batch::typeStatus() {
+    if (status_ != EXIT_ALL_CLASSIFIED) return status_;
+    if (messages_ == 1) return EXIT_TYPE_BASE + lastType_;
+    err_ << "bouncecheck: --exit-type takes one message, not " << messages_ << '\n';
+    return EXIT_SOME_UNREADABLE;
+}
+
+}  // namespace bouncecheck

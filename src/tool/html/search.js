@@ -1,0 +1,88 @@
+// The language of the search: words, which all have to be found, and "name:value". A minus in
+// front of either excludes what it finds; quotes keep blanks.
+
+const orNone = (text) => text || "none";
+const isEqual = (text, value) => text === value;
+const beginsWith = (text, value) => text.startsWith(value);
+const contains = (text, value) => text.includes(value);
+/** "5.1" finds "5.1.1", but "5.1.1" does not find "5.1.10". */
+const isCodeWithin = (text, value) => text === value || text.startsWith(`${value}.`);
+
+/** What can be asked for by name: texts of a row, and when they answer to a value. Of a choice,
+    several values with commas between are asked for at once; what it has none of is "none". */
+const searchNames = {
+    verdict: { of: (row) => [typeName(rows.type[row])], holds: beginsWith, isChoice: true },
+    reason: { of: (row) => [orNone(rows.reason[row])], holds: beginsWith, isChoice: true },
+    advice: { of: (row) => [orNone(rows.advice[row])], holds: beginsWith, isChoice: true },
+    outcome: { of: (row) => [orNone(rows.outcome[row])], holds: beginsWith, isChoice: true },
+    status: { of: (row) => [orNone(rows.status[row])], holds: isCodeWithin, isChoice: true },
+    domain: { of: (row) => [orNone(domains[row])], holds: isEqual, isChoice: true },
+    date: { of: (row) => [dateTexts[row]], holds: beginsWith, isChoice: true },
+    address: { of: (row) => [rows.recipient[row], rows.final[row]], holds: contains },
+    reply: { of: (row) => [rows.diagnostic[row], rows.quote[row]], holds: contains },
+    subject: { of: (row) => [rows.subject[row]], holds: contains },
+    from: { of: (row) => [rows.from[row]], holds: contains },
+    rule: { of: (row) => [rows.label[row]], holds: isEqual },
+    source: { of: (row) => [rows.place[row]], holds: contains },
+};
+
+/** Terms of a search: their text, and the parts of it. */
+function parseSearch(search) {
+    const pieces = search.match(/-?(?:[a-z]+:)?(?:"[^"]*"?|\S)\S*/gi) ?? [];
+    return pieces.map((text) => {
+        const [, minus, prefix, rest] = text.toLowerCase().match(/^(-?)([a-z]+:)?(.*)$/s);
+        const name = prefix?.slice(0, -1);
+        const isNamed = Object.hasOwn(searchNames, name ?? "");
+        const value = (isNamed ? rest : (prefix ?? "") + rest).replaceAll('"', "");
+        const isSplit = isNamed && searchNames[name].isChoice;
+        const values = (isSplit ? value.split(",") : [value]).filter(Boolean);
+        return { text, excludes: minus === "-", name: isNamed ? name : "", values };
+    });
+}
+
+/** What words are looked for in, a text a row; made with the first search. */
+let searchedTexts;
+
+function makeTexts() {
+    const columns = [...recipientColumns, ...messageColumns].map((name) => rows[name]);
+    return rows.type.map((type, at) => {
+        let all = `${typeName(type)}\n${dateTexts[at]}`;
+        for (const column of columns) all += `\n${column[at]}`;
+        return all.toLowerCase();
+    });
+}
+
+function textOf(row) {
+    searchedTexts ??= makeTexts();
+    return searchedTexts[row];
+}
+
+/** Whether a row has what a term asks for. */
+function testOf({ excludes, name, values }) {
+    const { of, holds } = searchNames[name] ?? { of: (row) => [textOf(row)], holds: contains };
+    const hasValue = (text) => {
+        const lower = text.toLowerCase();
+        return values.some((value) => holds(lower, name === "date" ? dateAsked(value) : value));
+    };
+    return (row) => of(row).some(hasValue) !== excludes;
+}
+
+/** A date and its hour may have a blank or a "T" between. */
+const dateAsked = (value) => value.replace("t", " ");
+
+/** The terms of a search that exclude or find something. */
+const termsOf = (search) => parseSearch(search).filter(({ values }) => values.length > 0);
+
+/** The values that a search asks for by a name. */
+function valuesAsked(search, name) {
+    const terms = termsOf(search).filter((term) => term.name === name && !term.excludes);
+    return new Set(terms.flatMap(({ values }) => values));
+}
+
+/** The search with other values for a name, behind its other terms. */
+function withValues(search, name, values) {
+    const others = parseSearch(search).filter((term) => term.name !== name || term.excludes);
+    const texts = others.map(({ text }) => text);
+    if (values.length > 0) texts.push(`${name}:${values.join(",")}`);
+    return texts.join(" ");
+}

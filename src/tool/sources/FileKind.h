@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string_view>
+
+namespace bouncecheck {
+
+/// What a file is known to hold before its first byte is read.
+enum class FileKind {
+    /// A mailbox when it begins with an envelope, otherwise one message.
+    byContent,
+    /// One message, which may quote others but is never split.
+    message,
+    /// A mailbox, even without an envelope in front.
+    mailbox,
+};
+
+/// What the name at the end of `path` says, in any letter case and with or without
+/// the ending of a compressed file: "*.eml" is a message, "*.mbox" and "mbox*" are
+/// mailboxes. Other names say nothing.
+FileKind kindOfName(std::string_view path) noexcept;
+
+}  // namespace bouncecheck

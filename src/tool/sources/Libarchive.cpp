@@ -1,0 +1,121 @@
+#include "tool/sources/Libarchive.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <string>
+
+namespace bouncecheck {
+
+const Libarchive& Libarchive::get() {
+    static const Libarchive library;
+    return library;
+}
+
+Libarchive::Libarchive() {
+    constexpr const char* name = "libarchive.so.13";
+    void* library = ::dlopen(name, RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        throw ReadError("is compressed or an archive, which takes libarchive (libarchive.so.13)");
+    }
+    const auto find = [&]<class Function>(Function& function, const char* symbol) {
+        function = reinterpret_cast<Function>(::dlsym(library, symbol));
+        if (!function) throw ReadError(std::string("libarchive lacks ") + symbol);
+    };
+    find(readNew, "archive_read_new");
+    find(supportBzip2, "archive_read_support_filter_bzip2");
+    find(supportXz, "archive_read_support_filter_xz");
+    find(supportZstd, "archive_read_support_filter_zstd");
+    find(supportRaw, "archive_read_support_format_raw");
+    find(supportEmpty, "archive_read_support_format_empty");
+    find(supportTar, "archive_read_support_format_tar");
+    find(supportZip, "archive_read_support_format_zip_streamable");
+    find(open, "archive_read_open");
+    find(nextHeader, "archive_read_next_header");
+    find(readDataBlock, "archive_read_data_block");
+    find(readFree, "archive_read_free");
+    find(filterCode, "archive_filter_code");
+    find(errorString, "archive_error_string");
+    find(entryPathnameUtf8, "archive_entry_pathname_utf8");
+    find(entryPathname, "archive_entry_pathname");
+    find(entryFiletype, "archive_entry_filetype");
+    find(entryHardlink, "archive_entry_hardlink");
+    find(entryIsEncrypted, "archive_entry_is_encrypted");
+}
+
+LibarchiveReader::LibarchiveReader(InputStream& packed, std::span<const Support> supported,
+                                   UnpackedSize& size)
+    : packed_(packed), size_(size), buffer_(std::size_t{1} << 16), archive_(library_.readNew()) {
+    if (!archive_) throw ReadError("not enough memory");
+    for (const Support support : supported) support(archive_.get());
+    check(library_.open(archive_.get(), this, nullptr, &readPacked, nullptr));
+}
+
+archive_entry* LibarchiveReader::nextEntry() {
+    if (isBroken_) throw ReadError("the rest of it cannot be read");
+    piece_ = {};
+    damage_.reset();
+    archive_entry* entry = nullptr;
+    const int status = library_.nextHeader(archive_.get(), &entry);
+    if (status == ARCHIVE_EOF) return nullptr;
+    check(status);
+    return entry;
+}
+
+std::size_t LibarchiveReader::read(std::span<char> room) {
+    if (piece_.empty()) piece_ = nextPiece();
+    const std::size_t count = std::min(room.size(), piece_.size());
+    std::copy_n(piece_.data(), count, room.data());
+    piece_ = piece_.subspan(count);
+    return count;
+}
+
+std::span<const char> LibarchiveReader::nextPiece() {
+    for (;;) {
+        if (damage_) throw ReadError(*damage_);
+        const void* bytes = nullptr;
+        std::size_t size = 0;
+        la_int64_t offset = 0;
+        const int status = library_.readDataBlock(archive_.get(), &bytes, &size, &offset);
+        if (status == ARCHIVE_EOF) return {};
+        check(status);
+        // What a wrong checksum stands for comes out first.
+        if (status == ARCHIVE_WARN) damage_ = damage();
+        if (size == 0) continue;
+        isBroken_ = true;
+        size_.add(size, packed_);
+        isBroken_ = false;
+        return {static_cast<const char*>(bytes), size};
+    }
+}
+
+bool LibarchiveReader::isCompressed() const noexcept {
+    return library_.filterCode(archive_.get(), 0) != ARCHIVE_FILTER_NONE;
+}
+
+/// Hands libarchive the packed bytes. No exception may pass through it.
+la_ssize_t LibarchiveReader::readPacked(archive*, void* self, const void** bytes) {
+    auto& reader = *static_cast<LibarchiveReader*>(self);
+    try {
+        *bytes = reader.buffer_.data();
+        return static_cast<la_ssize_t>(reader.packed_.read(reader.buffer_));
+    } catch (...) {
+        reader.failure_ = std::current_exception();
+        return ARCHIVE_FATAL;
+    }
+}
+
+void LibarchiveReader::check(int status) {
+    if (failure_) std::rethrow_exception(failure_);
+    if (status == ARCHIVE_OK || status == ARCHIVE_WARN) return;
+    isBroken_ = status == ARCHIVE_FATAL;
+    throw damage();
+}
+
+/// What the library says is wrong.
+ReadError LibarchiveReader::damage() const {
+    const char* reason = library_.errorString(archive_.get());
+    return ReadError(reason ? "damaged: " + std::string(reason) : "damaged or cut short");
+}
+
+}  // namespace bouncecheck

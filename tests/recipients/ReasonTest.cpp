@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "recipients/AdviceFor.h"
+#include "recipients/PhraseReasons.h"
+#include "recipients/ReasonFinder.h"
+#include "recipients/ReplyCodes.h"
+
+namespace bouncecheck {
+namespace {
+
+TEST(Reason, GoesByWhatRepliesSay) {
+    struct Case {
+        std::string_view status;
+        std::string_view text;
+        std::string_view reason;
+        std::string_view advice;
+    };
+    const Case cases[] = {
+        {"5.1.1", "550 5.1.1 <a@x.example>... User unknown", "unknown-mailbox", "suppress"},
+        {"5.1.1", "550-5.1.1 The email account that you tried to reach does\r\n550 5.1.1 not exist",
+         "unknown-mailbox", "suppress"},
+        {"5.7.1", "550 5.7.1 No such user!", "unknown-mailbox", "suppress"},
+        {"", "Sorry, no mailbox here by that name. (#5.1.1)", "unknown-mailbox", "suppress"},
+        {"", "Unbekannter Empf\xC3\xA4nger", "unknown-mailbox", "suppress"},
+        // not for good, or not said by anybody who knows
+        {"4.1.1", "450 4.1.1 <a@x.example>: unknown user", "unknown-mailbox", "retry"},
+        {"5.1.1", "550 go away", "unknown-mailbox", "retry"},
+        {"5.0.0", "550 Address rejected", "unknown-mailbox", "retry"},
+        {"5.0.0", "554 transaction failed", "other", "retry"},
+        {"5.7.1", "550 5.7.1", "policy", "fix"},
+        // the words count before the code
+        {"5.1.1", "550 5.1.1 rejected: spam message", "content", "fix"},
+        {"5.1.1", "550 5.1.1 mailbox is full", "mailbox-full", "retry"},
+        {"5.7.1", "550 5.7.1 Sender address rejected: Domain not found", "policy", "fix"},
+        {"5.4.1", "550 5.4.1 Recipient address rejected: Access denied", "unknown-mailbox",
+         "suppress"},
+        {"5.0.0", "5.1.0 - Unknown address error 554-'5.7.1 blocked using zen.spamhaus.org'",
+         "reputation", "fix"},
+        {"", "SMTP error after MAIL FROM:<me@own.example>: 550 5.1.0 x.example does not exist",
+         "policy", "fix"},
+        // the other reasons
+        {"5.1.2", "550 5.1.2 <a@x.example>... Host unknown", "unknown-domain", "suppress"},
+        {"5.4.4", "Host or domain name not found. Name service error for name=x.example",
+         "unknown-domain", "suppress"},
+        {"4.4.3", "Host or domain name not found. Host not found, try again", "unreachable",
+         "retry"},
+        {"5.2.1", "550 5.2.1 The email account that you tried to reach is disabled",
+         "inactive-mailbox", "suppress"},
+        {"5.2.1", "550 5.2.1", "inactive-mailbox", "retry"},
+        {"4.2.2", "452 4.2.2 over quota", "mailbox-full", "retry"},
+        {"5.3.4", "552 5.3.4 Message size exceeds fixed limit", "message-too-large", "fix"},
+        {"5.7.26",
+         "550-5.7.26 Unauthenticated email from x.example is not accepted due to\r\n"
+         "550 5.7.26 domain's DMARC policy",
+         "authentication", "fix"},
+        {"5.7.1", "554 5.7.1 Service unavailable; Client host [192.0.2.1] blocked using a list",
+         "reputation", "fix"},
+        {"5.7.25", "550 5.7.25 no PTR record", "reputation", "fix"},
+        {"5.7.1", "550 5.7.1 Relaying denied", "policy", "fix"},
+        {"4.7.28", "421 4.7.28 too many messages", "rate-limit", "retry"},
+        {"4.4.2", "lost connection with mx.x.example while sending", "expired", "retry"},
+        {"", "connect to mx.x.example[192.0.2.1]:25: Connection refused", "unreachable", "retry"},
+        {"", "retry timeout exceeded", "expired", "retry"},
+        {"4.3.0", "451 4.3.0 internal error", "system", "retry"},
+        // what one reason has in common with another
+        {"", "User jdoe (jdoe@x.example) not listed in Domino Directory", "unknown-mailbox",
+         "suppress"},
+        {"5.7.1", "550-Verification failed for <a@x.example>\r\n550 Sender verify failed", "policy",
+         "fix"},
+        {"5.2.2", "550 zu viele Mails / User has too many messages on the server", "mailbox-full",
+         "retry"},
+        {"", "551 Mailbox <a@x.example> is full", "mailbox-full", "retry"},
+        {"5.7.1", "554 5.7.1 Message refused: virus Eicar found", "content", "fix"},
+        {"4.4.1", "delivery temporarily suspended: connect to x.example: Connection refused",
+         "expired", "retry"},
+        {"", "delivery temporarily suspended: Server internal error", "system", "retry"},
+        {"",
+         "\xD0\x9F\xD0\xBE\xD0\xBB\xD1\x83\xD1\x87\xD0\xB0\xD1\x82\xD0\xB5\xD0\xBB\xD1\x8C "
+         "\xD0\xBD\xD0\xB5 \xD0\xBD\xD0\xB0\xD0\xB9\xD0\xB4\xD0\xB5\xD0\xBD",
+         "unknown-mailbox", "suppress"},
+        {"", "", "other", "retry"},
+    };
+    for (const Case& c : cases) {
+        const ReasonFinding finding = reasonOf({.status = c.status, .text = c.text});
+        EXPECT_EQ(nameOf(finding.reason), c.reason) << c.text << " by " << finding.row;
+        EXPECT_EQ(nameOf(adviceFor(Outcome::failed, finding)), c.advice) << c.text;
+        EXPECT_LE(finding.at + finding.length, c.text.size());
+        for (std::size_t size = 0; size < c.text.size(); ++size) {
+            const ReasonFinding cut = reasonOf({.text = c.text.substr(0, size)}, c.text);
+            EXPECT_LE(cut.at + cut.length, c.text.size());
+        }
+    }
+}
+
+TEST(Reason, DependsOnTheOutcome) {
+    const Reply reply = {.outcome = Outcome::delayed, .text = "550 5.1.1 user unknown"};
+    EXPECT_EQ(adviceFor(Outcome::delayed, reasonOf(reply)), Advice::retry);
+    EXPECT_EQ(adviceFor(Outcome::complained, {}), Advice::unsubscribe);
+    const ReasonFinding none = reasonOf({.outcome = Outcome::delivered, .text = "user unknown"});
+    EXPECT_EQ(none.reason, Reason::none);
+    EXPECT_EQ(adviceFor(Outcome::delivered, none), Advice::none);
+}
+
+TEST(Reason, ComesFromTheNoticeWhereTheReplyIsSilent) {
+    const ReasonFinding finding = reasonOf({.text = "554 failed"}, "The mailbox is full, sorry.");
+    EXPECT_EQ(finding.reason, Reason::mailboxFull);
+    EXPECT_TRUE(finding.inNotice);
+    EXPECT_EQ(finding.at, 4U);
+}
+
+/// A row that another one hides, or that stands twice, would never say anything.
+TEST(Reason, IsThatOfEachRow) {
+    std::set<std::string_view> phrases;
+    for (const PhraseKind kind : {PhraseKind::clear, PhraseKind::fair, PhraseKind::weak}) {
+        for (const PhraseRow& row : phraseRows(kind)) {
+            EXPECT_TRUE(phrases.insert(row.phrase).second) << row.phrase;
+            std::string text(row.phrase);
+            if (const std::size_t at = text.find('@'); at != std::string::npos) {
+                text.replace(at, 1, "a@x.example");
+            }
+            EXPECT_EQ(nameOf(reasonOf({.text = text}).reason), nameOf(row.reason)) << row.phrase;
+        }
+    }
+}
+
+TEST(ReplyCodes, AreFoundInReplies) {
+    const std::pair<std::string_view, std::string_view> cases[] = {
+        {"550 5.1.1 no", "550 5.1.1"},
+        {"550-5.1.1 no\r\n550 5.1.1 no", "550 5.1.1"},
+        {"said: 452 4.2.2 full", "452 4.2.2"},
+        {"Sorry. (#5.1.1)", " 5.1.1"},
+        {"SMTP error 550", "550 "},
+        {"smtp; 554 5.7.1 <a@x.example>", "554 5.7.1"},
+        {"250 ok\n550 no", "550 "},
+        {"host mx[192.0.2.153] at 5.5.2026, version 4.4.1.2, 550 bytes", " "},
+        {"", " "},
+    };
+    for (const auto& [text, expected] : cases) {
+        const ReplyCodes codes = codesIn(text);
+        EXPECT_EQ(std::string(codes.reply) + " " + std::string(codes.status), expected) << text;
+    }
+}
+
+}  // namespace
+}  // namespace bouncecheck

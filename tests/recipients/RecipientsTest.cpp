@@ -1,0 +1,307 @@
+#include "recipients/Recipients.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <bouncecheck/Limits.h>
+#include "mime/Entity.h"
+
+namespace bouncecheck {
+namespace {
+
+/// "user@x.example failed text", one after the other.
+std::string outline(const std::vector<Recipient>& recipients) {
+    std::string all;
+    for (const Recipient& recipient : recipients) {
+        if (!all.empty()) all += "; ";
+        all += recipient.address;
+        if (!recipient.finalAddress.empty()) all += "->" + recipient.finalAddress;
+        all.append(" ").append(nameOf(recipient.outcome));
+        all.append(" ").append(nameOf(recipient.source));
+    }
+    return all;
+}
+
+std::string named(const std::string& message) { return outline(recipientsOf(Entity(message))); }
+
+std::string part(const std::string& type, const std::string& body) {
+    return "--b\nContent-Type: " + type + "\n\n" + body + "\n";
+}
+
+std::string report(const std::string& parts, const std::string& header = "") {
+    return header + "Content-Type: multipart/report; boundary=b\n\n" + parts + "--b--\n";
+}
+
+std::string statusReport(const std::string& status) {
+    return report(part("text/plain", "Sorry.") + part("message/delivery-status", status));
+}
+
+/// A notice to me@own.example with that text.
+std::string notice(const std::string& text) {
+    return "From: Mail System <MAILER-DAEMON@mx.example>\nTo: me@own.example\n"
+           "Subject: Returned mail\n\n" +
+           text;
+}
+
+TEST(Recipients, ReadsTheGroupsOfADeliveryStatus) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"Final-Recipient: rfc822;a@x\nAction: failed", "a@x failed report"},
+        {"Original-Recipient: rfc822; <a@x.example>\nFinal-Recipient: RFC822;b@x.example\n"
+         "Action: Delayed (for now)",
+         "a@x.example->b@x.example delayed report"},
+        // xtext, and the form of international addresses
+        {"Original-Recipient: rfc822;a+2Bb@x.example\nFinal-Recipient: rfc822;a+b@x.example\n"
+         "Action: delivered",
+         "a+b@x.example delivered report"},
+        {"Final-Recipient: utf-8;\\x{FC}@x.example\nAction: relayed",
+         "\xC3\xBC@x.example relayed report"},
+        // no blank line between recipients
+        {"Final-Recipient: x;a@x\nStatus: 5.0.0\nFinal-Recipient: x;b@x\nStatus: 2.0.0",
+         "a@x failed report; b@x delivered report"},
+        // a blank line between fields
+        {"Final-Recipient: x;a@x\n\nAction: failed\n\n\nStatus: 5.0.0\n\n"
+         "Final-Recipient: x;b@x\n\nAction: delayed",
+         "a@x failed report; b@x delayed report"},
+        // the address behind the other fields
+        {"Action: failed\nFinal-Recipient: x;a@x\n\nAction: delayed\nFinal-Recipient: b@x",
+         "a@x failed report; b@x delayed report"},
+        {"Final-Recipient: x;a@x\nAction: failed\nAction: delayed", "a@x failed report"},
+        {"Final-Recipient: x;a@x\nAction: delivered\n\nFinal-Recipient: x;A@X\nAction: failed",
+         "a@x failed report"},
+        {"Final-Recipient: x;a@x\nAction: zzz\nStatus: 4.0.0\nWill-Retry-Until: today",
+         "a@x delayed report"},
+        {"Final-Recipient: rfc822; |/usr/bin/vacation\nAction: failed", ""},
+        {"Reporting-MTA: dns;x", ""},
+    };
+    for (const auto& [status, expected] : cases) {
+        EXPECT_EQ(named(statusReport(status)), expected) << status;
+    }
+}
+
+TEST(Recipients, KeepsWhatAReportSays) {
+    const std::vector<Recipient> all = recipientsOf(
+        Entity(statusReport("Final-Recipient: rfc822;a@x\nAction: failed\nStatus: 5.1.1 (gone)\n"
+                            "Remote-MTA: dns; mx.x.example\nDiagnostic-Code: smtp; 550\n  no\n"
+                            "Last-Attempt-Date: today\nWill-Retry-Until: tomorrow")));
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_EQ(all[0].status, "5.1.1");
+    EXPECT_EQ(all[0].replyCode, "550");
+    EXPECT_EQ(all[0].diagnostic, "550 no");
+    EXPECT_EQ(all[0].remoteMta, "mx.x.example");
+    EXPECT_EQ(all[0].lastAttempt, "today");
+    EXPECT_EQ(all[0].willRetryUntil, "tomorrow");
+}
+
+TEST(Recipients, ReadsComplaintsAndReceipts) {
+    const std::string spam = "Feedback-Type: abuse\nOriginal-Rcpt-To: <a@x.example>\n";
+    EXPECT_EQ(named(report(part("message/feedback-report", spam))),
+              "a@x.example complained report");
+    EXPECT_EQ(named(report(part("message/feedback-report",
+                                "Feedback-Type: not-spam\nOriginal-Rcpt-To: a@x.example"))),
+              "a@x.example unknown report");
+    EXPECT_EQ(named(report(part("message/feedback-report", "Feedback-Type: abuse") +
+                           part("message/rfc822", "To: a@x.example\n"))),
+              "a@x.example complained returned");
+    EXPECT_EQ(named(report(part("message/disposition-notification",
+                                "Original-Recipient: rfc822;a@x.example\n"
+                                "Final-Recipient: rfc822;b@x.example\nDisposition: m; displayed"))),
+              "a@x.example->b@x.example displayed report");
+}
+
+TEST(Recipients, ReadsTheHeader) {
+    EXPECT_EQ(named("X-Failed-Recipients: a@x.example,\n  <b@x.example>\n"
+                    "x-failed-recipients: nobody, c@x.example\n\ntext"),
+              "a@x.example failed header; b@x.example failed header; c@x.example failed header");
+    EXPECT_EQ(named("From: daemon@x.example\nSubject: Delivery failure (a@x.example)\n\nSorry."),
+              "a@x.example failed header");
+}
+
+/// Lines as mail systems write them, and whom they name.
+TEST(Recipients, KnowsTheShapesOfNotices) {
+    const std::pair<const char*, const char*> cases[] = {
+        // alone on a line, in brackets, in a list
+        {"Delivery to the following recipients failed:\n\n  a@x.example\n  <b@x.example>\n\nBye.",
+         "a@x.example; b@x.example"},
+        {"could not be delivered to:\n * a@x.example\n 2. b@x.example\n",
+         "a@x.example; b@x.example"},
+        {"could not be delivered to\na@x.example, b@x.example;\n", "a@x.example; b@x.example"},
+        {"Delivery has failed:\n\na@x.example<mailto:a@x.example>\nThe box is gone.",
+         "a@x.example"},
+        // in front of what is said of it
+        {"<a@x.example>:\nSorry, no mailbox here by that name. (#5.1.1)\n\n"
+         "<b@x.example>:\n192.0.2.1 does not like recipient.\n",
+         "a@x.example; b@x.example"},
+        {"<a@x.example>: host mx.x.example[192.0.2.1] said: 550 5.1.1\n"
+         "    <a@x.example>: Recipient address rejected (in reply to RCPT TO command)\n",
+         "a@x.example"},
+        {"a@x.example: 550 5.2.2 Mailbox Full\nb@x.example: 550 5.1.1 User unknown\n",
+         "a@x.example; b@x.example"},
+        {"The following recipient(s) could not be reached:\n\n"
+         "      a@x.example on 2/3/2004 10:20 AM\n            The e-mail account is not there.\n",
+         "a@x.example"},
+        // sent on to another address
+        {"The following address(es) failed:\n\n  a@x.example\n    (generated from c@x.example)\n"
+         "    SMTP error from remote mail server after RCPT TO:<b@y.example>:\n    550 no\n",
+         "a@x.example->b@y.example"},
+        // behind a label
+        {"Failed Recipient: a@x.example\nReason: Remote host said: 550 no such user\n",
+         "a@x.example"},
+        {"Message details:\n  MAIL FROM: me@own.example\n  RCPT TO: a@x.example\n", "a@x.example"},
+        {"收件人：a@x.example\n退信原因：不存在\n", "a@x.example"},
+        // a dialogue
+        {"   ----- Transcript of session follows -----\n>>> RCPT To:<a@x.example>\n"
+         "<<< 550 5.1.1 unknown\n550 <a@x.example>... User unknown\n"
+         "554 5.1.2 <b@x.example>... Host unknown\n",
+         "a@x.example; b@x.example"},
+        {">>> MAIL FROM:<me@own.example>\n<<< 550 go away\n", ""},
+        {"550 5.7.1 <me@own.example>... Sender rejected\n", ""},
+        // a sentence
+        {"Your message wasn't delivered to a@x.example because the address\ncouldn't be found.",
+         "a@x.example"},
+        {"User's mailbox is full: <a@x.example>\nUnable to deliver mail.", "a@x.example"},
+        {"お客様のメールをkijitora@x.exampleに配信できませんでした。", "kijitora@x.example"},
+        // nobody: people who help, senders, links, the message's own words
+        {"could not be delivered. For assistance, contact help@x.example\n", ""},
+        {"could not be delivered\n\nPlease send questions to\n  help@x.example\n", ""},
+        {"could not be delivered: see https://x.example/?u=a@x.example\n", ""},
+        {"could not be delivered\n\n--- Below this line is a copy of the message.\n\n"
+         "Received: by x\nSubject: a\n\na@x.example\n",
+         ""},
+        {"a message from b@x.example could not be delivered to a@x.example", "a@x.example"},
+        {"could not be delivered to postmaster@mx.example\n", ""},
+        // to whom the notice was sent, where it says so
+        {"could not be delivered to:\n\n<me@own.example>: host said: 550 unknown\n",
+         "me@own.example"},
+    };
+    for (const auto& [text, expected] : cases) {
+        std::string found;
+        for (const Recipient& recipient : recipientsOf(Entity(notice(text)))) {
+            if (recipient.source != RecipientSource::text) continue;
+            found += (found.empty() ? "" : "; ") + recipient.address;
+            if (!recipient.finalAddress.empty()) found += "->" + recipient.finalAddress;
+        }
+        EXPECT_EQ(found, expected) << text;
+    }
+}
+
+TEST(Recipients, AttachesWhatIsSaidToItsRecipient) {
+    const std::vector<Recipient> all = recipientsOf(Entity(
+        notice("<a@x.example>:\nRemote host said: 550 5.1.1 no such user\n\n"
+               "<b@x.example>:\nRemote host said: 452 4.2.2 mailbox is full\nGiving up.\n")));
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(all[0].diagnostic, "Remote host said: 550 5.1.1 no such user");
+    EXPECT_EQ(all[0].status, "5.1.1");
+    EXPECT_EQ(all[1].diagnostic, "Remote host said: 452 4.2.2 mailbox is full\nGiving up.");
+    EXPECT_EQ(all[1].replyCode, "452");
+}
+
+TEST(Recipients, TellsDelaysFromFailures) {
+    EXPECT_EQ(named(notice("The message has not yet been delivered to\n\n  a@x.example\n")),
+              "a@x.example delayed text");
+    EXPECT_EQ(named(notice("Delivery has been delayed.\n\n<a@x.example>: 550 5.1.1 no\n")),
+              "a@x.example failed text");
+}
+
+TEST(Recipients, FallsBackOnTheReturnedMessage) {
+    const auto returned = [](const std::string& header) {
+        return named(
+            "From: MAILER-DAEMON@x.example\nTo: me@own.example\nSubject: failure notice\n"
+            "Content-Type: multipart/mixed; boundary=b\n\n" +
+            part("text/plain", "Your message was not delivered.") +
+            part("message/rfc822", header + "\nDear a@y.example\n") + "--b--\n");
+    };
+    EXPECT_EQ(returned("To: a@x.example\n"), "a@x.example failed returned");
+    EXPECT_EQ(returned("To: a@x.example, b@x.example\n"), "");
+    EXPECT_EQ(returned("To: a@x.example\nCc: b@x.example\n"), "");
+    EXPECT_EQ(returned("Received: by mx for <a@x.example>; today\nSubject: x\n"),
+              "a@x.example failed returned");
+    EXPECT_EQ(named(notice("was not delivered\n\n----- Original message -----\n\n"
+                           "Message-ID: <1@x>\nTo: a@x.example\n")),
+              "a@x.example failed returned");
+}
+
+TEST(Recipients, ReadsPartsWhoseBoundaryNeverComes) {
+    EXPECT_EQ(named("From: MAILER-DAEMON@x.example\nContent-Type: multipart/report; boundary=b\n\n"
+                    "--other\nContent-Type: text/plain\nContent-Description: Notice\n"
+                    "Content-Transfer-Encoding: 7bit\n\nwas not delivered\n\n--other\n"
+                    "Content-Type: message/delivery-status\n\nReporting-MTA: dns; x\n\n"
+                    "Final-Recipient: rfc822; a@x.example\nAction: delayed\n"),
+              "a@x.example delayed report");
+}
+
+TEST(Recipients, NamesNobodyInOrdinaryMail) {
+    const std::string letters[] = {
+        "From: b@x.example\nSubject: lunch\n\nWrite to\n\n  a@x.example\n\nor call.",
+        "From: b@x.example\nSubject: Fwd: Undelivered Mail\n\n<a@x.example>: 550 unknown user",
+        "From: b@x.example\nSubject: the list\nContent-Type: multipart/mixed; boundary=b\n\n" +
+            part("text/plain", "As you asked.") +
+            part("message/delivery-status", "Final-Recipient: rfc822; a@x.example\n") + "--b--\n",
+        "From: postmaster@x.example\nSubject: hours\n\nWe answer at\n\n  a@x.example\n",
+        "From: b@x.example\nAuto-Submitted: auto-replied\n\nAway. Please contact a@x.example.",
+    };
+    for (const std::string& letter : letters) EXPECT_EQ(named(letter), "") << letter;
+}
+
+TEST(Recipients, ReadsAddressesMadeForOneRecipient) {
+    const auto verp = [](const char* pattern, const std::string& header) {
+        const std::vector<VerpPattern> patterns = {*VerpPattern::parse(pattern)};
+        const auto all = recipientsOf(Entity(header + "\n\ntext"), patterns);
+        return all.empty() ? "" : all[0].address + "|" + all[0].tag + "|" + all[0].finalAddress;
+    };
+    const char* pattern = "bounces+{local}={domain}@lists.example.org";
+    EXPECT_EQ(verp(pattern, "To: Bounces+a=b=x.example@lists.example.org"), "a=b@x.example||");
+    EXPECT_EQ(verp(pattern, "To: o@x.example\nDelivered-To: bounces+a=x.example@lists.example.org"),
+              "a@x.example||");
+    EXPECT_EQ(verp(pattern, "To: prvs=1234abcdef=bounces+a=x.example@lists.example.org"),
+              "a@x.example||");
+    EXPECT_EQ(verp("bounces+{local}={domain}@x.example",
+                   "To: SRS0=HHH=TT=x.example=bounces+a=y.example@forward.example"),
+              "a@y.example||");
+    EXPECT_EQ(verp("b-{tag}@x.example", "To: b-17-x@x.example"), "|17-x|");
+    EXPECT_EQ(verp(pattern,
+                   "X-Failed-Recipients: new@x.example\n"
+                   "To: bounces+a=x.example@lists.example.org"),
+              "a@x.example||new@x.example");
+    EXPECT_EQ(verp(pattern,
+                   "Content-Type: message/rfc822\n\n"
+                   "Return-Path: <bounces+a=x.example@lists.example.org>"),
+              "a@x.example||");
+    EXPECT_EQ(verp(pattern, "To: bounces@lists.example.org"), "");
+    for (const char* wrong : {"", "a@x", "{local}@x", "{local}{domain}@x", "{tag}", "a{b}@{tag}"}) {
+        EXPECT_FALSE(VerpPattern::parse(wrong)) << wrong;
+    }
+}
+
+TEST(Recipients, KeepsWithinItsLimits) {
+    std::string status;
+    std::string addresses = "X-Failed-Recipients: z@x";
+    for (std::size_t i = 0; i < limits::recipients + 5; ++i) {
+        const std::string address = std::to_string(i) + "@x.example";
+        status += "Final-Recipient: x;" + address + "\n\n";
+        addresses += "," + address;
+    }
+    EXPECT_EQ(recipientsOf(Entity(statusReport(status))).size(), limits::recipients);
+    EXPECT_EQ(recipientsOf(Entity(addresses + "\n\n")).size(), limits::recipients);
+    const std::string list = "(" + std::string(limits::fieldValue - 16, 'x') + ") a@x, b@y.example";
+    EXPECT_EQ(named("X-Failed-Recipients: " + list + "\n\n"), "a@x failed header");
+}
+
+TEST(Recipients, SurvivesEveryPrefix) {
+    const std::string message =
+        statusReport("Final-Recipient: utf-8;\\x{FC}@x.example\nAction: failed\n") +
+        notice(
+            "could not be delivered to:\n<a@x.example>: RCPT TO:<b@y.example>:\n\"q r\"@x.example"
+            "\n>>> RCPT TO:<c@x.example>\n<<< 550\n--- Original message ---\nReceived: for <");
+    for (std::size_t size = 0; size <= message.size(); ++size) {
+        for (const Recipient& recipient : recipientsOf(Entity(message.substr(size)))) {
+            EXPECT_EQ(recipient.address.find_first_of("\r\n"), std::string::npos);
+        }
+        recipientsOf(Entity(message.substr(0, size)));
+    }
+}
+
+}  // namespace
+}  // namespace bouncecheck
