@@ -1,21 +1,37 @@
-// Charsets: what a known one yields is UTF-8. The first byte chooses the charset;
-// 0 takes its name from the first line.
+// Charsets: what a known one yields is UTF-8, however its name is written, and does not
+// depend on the texts before. The first two bytes choose the charset; 0 takes its name from
+// the first line. The next one says where the text is divided in two.
 
-#include <array>
+#include <future>
+#include <iterator>
 
 #include "fuzz/Input.h"
 #include "fuzz/Require.h"
 #include "mime/Charset.h"
+#include "mime/CharsetNames.h"
+#include "text/Ascii.h"
 #include "text/Utf8.h"
 
 namespace bouncecheck::fuzz {
 namespace {
 
-constexpr std::array<std::string_view, 24> known = {
-    "utf-8",       "us-ascii",    "iso-8859-1",   "iso-8859-15", "windows-1252",   "iso-8859-2",
-    "iso-2022-jp", "iso-2022-kr", "shift_jis",    "euc-jp",      "gb2312",         "gb18030",
-    "big5",        "koi8-r",      "windows-1251", "utf-7",       "utf-16",         "utf-16be",
-    "utf-16le",    "utf-32",      "ucs-2",        "x-mac-roman", "ks_c_5601-1987", "iso-8859-8-i"};
+/// One of the names that the table has for a charset, or "".
+std::string_view knownName(Input& input) {
+    const std::size_t choice = 256 * input.number(256) + input.number(256);
+    if (choice == 0) return {};
+    std::string_view names = charsets[choice % std::size(charsets)].names;
+    for (std::size_t skipped = input.number(4); skipped > 0; --skipped) {
+        const std::size_t end = names.find(' ');
+        if (end != std::string_view::npos) names.remove_prefix(end + 1);
+    }
+    return names.substr(0, names.find(' '));
+}
+
+std::string decorated(std::string_view name) {
+    std::string written = " (";
+    for (const char c : ascii::trim(name)) written.append(1, ascii::toUpper(c)).append("+)");
+    return written;
+}
 
 }  // namespace
 }  // namespace bouncecheck::fuzz
@@ -24,15 +40,27 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace bouncecheck;
     using namespace bouncecheck::fuzz;
     Input input(data, size);
-    const std::size_t choice = input.number(known.size() + 1);
-    const std::string_view name = choice > 0 ? known[choice - 1] : input.line();
-    const ExactBytes bytes(input.rest());
-    const ExactBytes charset(name);
-    const auto converted = convertedToUtf8(bytes.view(), charset.view());
+    const std::string_view known = knownName(input);
+    const ExactBytes name(known.empty() ? input.line() : known);
+    const std::size_t division = input.number(256);
+    const ExactBytes bytes(input.rest().substr(std::min(division, input.rest().size())));
+    const ExactBytes before(input.rest().substr(0, division));
+
+    const auto converted = convertedToUtf8(bytes.view(), name.view());
+    const bool isKnown = charsetOf(canonicalCharsetName(name.view())) != nullptr;
+    require(known.empty() || isKnown, "the names of the table are known");
     const std::string_view text = converted ? std::string_view(*converted) : bytes.view();
-    require(choice == 0 || isUtf8(text), "a known charset yields UTF-8");
-    require(converted == convertedToUtf8(bytes.view(), charset.view()),
-            "a charset yields the same twice");
+    require(!converted || isUtf8(text), "what is converted is UTF-8");
+    convertedToUtf8(before.view(), name.view());
+    require(converted == convertedToUtf8(bytes.view(), name.view()), "no text changes the next");
+    require(converted == convertedToUtf8(bytes.view(), decorated(name.view())),
+            "a name reads the same however it is written");
+    // A thread of its own has none of the conversions.
+    const auto afresh = std::async(std::launch::async, [&] {
+                            return convertedToUtf8(bytes.view(), name.view());
+                        }).get();
+    require(converted == afresh, "the texts before do not matter");
+
     const std::string undeclared = undeclaredToUtf8(std::string(bytes.view()));
     require(!isUtf8(bytes.view()) || undeclared == bytes.view(), "UTF-8 stays as it is");
     require(isUtf8(undeclared), "an unknown charset is made UTF-8");

@@ -1,16 +1,16 @@
 // The whole classification, and what has to hold for any message.
 
-#include <charconv>
 #include <string>
 #include <vector>
 
-#include "bounce/BounceCheck.h"
-#include "bounce/VerdictLabel.h"
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/LogTrace.h>
+#include <bouncecheck/classes/BounceCheck.h>
+#include <bouncecheck/classes/Email2.h>
+#include "bounce/MessageClassifier.h"
 #include "fuzz/Input.h"
 #include "fuzz/Require.h"
-#include "log/LogNull.h"
-#include "log/LogTrace.h"
-#include "mime/Email2.h"
+#include "mime/Entity.h"
 
 namespace bouncecheck::fuzz {
 namespace {
@@ -45,19 +45,22 @@ void requireBalanced(const Events& events) {
     require(open.empty(), "no context stays open");
 }
 
-/// The type that the last verdict among the events tells, or 0: a label before
-/// its first dot, or the number that the rule table logs.
-int toldType(const Events& events) {
-    for (std::size_t i = events.size(); i-- > 0;) {
-        const LogTrace::Event& event = events[i];
-        std::string_view told;
-        if (event.kind == LogTrace::Kind::info) told = verdictLabel(event.text);
-        if (event.kind == LogTrace::Kind::data && event.text == "BounceType") told = event.value;
-        int type = 0;
-        std::from_chars(told.data(), told.data() + told.size(), type);
-        if (type != 0) return type;
+/// The finding agrees with the verdict, and what it names is where it says.
+void requireFound(const std::string& message, const Result& expected, const Events& events) {
+    for (const auto engine : {phrases::Engine::pass, phrases::Engine::plain}) {
+        LogTrace log;
+        const ClassifiedMessage found =
+            MessageClassifier(engine).classify(Entity(std::string_view(message)), log);
+        const Finding& finding = found.finding;
+        require(found.type == expected.type && finding.address.text.view() == expected.address &&
+                    found.text.view() == expected.data,
+                "the finding is about the same verdict");
+        require(log.takeEvents() == events, "the trace is the same");
+        require((finding.rule         ? finding.rule->type
+                 : finding.lastResort ? finding.lastResort->bounceType
+                                      : BOUNCE_NONE) == found.type,
+                "the rule gives the type");
     }
-    return 0;
 }
 
 }  // namespace
@@ -75,7 +78,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Events events = trace.takeEvents();
     require(*bounceTypeName(result.type) != '\0', "the verdict is one of the table");
     requireBalanced(events);
-    require(toldType(events) == result.type, "the last label agrees with the verdict");
+    requireFound(message, result, events);
 
     LogNull noLog;
     require(classify(fresh, email, noLog) == result, "twice, and without trace, it is the same");

@@ -5,9 +5,9 @@
 #include <chrono>
 #include <cstdio>
 
-#include "facts/MailDate.h"
 #include "fuzz/Input.h"
 #include "fuzz/Require.h"
+#include "mime/MailDate.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace bouncecheck;

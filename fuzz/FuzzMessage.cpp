@@ -2,15 +2,16 @@
 
 #include <algorithm>
 
+#include <bouncecheck/Limits.h>
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/classes/Email2.h>
+#include <bouncecheck/classes/MimeHeader.h>
+#include <bouncecheck/classes/SystemCerts.h>
+#include <bouncecheck/classes/XString.h>
 #include "fuzz/Input.h"
 #include "fuzz/Require.h"
-#include "log/LogNull.h"
-#include "mime/Email2.h"
-#include "mime/Limits.h"
-#include "mime/MimeHeader.h"
-#include "mime/SystemCerts.h"
+#include "mime/Entity.h"
 #include "text/Utf8.h"
-#include "text/XString.h"
 
 namespace bouncecheck::fuzz {
 namespace {
@@ -45,7 +46,7 @@ std::string bodyAnswers(const Email2& email) {
     DataBuffer all;
     if (const DataBuffer* body = email.getNonMultipartBody3()) {
         require(email.getNumParts() == 0, "only leaves have a body");
-        require(!email.contentType().starts_with("text/") || hasCrLfOnly(body->view()),
+        require(!entityOf(email).type().starts_with("text/") || hasCrLfOnly(body->view()),
                 "the lines of text end in CRLF");
     } else {
         require(email.getNumParts() > 0, "an entity without body has parts");
@@ -67,7 +68,7 @@ std::string bodyAnswers(const Email2& email) {
 std::string answers(const Email2& email, std::size_t depth, std::size_t& entities) {
     require(depth <= limits::nesting, "the tree is no deeper than the limit");
     ++entities;
-    std::string all = email.contentType() + headerAnswers(email) + bodyAnswers(email);
+    std::string all = entityOf(email).type() + headerAnswers(email) + bodyAnswers(email);
     for (int i = 0; i < email.getNumParts(); ++i)
         all += answers(*email.getPart(i), depth + 1, entities);
     require(!email.getPart(-1) && !email.getPart(email.getNumParts()), "no part outside");
@@ -86,7 +87,7 @@ void tryAttached(const Email2& email) {
     int status = 0;
     const std::unique_ptr<Email2, BrixelDeleter> attached(
         email.getAttachedMessage(0, status, certs, noLog));
-    require((attached != nullptr) == (status == 1), "the status tells whether there is a message");
+    require((attached != nullptr) == (status == 1), "the status says whether there is a message");
     if (attached) headerAnswers(*attached);
 }
 

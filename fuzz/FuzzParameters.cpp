@@ -25,7 +25,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
             "a media type has two names");
     require(type.isOf(type.name().substr(0, slash)), "a media type is of its type");
     require(isUtf8(type.name()), "a media type is UTF-8");
-    require(type.parameter("boundary") == value.parameter("boundary"),
-            "a media type has the parameters of its value");
+    require(type.boundary() == value.parameter("boundary"),
+            "a media type has the boundary of its value");
     return 0;
 }

@@ -1,5 +1,5 @@
 // The phrase pass, with the tables of the classifier and with all its phrases as one
-// table, against one plain search for each phrase. In the input a byte
+// table, compared with one plain search for each phrase. In the input a byte
 // below 0x80 stands for itself, and a higher one begins three that stand for a
 // phrase: two choose it, the third says how it is spoiled. An input that begins
 // with 0xFF is searched as it is.
@@ -9,10 +9,8 @@
 
 #include "bench/PhrasePass.h"
 #include "bench/support/Literals.h"
-#include "bounce/Marker.h"
-#include "bounce/PhraseScan.h"
-#include "bounce/PhraseTables.h"
-#include "bounce/tables/AutoReplyIndicators.h"
+#include "bounce/PhraseBook.h"
+#include "bounce/ScannedText.h"
 #include "fuzz/Input.h"
 #include "fuzz/Require.h"
 #include "text/Ascii.h"
@@ -56,32 +54,25 @@ std::string composed(Input input) {
 }
 
 void requireLists(std::string_view text) {
-    const PhraseScan scan(text);
-    for (const PhraseTable& table : phraseTables()) {
-        // Patterns and markers are taken apart by the pass.
-        const std::string_view name = table.name;
-        if (name == "BounceSubjectList" || name == "BounceFromAddrList" ||
-            name == "BounceDataMarkers") {
-            continue;
-        }
-        const char* const* list = table.phrases.data();
-        const LetterCase letters =
-            list == AutoReplyIndicators ? LetterCase::exact : LetterCase::ignored;
-        // To the terminator: one table runs on into the next.
-        const char* const* found = list;
-        while (*found && **found && findBytes(text, *found, 0, letters) == npos) ++found;
-        const bool isThere = *found && **found;
-        require(scan.firstOf(list, letters) == (isThere ? *found : nullptr),
+    MarkerPlaces places;
+    const ScannedText passed(TextOf::data, text, phrases::Engine::pass, &places);
+    const ScannedText searched(TextOf::data, text, phrases::Engine::plain);
+    for (const ListId list : allLists) {
+        // Of a pattern, the pass only says that it may match.
+        if (phraseLists[list.index()].kind == ListKind::patterns) continue;
+        require(passed.firstOf(list).phrase == searched.firstOf(list).phrase,
                 "the first phrase of a list is the first that a search finds");
     }
-    for (std::size_t i = 0, next = scan.nextMarker(0); *BounceDataMarkers[i]; ++i) {
-        const Marker marker(BounceDataMarkers[i]);
-        const bool isThere = contains(text, marker.context) && contains(text, marker.text);
-        require(isThere == (next == i), "a marker is told when it is there");
-        if (!isThere) continue;
-        require(scan.markerPlace(i) == findBytes(text, marker.text), "its place is the first");
-        next = scan.nextMarker(i + 1);
+    for (std::size_t row = 0; row < std::size(singlePhrases); ++row) {
+        require(passed.single(row) == searched.single(row), "a single phrase is found");
     }
+    std::size_t found = passed.nextMarker(0);
+    for (std::size_t i = searched.nextMarker(0); i != npos; i = searched.nextMarker(i + 1)) {
+        require(found == i, "a marker is found when it is there");
+        require(passed.markerPlace(i) == searched.markerPlace(i), "its place is the first");
+        found = passed.nextMarker(i + 1);
+    }
+    require(found == npos, "no marker is found that is not there");
 }
 
 }  // namespace
@@ -94,7 +85,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const ExactBytes exact(composed(Input(data, size)));
     Indices found;
     pass.scan(exact.view(), [&](std::size_t index) {
-        require(found.insert(index).second, "a phrase is told once");
+        require(found.insert(index).second, "a phrase is found once");
     });
     Indices expected;
     for (std::size_t i = 0; i < literals().size(); ++i) {
