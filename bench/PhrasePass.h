@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "text/PhraseMatcher.h"
+#include "phrases/Matcher.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -48,15 +48,15 @@ private:
     template <class F>
     struct Once {
         std::span<const std::size_t> indexes;
-        F& onFound;
+        F& report;
         std::array<std::uint64_t, 64> seen;  // 4096 phrases
 
         bool wants(std::size_t phrase, std::size_t) const noexcept {
             return (seen[phrase / 64] >> (phrase % 64) & 1) == 0;
         }
-        void found(std::size_t phrase, std::size_t) {
+        void onFound(std::size_t phrase, std::size_t) {
             seen[phrase / 64] |= std::uint64_t{1} << (phrase % 64);
-            onFound(indexes[phrase]);
+            report(indexes[phrase]);
         }
     };
 

@@ -9,14 +9,14 @@
 #include <exception>
 #include <iostream>
 
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/LogTrace.h>
+#include <bouncecheck/classes/BounceCheck.h>
+#include <bouncecheck/classes/Email2.h>
 #include "bench/PhrasePass.h"
 #include "bench/support/Literals.h"
 #include "bench/support/MessageFolder.h"
 #include "bench/support/SearchedTexts.h"
-#include "bounce/BounceCheck.h"
-#include "log/LogNull.h"
-#include "log/LogTrace.h"
-#include "mime/Email2.h"
 
 namespace bouncecheck::bench {
 namespace {

@@ -26,8 +26,8 @@ std::vector<std::string> messagesOf(const std::string& path) {
         [&](bouncecheck::SourceMessage message) {
             if (!message.bytes.empty()) messages.push_back(std::move(message.bytes));
         },
-        [](const std::string& source, const std::string& reason) {
-            throw std::runtime_error(source + ": " + reason);
+        [](std::string_view source, std::string_view reason) {
+            throw std::runtime_error(std::string(source).append(": ").append(reason));
         });
     if (messages.empty()) throw std::runtime_error(path + ": holds no messages");
     return messages;

@@ -5,11 +5,11 @@
 #include <cstdlib>
 #include <new>
 
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/LogTrace.h>
+#include <bouncecheck/classes/BounceCheck.h>
+#include <bouncecheck/classes/Email2.h>
 #include "bench/sides/Sides.h"
-#include "bounce/BounceCheck.h"
-#include "log/LogNull.h"
-#include "log/LogTrace.h"
-#include "mime/Email2.h"
 
 namespace {
 

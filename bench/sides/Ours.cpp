@@ -1,11 +1,11 @@
 // Our side of the comparison in memory. The messages stay with the caller, so the
 // copy that a message makes of its bytes counts against us.
 
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/LogTrace.h>
+#include <bouncecheck/classes/BounceCheck.h>
+#include <bouncecheck/classes/Email2.h>
 #include "bench/sides/Sides.h"
-#include "bounce/BounceCheck.h"
-#include "log/LogNull.h"
-#include "log/LogTrace.h"
-#include "mime/Email2.h"
 
 namespace bouncecheck::bench {
 namespace {

@@ -34,7 +34,7 @@ void printTime(std::string_view figure, Pass&& pass) {
     std::cout << figure << '\t' << secondsPerPass(pass) << '\n';
 }
 
-/// The main function of a side. `countParts(bytes)` tells how many entities a
+/// The main function of a side. `countParts(bytes)` returns how many entities a
 /// message has; `time(messages)` prints the figures.
 template <class CountParts, class Time>
 int runSide(int argc, char** argv, CountParts countParts, Time time) {

@@ -2,9 +2,10 @@
 
 #include <set>
 
-#include "bounce/PhraseTables.h"
+#include <bouncecheck/PhraseList.h>
+#include "bounce/LastResort.h"
+#include "phrases/Matcher.h"
 #include "text/Ascii.h"
-#include "text/PhraseMatcher.h"
 
 namespace bouncecheck::bench {
 namespace {
@@ -52,10 +53,10 @@ char rotated(char c) noexcept {
 
 std::vector<std::string> tableLiterals() {
     LiteralList list;
-    for (const PhraseTable& table : phraseTables()) {
-        for (const char* phrase : table.phrases) list.addEntry(phrase);
+    for (const PhraseList& table : allPhraseLists()) {
+        for (const char* phrase : table.rows) list.addEntry(phrase);
     }
-    for (const BounceRule& rule : ruleTable()) list.addEntry(rule.phrase);
+    for (const BounceRule& rule : lastResortRules()) list.addEntry(rule.phrase);
     return list.take();
 }
 

@@ -1,8 +1,8 @@
 #include "bench/support/SearchedTexts.h"
 
-#include "bounce/BounceCheck.h"
-#include "log/LogNull.h"
-#include "mime/Email2.h"
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/classes/BounceCheck.h>
+#include <bouncecheck/classes/Email2.h>
 
 namespace bouncecheck::bench {
 

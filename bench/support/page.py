@@ -31,7 +31,10 @@ STEPS = """(async () => {
     await timed("search, the first time", () => type("large.example"));
     await timed("search for two words", () => type("number12 hard"));
     await timed("search for nothing", () => type(""));
-    await timed("choose a verdict", () => document.querySelector("#verdicts button").click());
+    for (const name of ["verdict", "reason", "advice", "status", "domain"]) {
+        const bar = `#chart-${name} button`;
+        await timed(`choose by ${name}`, () => document.querySelector(bar).click());
+    }
     await timed("choose all", () => document.querySelector("#all").click());
     for (const button of document.querySelectorAll("#head button")) {
         await timed(`sort by ${button.textContent}`, () => button.click());

@@ -74,6 +74,20 @@ constexpr Family families[] = {
      [](std::size_t n) {
          return secondPart(n, "mixed", "CgoK", "Content-Transfer-Encoding: base64\n\n");
      }},
+    {"both-quoted-printable",
+     [](std::size_t n) {
+         constexpr std::string_view encoded =
+             "\n--b\nContent-Transfer-Encoding: quoted-printable\n\n";
+         return MessageWriter(n)
+             .add(undeliverable)
+             .add("Content-Type: multipart/mixed; boundary=b\n")
+             .add(encoded)
+             .fillShare("sorry, no ", 3)
+             .add(encoded)
+             .fill("sorry, yes ")
+             .add("\n--b--\n")
+             .take();
+     }},
     {"second-koi8-r",
      [](std::size_t n) {
          return secondPart(n, "mixed", "sorry ",
@@ -93,6 +107,7 @@ constexpr Family families[] = {
     {"utf-7-signs", [](std::size_t n) { return text(n, "utf-7", "+"); }},
     {"utf-16", [](std::size_t n) { return text(n, "utf-16le", "\x01\x30"); }},
     {"utf-16-halves", [](std::size_t n) { return text(n, "utf-16", "\xD8\x41"); }},
+    {"ucs-4", [](std::size_t n) { return text(n, "ucs-4", "\0\x60\x70\0"sv); }},
     {"gb18030", [](std::size_t n) { return text(n, "gb18030", "\x81\x30\x81\x30"); }},
     {"unknown-charset", [](std::size_t n) { return text(n, "x-none", "\xFF"); }},
     {"html-open", [](std::size_t n) { return html(n, "<"); }},

@@ -1,8 +1,10 @@
 #include <array>
+#include <iterator>
 
+#include <bouncecheck/PhraseList.h>
 #include "bench/worst/Families.h"
 #include "bench/worst/MessageWriter.h"
-#include "bounce/PhraseTables.h"
+#include "mime/tables/Charsets.h"
 
 namespace bouncecheck::bench {
 namespace {
@@ -23,10 +25,10 @@ std::string manyFields(std::size_t bytes, std::string_view line) {
 std::string subjectOfTable(std::size_t bytes, std::string_view table) {
     MessageWriter writer(bytes);
     writer.add(from).add("Subject: ");
-    for (const PhraseTable& candidate : phraseTables()) {
+    for (const PhraseList& candidate : allPhraseLists()) {
         if (candidate.name != table) continue;
         std::size_t next = 0;
-        writer.fillFrom([&] { return candidate.phrases[next++ % candidate.phrases.size()]; });
+        writer.fillFrom([&] { return candidate.rows[next++ % candidate.rows.size()]; });
     }
     return writer.add("\n\nhello\n").take();
 }
@@ -61,7 +63,40 @@ constexpr std::array<std::string_view, 24> wordsToLoad = {
     "=?857?q?a?=", "=?860?q?a?=", "=?861?q?a?=", "=?862?q?a?=",  "=?863?q?a?=", "=?865?q?a?=",
     "=?866?q?a?=", "=?869?q?a?=", "=?gbk?q?a?=", "=?big5?q?a?=", "=?uhc?q?a?=", "=?sjis?q?a?="};
 
-constexpr std::array<std::string_view, 2> unknownWords = {"=?x?q?a?=", "=?y?q?a?="};
+/// The last is one that not every C library knows.
+constexpr std::array<std::string_view, 3> unknownWords = {"=?x?q?a?=", "=?y?q?a?=", "=?hz?q?a?="};
+
+/// Fields that are all read, of words whose charsets `next()` names.
+template <class Next>
+std::string wordsIn(std::size_t bytes, Next next) {
+    std::size_t words = 0;
+    return MessageWriter(bytes)
+        .add("From: a@b.example")
+        .fillFrom([&] {
+            const std::string_view start = words++ % 32 == 0 ? "\nX-Autoreply: =?" : " =?";
+            return std::string(start).append(next()).append("?b?pEA=?=");
+        })
+        .add("\n\nhello\n")
+        .take();
+}
+
+std::string everyCharset(std::size_t bytes) {
+    std::size_t next = 0;
+    return wordsIn(bytes, [&] {
+        const std::string_view names = charsets[next++ % std::size(charsets)].names;
+        return names.substr(0, names.find(' '));
+    });
+}
+
+/// One charset by ever new names, which differ in bytes that C libraries ignore.
+std::string everNewNames(std::size_t bytes) {
+    std::size_t number = 0;
+    return wordsIn(bytes, [&] {
+        std::string name = "big5";
+        for (std::size_t bits = ++number; bits > 0; bits /= 2) name += bits % 2 > 0 ? '(' : '+';
+        return name;
+    });
+}
 
 constexpr Family families[] = {
     {"header-lines", [](std::size_t n) { return manyFields(n, "X-Header: a value\n"); }},
@@ -108,6 +143,8 @@ constexpr Family families[] = {
     {"encoded-words-alternating", [](std::size_t n) { return alternatingWords(n, usualWords); }},
     {"encoded-words-to-load", [](std::size_t n) { return alternatingWords(n, wordsToLoad); }},
     {"encoded-words-unknown", [](std::size_t n) { return alternatingWords(n, unknownWords); }},
+    {"encoded-words-every-charset", everyCharset},
+    {"encoded-words-new-names", everNewNames},
     {"encoded-word-long", [](std::size_t n) { return longField(n, "Subject: =?utf-8?q?", "=FF"); }},
     {"eight-bit-subject", [](std::size_t n) { return longField(n, "Subject: ", "\x80"); }},
     {"subject-of-patterns", [](std::size_t n) { return subjectOfTable(n, "BounceSubjectList"); }},

@@ -7,14 +7,18 @@
 #include <algorithm>
 #include <csignal>
 #include <limits>
+#include <ostream>
 #include <stdexcept>
+#include <streambuf>
 #include <vector>
 
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/classes/BounceCheck.h>
+#include <bouncecheck/classes/Email2.h>
 #include "bench/support/Clocks.h"
 #include "bench/support/MessageFolder.h"
-#include "bounce/BounceCheck.h"
-#include "log/LogNull.h"
-#include "mime/Email2.h"
+#include "facts/FactsOf.h"
+#include "tool/Classify.h"
 
 namespace bouncecheck::bench {
 namespace {
@@ -26,6 +30,33 @@ void classify(std::string message) {
     StringBuffer data;
     LogNull log;
     check.checkEmail(email, address, data, log);
+    factsOf(entityOf(email));
+}
+
+/// Takes everything and keeps nothing.
+class Discard final : public std::streambuf {
+    std::streamsize xsputn(const char*, std::streamsize size) override { return size; }
+    int overflow(int c) override { return traits_type::not_eof(c); }
+};
+
+void print(std::string message, const Form& form) {
+    Discard nowhere;
+    std::ostream out(&nowhere);
+    const std::unique_ptr<Output> output = form.make(out);
+    ToolClassifier classifier(output->wanted());
+    Classified result = asRead({.source = "-", .bytes = std::move(message)});
+    classifier.classify(result);
+    if (!result.problem.empty()) throw std::runtime_error(std::string(result.problem));
+    output->show(result);
+    output->finish();
+}
+
+void process(std::string message, const Form* form) {
+    if (form) {
+        print(std::move(message), *form);
+    } else {
+        classify(std::move(message));
+    }
 }
 
 [[noreturn]] void work(const std::function<double()>& work, unsigned cpuSeconds, int output) {
@@ -71,14 +102,14 @@ Outcome inProcess(const std::function<double()>& task, unsigned cpuSeconds) {
     return outcome;
 }
 
-double secondsToClassify(std::string message) {
-    classify("Subject: Undeliverable: x\n\nFinal-Recipient: rfc822; a@b.example\n");
+double secondsFor(std::string message, const Form* form) {
+    process("Subject: Undeliverable: x\n\nFinal-Recipient: rfc822; a@b.example\n", form);
     const Stopwatch watch;
-    classify(std::move(message));
+    process(std::move(message), form);
     return watch.seconds();
 }
 
-double ordinarySecondsPerByte(const std::filesystem::path& folder) {
+double ordinarySecondsPerByte(const std::filesystem::path& folder, const Form* form) {
     constexpr int runs = 9;
     std::vector<double> all;
     for (const StoredMessage& message : readMessages(folder)) {
@@ -87,7 +118,7 @@ double ordinarySecondsPerByte(const std::filesystem::path& folder) {
         for (int i = 0; i < runs; ++i) {
             std::string copy = message.bytes;
             const Stopwatch watch;
-            classify(std::move(copy));
+            process(std::move(copy), form);
             best = std::min(best, watch.seconds());
         }
         all.push_back(best / static_cast<double>(message.bytes.size()));

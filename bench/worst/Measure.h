@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "bench/worst/Forms.h"
+
 namespace bouncecheck::bench {
 
 /// What a process of its own reported about its work.
@@ -23,10 +25,10 @@ struct Outcome {
 Outcome inProcess(const std::function<double()>& work, unsigned cpuSeconds);
 
 /// The time in seconds of parsing and classifying `message`, what is
-/// made once a process apart.
-double secondsToClassify(std::string message);
+/// made once a process apart. With a form, of all that the tool does to print it so.
+double secondsFor(std::string message, const Form* form);
 
 /// The median of the seconds a byte that the messages of a folder take.
-double ordinarySecondsPerByte(const std::filesystem::path& folder);
+double ordinarySecondsPerByte(const std::filesystem::path& folder, const Form* form);
 
 }  // namespace bouncecheck::bench

@@ -1,3 +1,4 @@
+#include <bouncecheck/Limits.h>
 #include "bench/worst/Families.h"
 #include "bench/worst/MessageWriter.h"
 
@@ -49,12 +50,44 @@ std::string enclosed(std::size_t bytes, std::string_view head, std::string_view 
         .take();
 }
 
-std::string reportOf(std::size_t bytes, std::string_view fields) {
+std::string secondOfReport(std::size_t bytes, std::string_view type, std::string_view head,
+                           std::string_view piece) {
     return MessageWriter(bytes)
         .add(undeliverable)
         .add(report)
-        .add("--b\n\nSorry.\n--b\nContent-Type: message/delivery-status\n\n")
-        .fill(fields)
+        .add("--b\n\nSorry.\n--b\nContent-Type: ")
+        .add(type)
+        .add("\n\n")
+        .add(head)
+        .fill(piece)
+        .add("\n--b--\n")
+        .take();
+}
+
+std::string reportOf(std::size_t bytes, std::string_view fields) {
+    return secondOfReport(bytes, "message/delivery-status", "", fields);
+}
+
+/// Fields as long as values can be; `start` begins each on a line of its own.
+auto longValues(std::string_view start, std::string_view piece) {
+    return [=, written = std::size_t{0}]() mutable {
+        const std::string_view next = written == 0 ? start : piece;
+        written += next.size();
+        if (written + piece.size() > limits::fieldValue) written = 0;
+        return next;
+    };
+}
+
+/// A report with a part of that type, of long fields.
+std::string longFields(std::size_t bytes, std::string_view type, std::string_view start,
+                       std::string_view piece) {
+    return MessageWriter(bytes)
+        .add(undeliverable)
+        .add(report)
+        .add("--b\n\nSorry.\n--b\nContent-Type: message/")
+        .add(type)
+        .add("\n")
+        .fillFrom(longValues(start, piece))
         .add("\n--b--\n")
         .take();
 }
@@ -77,6 +110,10 @@ constexpr Family families[] = {
     {"parts", [](std::size_t n) { return partsOf(n, "--b\n\n"); }},
     {"parts-with-header", [](std::size_t n) { return partsOf(n, "--b\na:\n\nx\n"); }},
     {"parts-of-headers", [](std::size_t n) { return partsOf(n, "--b\nContent-Type: a/b\n"); }},
+    {"parts-of-long-types",
+     [](std::size_t n) {
+         return partsOf(n, "--b\nContent-Type: a/b; x=" + std::string(4000, '\x80') + "\n\n");
+     }},
     {"closing-boundaries", [](std::size_t n) { return partsOf(n, "--b--\n"); }},
     {"longer-boundaries", [](std::size_t n) { return partsOf(n, "--bx\n"); }},
     {"dash-lines", [](std::size_t n) { return partsOf(n, "--\n"); }},
@@ -88,9 +125,42 @@ constexpr Family families[] = {
      [](std::size_t n) { return enclosed(n, "To: a@b.example\n\n", "sorry, no\n"); }},
     {"enclosed-recipients", [](std::size_t n) { return enclosed(n, "To: ", "\"a\", "); }},
     {"enclosed-fields", [](std::size_t n) { return enclosed(n, "", "To:\n"); }},
+    {"returned-header",
+     [](std::size_t n) { return secondOfReport(n, "text/rfc822-headers", "To: ", "<a"); }},
     {"report-fields", [](std::size_t n) { return reportOf(n, "X-Field: 5.0.0\n"); }},
     {"report-groups", [](std::size_t n) { return reportOf(n, "a:b\n\n"); }},
     {"report-lines", [](std::size_t n) { return reportOf(n, "no field\n"); }},
+    {"report-recipients",
+     [](std::size_t n) { return reportOf(n, "Final-Recipient: x;a@b.example\n\n"); }},
+    {"report-long-values",
+     [](std::size_t n) {
+         return longFields(n, "delivery-status",
+                           "\n\nFinal-Recipient: x;a@b.example\nDiagnostic-Code: ", "sorry, no ");
+     }},
+    {"report-eight-bit-values",
+     [](std::size_t n) {
+         return longFields(n, "delivery-status", "\n\nFinal-Recipient: x;", "\x80");
+     }},
+    {"complaint-long-values",
+     [](std::size_t n) { return longFields(n, "feedback-report", "\nX: ", "sorry, no "); }},
+    {"complaint-eight-bit-values",
+     [](std::size_t n) { return longFields(n, "feedback-report", "\nX: ", "\x80"); }},
+    {"complaint-encoded-words",
+     [](std::size_t n) {
+         return longFields(n, "feedback-report", "\nX: ", "=?utf-16?b?TgBOAE4A?= ");
+     }},
+    {"failed-recipients",
+     [](std::size_t n) {
+         return repeated(n, "X-Failed-Recipients: a@b.example, c@d.example\n", undeliverable);
+     }},
+    {"failed-recipients-long",
+     [](std::size_t n) {
+         return MessageWriter(n)
+             .add("From: a@b.example")
+             .fillFrom(longValues("\nX-Failed-Recipients: a@", "\x80"))
+             .add("\n\nhello\n")
+             .take();
+     }},
     {"twin-bodies", [](std::size_t n) { return twins(n, ""); }},
     {"unlike-bodies", [](std::size_t n) { return twins(n, "x"); }},
 };

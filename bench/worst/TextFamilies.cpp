@@ -1,14 +1,14 @@
 #include <algorithm>
 #include <vector>
 
+#include <bouncecheck/LogNull.h>
+#include <bouncecheck/LogTrace.h>
+#include <bouncecheck/PhraseList.h>
 #include "bench/support/Literals.h"
 #include "bench/worst/Families.h"
 #include "bench/worst/MessageWriter.h"
-#include "bounce/BounceCheck.h"
-#include "bounce/PhraseTables.h"
-#include "bounce/VerdictLabel.h"
-#include "log/LogTrace.h"
-#include "mime/Email2.h"
+#include "bounce/MessageClassifier.h"
+#include "mime/Entity.h"
 #include "text/Search.h"
 
 namespace bouncecheck::bench {
@@ -31,14 +31,9 @@ std::string cycled(std::size_t bytes, std::string_view head, const Pieces& piece
         .take();
 }
 
-std::vector<LogTrace::Event> traceOf(std::string message) {
-    Email2 email(std::move(message));
-    BounceCheck check;
-    StringBuffer address;
-    StringBuffer data;
-    LogTrace log;
-    check.checkEmail(email, address, data, log);
-    return log.takeEvents();
+ClassifiedMessage classified(std::string message) {
+    LogNull log;
+    return MessageClassifier().classify(Entity(std::move(message)), log);
 }
 
 /// Those of `pieces` that may stand in a text one after the other, each with
@@ -51,7 +46,7 @@ Strings undecided(const Strings& pieces, std::string_view behind, std::size_t me
     for (const std::string& piece : pieces) {
         std::string longer = text + piece + std::string(behind);
         const std::string message = std::string(undeliverable) + "\nRCPT To: nobody\n" + longer;
-        if (!lastVerdictLabel(traceOf(message)).empty()) continue;
+        if (classified(message).finding.rule) continue;
         kept.push_back(piece);
         longer.erase(0, longer.size() - std::min(longer.size(), memory));
         text = std::move(longer);
@@ -62,9 +57,9 @@ Strings undecided(const Strings& pieces, std::string_view behind, std::size_t me
 /// The markers with their contexts before them.
 Strings markers() {
     Strings all;
-    for (const PhraseTable& table : phraseTables()) {
-        if (std::string_view(table.name) != "BounceDataMarkers") continue;
-        for (const std::string_view entry : table.phrases) {
+    for (const PhraseList& table : allPhraseLists()) {
+        if (table.name != "BounceDataMarkers") continue;
+        for (const std::string_view entry : table.rows) {
             std::string& marker = all.emplace_back();
             std::ranges::copy_if(entry, std::back_inserter(marker),
                                  [](char c) { return c != '[' && c != ']'; });
@@ -110,8 +105,8 @@ std::string openBrackets(std::size_t bytes) {
 std::string contexts(std::size_t bytes) {
     Strings found;
     std::string before;
-    for (const PhraseTable& table : phraseTables()) {
-        for (const std::string_view entry : table.phrases) {
+    for (const PhraseList& table : allPhraseLists()) {
+        for (const std::string_view entry : table.rows) {
             if (!entry.starts_with("[[")) continue;
             const std::size_t end = std::min(entry.find(']'), entry.size() - 1);
             found.emplace_back(entry.substr(2, end - 2));
@@ -152,9 +147,9 @@ std::string nearMisses(std::size_t bytes) {
 class ClassifiedOften {
 public:
     ClassifiedOften() {
-        for (const PhraseTable& table : phraseTables()) {
-            if (std::string_view(table.name) != "BounceSubjectList") continue;
-            for (std::string pattern : table.phrases) {
+        for (const PhraseList& table : allPhraseLists()) {
+            if (table.name != "BounceSubjectList") continue;
+            for (std::string pattern : table.rows) {
                 // Others leave no place for more.
                 if (!pattern.starts_with('*') || !pattern.ends_with('*')) continue;
                 std::erase(pattern, '*');
@@ -194,6 +189,20 @@ public:
             .take();
     }
 
+    /// Most of it returned, from a message that names no recipient.
+    std::string messageWithAttachment(std::size_t bytes) const {
+        return MessageWriter(bytes)
+            .add(start)
+            .add(subject_)
+            .add(middle)
+            .add(text_)
+            .add("\n--b\nContent-Type: message/rfc822\n\nSubject: x\n")
+            .fill("X-Field: no recipient\n")
+            .add("\nhello")
+            .add(end)
+            .take();
+    }
+
 private:
     static constexpr std::string_view start = "From: a@b.example\nSubject: ";
     static constexpr std::string_view middle =
@@ -205,7 +214,9 @@ private:
     /// decides.
     std::size_t times() const {
         std::size_t matches = 0;
-        for (const LogTrace::Event& event : traceOf(message(0))) {
+        LogTrace log;
+        MessageClassifier().classify(Entity(message(0)), log);
+        for (const LogTrace::Event& event : log.events()) {
             if (event.text.starts_with("Bounce type determined")) return 0;
             if (event.text == "SubjectMatch") ++matches;
         }
@@ -262,6 +273,8 @@ constexpr Family families[] = {
     {"classified-often", [](std::size_t n) { return classifiedOften().message(n); }},
     {"classified-often-subject",
      [](std::size_t n) { return classifiedOften().messageWithLongSubject(n); }},
+    {"classified-often-attachment",
+     [](std::size_t n) { return classifiedOften().messageWithAttachment(n); }},
 };
 
 }  // namespace

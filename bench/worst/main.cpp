@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "bench/worst/Families.h"
+#include "bench/worst/Forms.h"
 #include "bench/worst/Measure.h"
 
 namespace bouncecheck::bench {
@@ -28,7 +29,7 @@ constexpr std::size_t smallBytes = 10'000;
 constexpr double mostGrowth = 1.5;
 /// Time per byte against ordinary mail.
 constexpr double mostTimesOrdinary = 25;
-/// Memory: so many times the message, and so much besides.
+/// Memory: a multiple of the message, and a constant besides.
 constexpr double mostTimesMessage = 3;
 constexpr double memoryBesides = 16.0 * 1024 * 1024;
 
@@ -40,6 +41,8 @@ struct Options {
     std::vector<std::string_view> families;
     std::vector<std::size_t> megabytes = {1, 4, 16, 64};
     std::string folder = SAMPLES_DIR;
+    /// Null to classify only.
+    const Form* form = nullptr;
     unsigned seconds = 60;
     bool list = false;
 };
@@ -66,6 +69,16 @@ std::vector<std::size_t> sizesFrom(std::string_view text) {
     return sizes;
 }
 
+const Form* formNamed(std::string_view name) {
+    const auto found = std::ranges::find(forms(), name, &Form::name);
+    if (found == forms().end()) {
+        std::string problem = "no form '" + std::string(name) + "'; there are";
+        for (const Form& form : forms()) problem.append(" ").append(form.name);
+        throw UsageError(problem);
+    }
+    return &*found;
+}
+
 Options optionsFrom(int argc, char** argv) {
     Options options;
     for (int i = 1; i < argc; ++i) {
@@ -79,6 +92,8 @@ Options optionsFrom(int argc, char** argv) {
             options.families.push_back(value);
         } else if (option == "--sizes") {
             options.megabytes = sizesFrom(value);
+        } else if (option == "--form") {
+            options.form = formNamed(value);
         } else if (option == "--folder") {
             options.folder = value;
         } else if (option == "--seconds") {
@@ -93,7 +108,8 @@ Options optionsFrom(int argc, char** argv) {
 std::vector<Family> chosen(const Options& options) {
     std::vector<Family> all;
     for (const auto& group :
-         {headerFamilies(), structureFamilies(), encodingFamilies(), textFamilies()}) {
+         {headerFamilies(), structureFamilies(), encodingFamilies(), textFamilies(),
+          mailboxFamilies(), outputFamilies(), recipientFamilies()}) {
         all.insert(all.end(), group.begin(), group.end());
     }
     if (options.families.empty()) return all;
@@ -124,15 +140,15 @@ struct Cost {
 constexpr int mostRuns = 7;
 constexpr double enoughSeconds = 1;
 
-Cost costOf(const Family& family, std::size_t megabytes, unsigned cpuSeconds) {
+Cost costOf(const Family& family, std::size_t megabytes, const Options& options) {
     const std::size_t bytes = megabytes * megabyte;
     Cost cost;
     cost.messageBytes = static_cast<double>(bytes);
     cost.secondsPerByte = std::numeric_limits<double>::max();
     double spent = 0;
     for (int run = 0; run < mostRuns && spent < enoughSeconds; ++run) {
-        const Outcome outcome =
-            inProcess([&] { return secondsToClassify(family.make(bytes)); }, cpuSeconds);
+        const Outcome outcome = inProcess(
+            [&] { return family.seconds(family.make(bytes), options.form); }, options.seconds);
         spent += outcome.result;
         cost.end = outcome.end;
         cost.peakBytes = std::max(cost.peakBytes, outcome.peakBytes);
@@ -143,16 +159,18 @@ Cost costOf(const Family& family, std::size_t megabytes, unsigned cpuSeconds) {
 }
 
 /// What a small message of the family costs, in seconds a byte: such come in floods.
-Outcome costOfSmall(const Family& family, unsigned cpuSeconds) {
+Outcome costOfSmall(const Family& family, const Options& options) {
     constexpr int runs = 20;
     return inProcess(
         [&] {
             const std::string message = family.make(smallBytes);
             double best = std::numeric_limits<double>::max();
-            for (int i = 0; i < runs; ++i) best = std::min(best, secondsToClassify(message));
+            for (int i = 0; i < runs; ++i) {
+                best = std::min(best, family.seconds(message, options.form));
+            }
             return best / static_cast<double>(message.size());
         },
-        cpuSeconds);
+        options.seconds);
 }
 
 std::string formatted(const char* format, double value) {
@@ -166,14 +184,14 @@ bool measure(const Family& family, const Options& options, double ordinary) {
     std::vector<std::string> beyond;
     std::vector<Cost> costs;
     std::printf("%-26.*s", static_cast<int>(family.name.size()), family.name.data());
-    const Outcome small = costOfSmall(family, options.seconds);
+    const Outcome small = costOfSmall(family, options);
     std::printf("%8s", formatted("%.2f", 1e9 * small.result).c_str());
     for (const std::size_t size : options.megabytes) {
         if (!costs.empty() && costs.back().end != Outcome::End::well) {
             std::printf("%8s", "-");
             continue;
         }
-        costs.push_back(costOf(family, size, options.seconds));
+        costs.push_back(costOf(family, size, options));
         const bool isLate = costs.back().end == Outcome::End::outOfTime;
         const std::string text = costs.back().end == Outcome::End::well
                                      ? formatted("%.2f", 1e9 * costs.back().secondsPerByte)
@@ -217,8 +235,8 @@ int run(const Options& options) {
     // What a family makes once, it makes here and not in each process.
     for (const Family& family : families) family.make(megabyte / 100);
 
-    const Outcome ordinary =
-        inProcess([&] { return ordinarySecondsPerByte(options.folder); }, options.seconds);
+    const Outcome ordinary = inProcess(
+        [&] { return ordinarySecondsPerByte(options.folder, options.form); }, options.seconds);
     if (ordinary.end != Outcome::End::well) {
         throw std::runtime_error(options.folder + ": its messages cannot be measured");
     }
@@ -231,7 +249,7 @@ int run(const Options& options) {
     std::size_t beyond = 0;
     for (const Family& family : families) {
         // What others do on the machine passes; what the family does, stays.
-        const bool isWithin =
+        const bool isWithin =  // NOLINTNEXTLINE(misc-redundant-expression): the second time
             measure(family, options, ordinary.result) || measure(family, options, ordinary.result);
         beyond += isWithin ? 0 : 1;
     }
