@@ -8,7 +8,8 @@
 namespace bouncecheck {
 namespace {
 
-/// RFC 5321, section 4.5.3.1, allows 64 and 255 bytes; real ones are found to be longer.
+/// RFC 5321, section 4.5.3.1, allows 64 and 255 bytes; real ones are found to be longer. What is
+/// longer than this is no address, and part of it would be that of somebody else.
 constexpr std::size_t longestLocalPart = 256;
 constexpr std::size_t longestDomain = 255;
 
@@ -25,7 +26,7 @@ constexpr bool beginsOtherScript(char c) noexcept { return static_cast<unsigned 
 
 /// Where the local part before `at`, which does not begin before `least`, begins.
 std::size_t beginOfLocalPart(std::string_view line, std::size_t at, std::size_t least) {
-    least = std::max(least, at - std::min(at, longestLocalPart));
+    least = std::max(least, at - std::min(at, longestLocalPart + 1));
     if (at > least + 1 && line[at - 1] == '"') {
         // The quote that opens it, past those that stand in it behind a backslash.
         for (std::size_t quote = at - 1; quote-- > least;) {
@@ -46,7 +47,7 @@ std::size_t beginOfLocalPart(std::string_view line, std::size_t at, std::size_t 
     return begin;
 }
 
-/// Where the domain that begins at `begin` ends.
+/// Where the domain that begins at `begin` ends; `begin` where there is none, or one too long.
 std::size_t endOfDomain(std::string_view line, std::size_t begin) {
     if (begin < line.size() && line[begin] == '[') {
         const std::size_t end = line.substr(0, begin + longestDomain).find(']', begin);
@@ -54,13 +55,14 @@ std::size_t endOfDomain(std::string_view line, std::size_t begin) {
     }
     std::size_t end = begin;
     bool isAscii = true;
-    while (end < line.size() && end - begin < longestDomain && isDomainByte(line[end])) {
+    while (end < line.size() && end - begin <= longestDomain && isDomainByte(line[end])) {
         if (!ascii::isAscii(line[end])) {
             if (isAscii && end > begin && beginsOtherScript(line[end])) break;
             isAscii = false;
         }
         ++end;
     }
+    if (end - begin > longestDomain) return begin;
     while (end > begin && ascii::isOneOf(line[end - 1], ".-_")) --end;
     return end;
 }
@@ -106,7 +108,7 @@ std::vector<AddressSpan> findAddresses(std::string_view line) {
             begin = skipPunctuation(line, begin, at, firstBracket < begin);
             if (!looksLikeDomain(line.substr(at + 1, end - at - 1))) continue;
         }
-        if (begin == at || end <= at + 1) continue;
+        if (begin == at || at - begin > longestLocalPart || end <= at + 1) continue;
         spans.push_back({begin, end, isBracketed});
         least = end;
     }

@@ -14,6 +14,7 @@
 #include "recipients/ReasonFinder.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
+#include "text/Utf8.h"
 
 namespace bouncecheck {
 namespace {
@@ -28,7 +29,7 @@ std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
     constexpr std::size_t near = 600;
     const auto begin = static_cast<std::size_t>(sentence.data() - line.data());
     const std::size_t end = begin + sentence.size();
-    const std::string_view after = line.substr(end, near);
+    const std::string_view after = wholeCharacters(line.substr(end), near);
     return line.substr(begin, sentence.size() + std::min(after.find('@'), after.size()));
 }
 
@@ -36,9 +37,10 @@ std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
 std::string_view sentenceOf(std::string_view line, const AddressSpan& span) {
     constexpr std::size_t near = 300;
     constexpr std::string_view stop = ". ";
-    const std::size_t first = span.begin - std::min(span.begin, near);
+    std::size_t first = span.begin - std::min(span.begin, near);
+    while (first < span.begin && continuesCharacter(line[first])) ++first;
     const std::string_view before = line.substr(first, span.begin - first);
-    const std::string_view after = line.substr(span.end, near);
+    const std::string_view after = wholeCharacters(line.substr(span.end), near);
     const std::size_t last = before.rfind(stop);
     const std::size_t begin = last == npos ? first : first + last + stop.size();
     const std::size_t end = span.end + std::min(after.find(stop), after.size());
@@ -148,7 +150,8 @@ private:
             say(*command_, reply);
             answered_.insert(*command_);
         } else if (isSharedReply_) {
-            if (shared_.size() < mostShared) shared_.append(reply.substr(0, mostShared)) += '\n';
+            if (shared_.size() < mostShared)
+                shared_.append(wholeCharacters(reply, mostShared)) += '\n';
         } else {
             return false;
         }
