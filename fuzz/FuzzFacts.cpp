@@ -10,6 +10,8 @@
 #include "mime/Entity.h"
 #include "mime/MailDate.h"
 #include "recipients/Recipients.h"
+#include "text/Ascii.h"
+#include "text/Search.h"
 #include "text/Utf8.h"
 
 namespace bouncecheck::fuzz {
@@ -32,10 +34,17 @@ void forEachText(const Facts& facts, const std::vector<Recipient>& recipients, T
         take(field.value);
     }
     for (const std::string ReturnedMessage::*member :
-         {&ReturnedMessage::messageId, &ReturnedMessage::to, &ReturnedMessage::subject,
-          &ReturnedMessage::date, &ReturnedMessage::listId}) {
+         {&ReturnedMessage::messageId, &ReturnedMessage::from, &ReturnedMessage::to,
+          &ReturnedMessage::subject, &ReturnedMessage::date, &ReturnedMessage::listId,
+          &ReturnedMessage::returnPath}) {
         take(facts.returned.*member);
     }
+}
+
+/// Whether the text of a message of `lines` may differ from what stands in them.
+bool mayBeDecoded(const std::string& lines) {
+    return containsNoCase(lines, "content-transfer-encoding") || containsNoCase(lines, "html") ||
+           !std::ranges::all_of(lines, ascii::isAscii);
 }
 
 void tryDate(const std::string& text) {
@@ -71,6 +80,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         require(recipient.address.find('@') != std::string::npos, "a recipient has an address");
         require(recipient.address.find_first_of("\r\n") == std::string::npos,
                 "an address stands in one line");
+        require(recipient.source != RecipientSource::text || mayBeDecoded(lines) ||
+                    containsNoCase(lines, recipient.address),
+                "an address of the text stands in it");
         require(recipient.advice != Advice::suppress || recipient.basis != ReasonBasis::none,
                 "nobody is suppressed without evidence");
     }
@@ -79,8 +91,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
 
     std::string wire;
     for (const char c : lines) wire.append(c == '\n' ? "\r" : "").append(1, c);
-    const Entity stored(std::move(wire));
-    require(factsOf(stored) == facts && recipientsOf(stored) == recipients,
-            "line ends do not matter");
+    std::string old = lines;
+    std::ranges::replace(old, '\n', '\r');
+    for (std::string* other : {&wire, &old}) {
+        const Entity stored(std::move(*other));
+        require(factsOf(stored) == facts && recipientsOf(stored) == recipients,
+                "line ends do not matter");
+    }
     return 0;
 }
