@@ -4,6 +4,7 @@
 
 #include "text/Ascii.h"
 #include "text/Search.h"
+#include "text/Utf8.h"
 
 namespace bouncecheck {
 namespace {
@@ -24,21 +25,48 @@ constexpr bool isDomainByte(char c) noexcept {
 /// letters in one word, so that one beside an ASCII address belongs to the sentence.
 constexpr bool beginsOtherScript(char c) noexcept { return static_cast<unsigned char>(c) >= 0xD8; }
 
+/// How many bytes the blank or punctuation mark outside ASCII has that `text` begins with, such as
+/// U+00A0, a quotation mark or an ellipsis; 0 where it begins with none.
+constexpr std::size_t markLength(std::string_view text) noexcept {
+    if (text.size() < 2) return 0;
+    const auto first = static_cast<unsigned char>(text[0]);
+    const auto second = static_cast<unsigned char>(text[1]);
+    // U+0080 to U+00BF, but for the letters among them.
+    if (first == 0xC2) return second == 0xAA || second == 0xB5 || second == 0xBA ? 0 : 2;
+    if (text.size() < 3 || !continuesCharacter(text[2])) return 0;
+    const auto third = static_cast<unsigned char>(text[2]);
+    // U+2000 to U+207F, but for the joiners that words of some scripts contain.
+    const bool isGeneral =
+        first == 0xE2 && (second == 0x80 || second == 0x81) && third != 0x8C && third != 0x8D;
+    // U+3000 to U+303F, but for the characters that stand in words.
+    const bool isIdeographic = first == 0xE3 && second == 0x80 && (third < 0x85 || third > 0x87);
+    // U+FF01 to U+FF20 without the digits, and the mark that texts begin with.
+    const bool isWide =
+        first == 0xEF && ((second == 0xBC && (third < 0x90 || third > 0x99) && third <= 0xA0) ||
+                          (second == 0xBB && third == 0xBF));
+    return isGeneral || isIdeographic || isWide ? 3 : 0;
+}
+
 /// Where the local part before `at`, which does not begin before `least`, begins.
 std::size_t beginOfLocalPart(std::string_view line, std::size_t at, std::size_t least) {
-    least = std::max(least, at - std::min(at, longestLocalPart + 1));
-    if (at > least + 1 && line[at - 1] == '"') {
-        // The quote that opens it, past those that stand in it behind a backslash.
-        for (std::size_t quote = at - 1; quote-- > least;) {
-            if (line[quote] == '"' && (quote == least || line[quote - 1] != '\\')) return quote;
+    const std::size_t farthest = at - std::min(at, longestLocalPart + 1);
+    if (at > farthest + 1 && line[at - 1] == '"') {
+        // The quote that opens it, past those that stand in it behind a backslash, and past
+        // what looks like an address in it.
+        for (std::size_t quote = at - 1; quote-- > farthest;) {
+            if (line[quote] == '"' && (quote == 0 || line[quote - 1] != '\\')) return quote;
         }
         return at;
     }
+    least = std::max(least, farthest);
     std::size_t begin = at;
     while (begin > least && isAtomByte(line[begin - 1])) --begin;
-    // Letters of another script in front of an ASCII word are not part of it.
     std::size_t word = at;
     while (word > begin && ascii::isAscii(line[word - 1])) --word;
+    for (std::size_t i = begin; i < word; ++i) {
+        if (const std::size_t length = markLength(line.substr(i)); length != 0) begin = i + length;
+    }
+    // Letters of another script in front of an ASCII word are not part of it.
     if (word > begin && word < at) {
         std::size_t lead = word - 1;
         while (lead > begin && (static_cast<unsigned char>(line[lead]) & 0xC0) == 0x80) --lead;
@@ -58,6 +86,7 @@ std::size_t endOfDomain(std::string_view line, std::size_t begin) {
     while (end < line.size() && end - begin <= longestDomain && isDomainByte(line[end])) {
         if (!ascii::isAscii(line[end])) {
             if (isAscii && end > begin && beginsOtherScript(line[end])) break;
+            if (markLength(line.substr(end)) != 0) break;
             isAscii = false;
         }
         ++end;
@@ -80,13 +109,14 @@ bool looksLikeDomain(std::string_view domain) {
 std::size_t skipPunctuation(std::string_view line, std::size_t begin, std::size_t at,
                             bool followsBracket) {
     const std::string_view local = line.substr(begin, at - begin);
-    // "rcpt=user"; an address that holds such a character stands in brackets.
+    // "rcpt=user"; an address that holds such a character stands in brackets. What is too long is
+    // no label.
     const std::size_t label = local.rfind('=');
-    if (label != npos && !followsBracket && local.find('=') == label &&
-        local.substr(0, label).find_first_of("+-.") == npos) {
+    if (label != npos && !followsBracket && local.size() <= longestLocalPart &&
+        local.find('=') == label && local.substr(0, label).find_first_of("+-.") == npos) {
         begin += label + 1;
     }
-    while (begin < at && ascii::isOneOf(line[begin], "'*`|.~=#")) ++begin;
+    while (begin < at && ascii::isOneOf(line[begin], "'*`|.~=#{")) ++begin;
     return begin;
 }
 
@@ -109,6 +139,11 @@ std::vector<AddressSpan> findAddresses(std::string_view line) {
             if (!looksLikeDomain(line.substr(at + 1, end - at - 1))) continue;
         }
         if (begin == at || at - begin > longestLocalPart || end <= at + 1) continue;
+        // Of "a@b@c" no part is an address.
+        const bool followsAt = begin > 0 && line[begin - 1] == '@';
+        if (followsAt || (end < line.size() && line[end] == '@')) continue;
+        // What seemed to be one within a quoted local part.
+        while (!spans.empty() && spans.back().end > begin) spans.pop_back();
         spans.push_back({begin, end, isBracketed});
         least = end;
     }

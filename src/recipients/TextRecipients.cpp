@@ -29,8 +29,12 @@ std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
     constexpr std::size_t near = 600;
     const auto begin = static_cast<std::size_t>(sentence.data() - line.data());
     const std::size_t end = begin + sentence.size();
-    const std::string_view after = wholeCharacters(line.substr(end), near);
-    return line.substr(begin, sentence.size() + std::min(after.find('@'), after.size()));
+    std::string_view after = wholeCharacters(line.substr(end), near);
+    // Not even the start of another address.
+    if (const std::size_t at = after.find('@'); at != npos) {
+        after = after.substr(0, after.substr(0, at).find_last_of(" \t") + 1);
+    }
+    return ascii::trimRight(line.substr(begin, sentence.size() + after.size()));
 }
 
 /// The sentence of `line` that `span` stands in, or what of it is near.

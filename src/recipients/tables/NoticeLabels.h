@@ -23,10 +23,10 @@ struct NoticeLabel {
     std::string_view label;
 };
 
-/// Marks that are not ASCII and may stand around an address that is alone on a line: bullets, an
-/// ideographic space, and the colon that such texts have.
+/// Marks that are not ASCII and may stand around an address that is alone on a line: bullets,
+/// blanks, quotation marks, and the colon that Chinese and Japanese texts have.
 inline constexpr std::string_view wideColon = "：";
-inline constexpr auto wideMarks = std::to_array<std::string_view>({"•", "·", "　", wideColon});
+inline constexpr auto wideMarks = std::to_array<std::string_view>({"•", "·", "　", "\u00A0", "«", "»", "“", "”", "„", wideColon});
 
 /// Words in front of the address of a sender, or of whom a text greets.
 inline constexpr auto senderWords = std::to_array<std::string_view>(
