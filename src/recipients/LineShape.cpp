@@ -82,8 +82,8 @@ bool endsWithSenderWord(std::string_view before) {
 LineShape::LineShape(std::string_view line, std::vector<AddressSpan> spans)
     : line_(line), spans_(std::move(spans)), kind_(kindOf()) {}
 
-std::string_view LineShape::rest() const {
-    std::string_view rest = line_.substr(spans_.front().end);
+std::string_view LineShape::restBehind(const AddressSpan& span) const {
+    std::string_view rest = line_.substr(span.end);
     while (!rest.empty() &&
            (ascii::isSpace(rest.front()) || ascii::isOneOf(rest.front(), ">\"':;,.)]"))) {
         rest.remove_prefix(1);

@@ -31,8 +31,8 @@ public:
     Kind kind() const noexcept { return kind_; }
     std::span<const AddressSpan> spans() const noexcept { return spans_; }
     std::string_view first() const noexcept { return spans_.front().in(line_); }
-    /// What follows the first address, without the punctuation beside it.
-    std::string_view rest() const;
+    /// What follows an address of the line, without the punctuation beside it.
+    std::string_view restBehind(const AddressSpan& span) const;
     /// Whether punctuation, such as a colon, stands between a leading address and what is said
     /// of it.
     bool isSeparated() const noexcept { return isSeparated_; }

@@ -46,6 +46,9 @@ struct Codes {
         return isTemporary(inText.status.empty() ? field : inText.status);
     }
 
+    /// Whether no reply code and no status stands beside the words.
+    bool areMissing() const noexcept { return reply.empty() && inText.status.empty(); }
+
     /// The status that is definite; null where none is.
     const StatusRow* definite() const noexcept {
         if (ofText && ofText->trust == Trust::definite) return ofText;
@@ -82,6 +85,14 @@ bool isReplyToSender(std::string_view text) {
                                [&](std::string_view stage) { return containsNoCase(text, stage); });
 }
 
+/// The paragraph of `text`, in CRLF, that the byte `at` is in.
+std::string_view paragraphAt(std::string_view text, std::size_t at) {
+    constexpr std::string_view blankLine = "\r\n\r\n";
+    const std::size_t before = text.substr(0, at).rfind(blankLine);
+    const std::size_t begin = before == npos ? 0 : before;
+    return text.substr(begin, std::min(text.find(blankLine, at), text.size()) - begin);
+}
+
 /// What has been found of a reply, in the order in which it counts.
 class Search {
 public:
@@ -90,7 +101,9 @@ public:
         found_.isTransient = reply.outcome == Outcome::delayed || codes_.areTemporary();
         find(notice);
         found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
-        if (isAboutMailbox(found_.reason) && isReplyToSender(reply.text)) {
+        const std::string_view where =
+            found_.inNotice ? paragraphAt(notice, found_.at) : reply.text;
+        if (isAboutMailbox(found_.reason) && isReplyToSender(where)) {
             found_.reason = Reason::policy;
             found_.isSure = false;
         }
@@ -108,8 +121,9 @@ private:
         const StatusRow* definite = codes_.definite();
         // Why this order: systems give wrong codes more often than wrong words. A definite code
         // says more than words that many kinds of failures have in common ("access denied").
-        // The notice may speak of other recipients, or in general. Codes that are given to any
-        // failure count last.
+        // The notice may speak of other recipients, or in general; but words that only hint at
+        // why, without a code, may be those that introduce a reply. Codes that are given to
+        // any failure count last.
         if (take(matches, PhraseKind::clear, text_, false)) return;
         if (definite) return takeStatus(*definite, true);
         if (take(matches, PhraseKind::fair, text_, false)) return;
@@ -117,6 +131,7 @@ private:
         const StatusRow* vague = codes_.any();
         const bool isElsewhere = hint && vague && countsBefore(vague->reason, hint->reason);
         if (isElsewhere) return takeStatus(*vague, false);
+        if (hint && !vague && codes_.areMissing() && takeReplyInNotice(notice)) return;
         if (take(matches, PhraseKind::weak, text_, false)) {
             // A hint and a code that agree are enough.
             found_.isSure = vague && vague->reason == found_.reason;
@@ -149,9 +164,29 @@ private:
         if (notice.empty()) return false;
         const ReplyText text(notice);
         const PhraseMatches matches(text.view());
+        noteCodesOf(codesIn(notice));
+        return takeExplanation(matches, text) || take(matches, PhraseKind::weak, text, true);
+    }
+
+    /// What the notice says of a reply that it quotes.
+    bool takeReplyInNotice(std::string_view notice) {
+        const ReplyCodes codes = codesIn(notice);
+        if (codes.reply.empty()) return false;
+        const ReplyText text(notice);
+        noteCodesOf(codes);
+        return takeExplanation(PhraseMatches(text.view()), text);
+    }
+
+    bool takeExplanation(const PhraseMatches& matches, const ReplyText& text) {
         return take(matches, PhraseKind::clear, text, true) ||
-               take(matches, PhraseKind::fair, text, true) ||
-               take(matches, PhraseKind::weak, text, true);
+               take(matches, PhraseKind::fair, text, true);
+    }
+
+    /// A reply without codes is for the time being where those of the notice are.
+    void noteCodesOf(const ReplyCodes& notice) {
+        if (!codes_.areMissing()) return;
+        found_.isTransient = found_.isTransient || isTemporary(notice.reply) ||
+                             (notice.reply.empty() && isTemporary(notice.status));
     }
 
     /// Notes where `code`, a part of the reply's text, stands.

@@ -62,9 +62,12 @@ public:
         for (std::size_t i = 0; i < notice_.lines().size() && !isFull(); ++i) readLine(i);
         std::vector<TextRecipient>& stated = named_[0];
         // What was said to all: to the sender, or to the message.
-        for (std::size_t i = 0; i < stated.size() && i < mostSharing; ++i) {
-            if (!answered_.contains(i)) stated[i].said.append(shared_);
+        const std::size_t sharing = shared_.empty() ? 0 : std::min(stated.size(), mostSharing);
+        for (std::size_t i = 0; i < sharing; ++i) {
+            const bool isSharing = !answered_.contains(i) && !explains(stated[i].said);
+            if (isSharing) stated[i].said.append(shared_);
         }
+        dropAccepted(stated);
         dropAddressees(stated);
         for (std::vector<TextRecipient>& tier : named_) {
             if (!tier.empty()) return std::move(tier);
@@ -82,6 +85,7 @@ private:
         const std::string_view text = ascii::trim(line.text);
         if (text.empty()) {
             if (hasWords_) close();
+            isListClosed_ = open_.has_value();
             inParagraph_ = false;
             return;
         }
@@ -150,16 +154,31 @@ private:
         }
         if (!text.starts_with("<<<")) return false;
         const std::string_view reply = ascii::trim(text.substr(3));
-        if (command_) {
-            say(*command_, reply);
-            answered_.insert(*command_);
-        } else if (isSharedReply_) {
-            if (shared_.size() < mostShared)
-                shared_.append(wholeCharacters(reply, mostShared)) += '\n';
-        } else {
-            return false;
+        // Commands may have been sent ahead of their replies, which then say whom they are about.
+        const std::vector<AddressSpan> spans = findAddresses(reply);
+        std::optional<std::size_t> about = command_;
+        for (const AddressSpan& span : spans) {
+            if (const auto known = find(span.in(reply))) about = known;
         }
+        if (about) {
+            answer(*about, reply);
+            return true;
+        }
+        const bool namesOther = std::ranges::any_of(
+            spans, [&](const AddressSpan& span) { return !others_.isAddressee(span.in(reply)); });
+        if (!isSharedReply_ || (namesOther && named_[0].empty())) return false;
+        if (shared_.size() < mostShared) shared_.append(wholeCharacters(reply, mostShared)) += '\n';
         return true;
+    }
+
+    /// Notes the `reply` to the command that named a recipient.
+    void answer(std::size_t recipient, std::string_view reply) {
+        if (reply.starts_with('2') || reply.starts_with('3')) {
+            accepted_.insert(recipient);
+        } else {
+            say(recipient, reply);
+            answered_.insert(recipient);
+        }
     }
 
     /// Reads the addresses of a line; false where none of them is a recipient's, so that the
@@ -201,7 +220,7 @@ private:
         const bool isStated = shape.isSeparated() || reportsFailure() || lastLineHas(Cue::failure);
         if (!isStated || followsContact()) return false;
         openBlock(line, shape.first());
-        addWords(shape.rest());
+        addWords(shape.restBehind(shape.spans().front()));
         return true;
     }
 
@@ -247,7 +266,7 @@ private:
         for (const AddressSpan& span : shape.labelledSpans()) {
             openBlock(line, span.in(line.text));
         }
-        addWords(shape.rest());
+        addWords(shape.restBehind(shape.labelledSpans().back()));
         return true;
     }
 
@@ -268,18 +287,24 @@ private:
 
     /// From here on, lines are said of `address`.
     void openBlock(const Notice::Line& line, std::string_view address) {
+        const bool isNext = open_ && !hasWords_ && !isListClosed_;
+        const std::optional<std::size_t> last = open_;
         close();
         open_ = add(Tier::stated, address);
         openIndent_ = indentOf(line.text);
+        isListed_ = isNext && open_ && open_ != last;
     }
     void close() {
         open_.reset();
         hasWords_ = false;
+        isListed_ = false;
+        isListClosed_ = false;
     }
 
+    /// What follows a list of addresses is not said of the last of them alone.
     void addWords(std::string_view words) {
         if (!open_ || words.empty()) return;
-        say(*open_, words);
+        if (!isListed_) say(*open_, words);
         hasWords_ = true;
     }
     void say(std::size_t recipient, std::string_view words) {
@@ -303,6 +328,18 @@ private:
         return place->second;
     }
 
+    /// Of the recipients of a dialogue those have not failed whom the server accepted, while
+    /// something was said of others.
+    void dropAccepted(std::vector<TextRecipient>& stated) const {
+        const auto isSaid = [](const TextRecipient& one) { return !one.said.empty(); };
+        if (accepted_.empty() || std::ranges::none_of(stated, isSaid)) return;
+        std::vector<TextRecipient> failed;
+        for (std::size_t i = 0; i < stated.size(); ++i) {
+            if (isSaid(stated[i]) || !accepted_.contains(i)) failed.push_back(std::move(stated[i]));
+        }
+        stated = std::move(failed);
+    }
+
     /// To whom the bounce was sent counts as a recipient only where nobody else is named, or
     /// where something is said of the address.
     void dropAddressees(std::vector<TextRecipient>& stated) const {
@@ -321,6 +358,10 @@ private:
     std::optional<std::size_t> open_;
     std::size_t openIndent_ = 0;
     bool hasWords_ = false;
+    /// Whether another address stands directly in front of it, of which nothing is said.
+    bool isListed_ = false;
+    /// Whether a blank line has followed.
+    bool isListClosed_ = false;
     bool inParagraph_ = false;
     bool isSigned_ = false;
     std::string_view paragraph_;
@@ -337,6 +378,8 @@ private:
     static constexpr std::size_t mostSharing = 100;
     std::string shared_;
     std::unordered_set<std::size_t> answered_;
+    /// Those whom the server of a dialogue took.
+    std::unordered_set<std::size_t> accepted_;
 };
 
 }  // namespace

@@ -60,16 +60,15 @@ inline constexpr auto noticeSubjects = std::to_array<std::string_view>({
     "warning: message",
 });
 
-/// What subjects begin with when a person passes mail on or answers it.
+/// What subjects begin with when a person passes mail on or answers it, in any letter case (for
+/// ASCII), in the words of the languages that mail programs have.
 inline constexpr auto passedOnSubjects = std::to_array<std::string_view>({
-    "aw:",
-    "fw :",
-    "fw:",
-    "fwd:",
-    "re:",
-    "rv:",
-    "tr:",
-    "wg:",
+    "antw:",      "aw:",       "doorst:",    "enc:",      "fs:",       "fw :",      "fw:",
+    "fwd :",      "fwd:",      "i:",         "odp:",      "pd:",       "r:",        "re :",
+    "re:",        "re[",       "res:",       "rif:",      "rv:",       "sv:",       "tr :",
+    "tr:",        "vb:",       "vl:",        "vs:",       "wg:",       "ynt:",      "回复:",
+    "回复：",     "答复:",     "答复：",     "回覆:",     "回覆：",    "转发:",     "转发：",
+    "轉寄:",      "轉寄：",
 });
 
 /// Header fields that name recipients who failed.
