@@ -56,28 +56,37 @@ std::optional<VerpPattern> VerpPattern::parse(std::string_view pattern) {
 }
 
 std::optional<VerpPattern::Match> VerpPattern::match(std::string_view address) const {
-    std::string_view parts[4];
-    for (std::size_t i = 0; i < pieces_.size(); ++i) {
-        const Piece& piece = pieces_[i];
-        if (piece.kind == Piece::Kind::literal) {
-            // Behind a placeholder it has been taken off with that.
-            if (i > 0) continue;
-            if (!ascii::startsWithNoCase(address, piece.literal)) return std::nullopt;
-            address.remove_prefix(piece.literal.size());
-            continue;
-        }
-        const bool isLast = i + 1 == pieces_.size();
-        const std::string_view next = isLast ? std::string_view() : pieces_[i + 1].literal;
-        std::size_t end = address.size();
-        if (!isLast) {
-            const bool takesMost = piece.kind == Piece::Kind::local || i + 2 == pieces_.size();
-            end = takesMost ? findLastNoCase(address, next) : findBytesNoCase(address, next);
-        }
-        if (end == npos || end == 0) return std::nullopt;
-        parts[static_cast<std::size_t>(piece.kind)] = address.substr(0, end);
-        address.remove_prefix(end + next.size());
+    std::span<const Piece> pieces(pieces_);
+    if (pieces.front().kind == Piece::Kind::literal) {
+        const std::string_view start = pieces.front().literal;
+        if (!ascii::startsWithNoCase(address, start)) return std::nullopt;
+        address.remove_prefix(start.size());
+        pieces = pieces.subspan(1);
     }
-    if (!address.empty()) return std::nullopt;
+    if (pieces.back().kind == Piece::Kind::literal) {
+        const std::string_view end = pieces.back().literal;
+        if (address.size() < end.size()) return std::nullopt;
+        const std::size_t size = address.size() - end.size();
+        if (!ascii::equalsNoCase(address.substr(size), end)) return std::nullopt;
+        address = address.substr(0, size);
+        pieces = pieces.first(pieces.size() - 1);
+    }
+    // A placeholder is left, or two with a divider between.
+    std::string_view parts[4];
+    const auto partOf = [&](const Piece& piece) -> std::string_view& {
+        return parts[static_cast<std::size_t>(piece.kind)];
+    };
+    if (pieces.size() > 1) {
+        const std::string_view divider = pieces[1].literal;
+        const bool isLocalFirst = pieces.front().kind == Piece::Kind::local;
+        const std::size_t at =
+            isLocalFirst ? findLastNoCase(address, divider) : findBytesNoCase(address, divider);
+        if (at == npos || at + divider.size() == address.size()) return std::nullopt;
+        partOf(pieces.back()) = address.substr(at + divider.size());
+        address = address.substr(0, at);
+    }
+    if (address.empty()) return std::nullopt;
+    partOf(pieces.front()) = address;
     if (!parts[3].empty()) return Match{{}, std::string(parts[3])};
     return Match{std::string(parts[1]).append("@").append(parts[2]), {}};
 }
