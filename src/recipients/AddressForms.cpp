@@ -16,6 +16,13 @@ struct Escape {
     std::size_t length = 0;
 };
 
+/// Whether it is a character, and none that controls or divides what it stands in.
+constexpr bool mayBeEscaped(std::uint32_t codePoint) noexcept {
+    const bool isControl = codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0);
+    const bool isSurrogate = codePoint >= 0xD800 && codePoint < 0xE000;
+    return !isControl && !isSurrogate && codePoint <= 0x10FFFF && codePoint != '@';
+}
+
 std::optional<Escape> escapeAt(std::string_view text) {
     constexpr std::string_view prefix = "\\x{";
     constexpr std::size_t mostDigits = 6;
@@ -28,7 +35,9 @@ std::optional<Escape> escapeAt(std::string_view text) {
         ++escape.length;
     }
     const bool isClosed = escape.length < text.size() && text[escape.length] == '}';
-    if (!isClosed || escape.length == prefix.size() || escape.codePoint < 0x20) return std::nullopt;
+    if (!isClosed || escape.length == prefix.size() || !mayBeEscaped(escape.codePoint)) {
+        return std::nullopt;
+    }
     ++escape.length;
     return escape;
 }

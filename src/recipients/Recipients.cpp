@@ -208,8 +208,11 @@ private:
                 recipient->finalAddress = std::move(named.finalAddress);
             }
             if (recipient->outcome == Outcome::unknown) recipient->outcome = outcome;
-            // A notice of delays may report a failure, too.
-            if (recipient->source != RecipientSource::report && outcome == Outcome::delayed) {
+            if (recipient->source == RecipientSource::text && saysDelivered(named.said)) {
+                recipient->outcome = Outcome::delivered;
+            } else if (recipient->source != RecipientSource::report &&
+                       outcome == Outcome::delayed) {
+                // A notice of delays may report a failure, too.
                 const bool isFailure = saysPermanent(named.said);
                 recipient->outcome = isFailure ? Outcome::failed : Outcome::delayed;
             }
@@ -224,6 +227,11 @@ private:
     static bool saysPermanent(std::string_view said) {
         const ReplyCodes codes = codesIn(said);
         return codes.reply.starts_with('5') || codes.status.starts_with('5');
+    }
+    /// Whether the only reply in `said` is that of a success, and no words are about a failure.
+    static bool saysDelivered(std::string_view said) {
+        return codesIn(said).status.starts_with('2') &&
+               reasonOf({.text = said}).basis == ReasonBasis::none;
     }
 
     /// The fields of a delivery status that stand in the text.
@@ -272,20 +280,17 @@ private:
         const std::optional<VerpPattern::Match> match =
             matchVerp(message_, path ? path->unfolded() : std::string(), verp_);
         if (!match) return;
+        if (all_.empty()) {
+            if (!isBySystem()) return;
+            Recipient& unnamed = all_.emplace_back();
+            if (notice_ && isAboutTrouble()) unnamed.outcome = outcomeOfText();
+        }
         if (match->address.empty()) {
-            if (all_.empty()) {
-                if (!isBySystem()) return;
-                all_.emplace_back();
-            }
             for (Recipient& recipient : all_) recipient.tag = match->tag;
             all_.front().source = RecipientSource::verp;
             return;
         }
         // The mail was for one recipient: another address is where it was sent on to.
-        if (all_.empty()) {
-            if (!isBySystem()) return;
-            all_.emplace_back();
-        }
         const auto own = std::ranges::find_if(all_, [&](const Recipient& recipient) {
             return ascii::equalsNoCase(recipient.address, match->address) ||
                    ascii::equalsNoCase(recipient.finalAddress, match->address);

@@ -126,6 +126,8 @@ ReplyCodes codesIn(std::string_view text) noexcept {
             if (!isSuccess && isStatusInContext(text, at)) status.offer(text.substr(at, length), 1);
             at += length - 1;
         } else if (replyCodeLength(text, at) != 0) {
+            // Of the codes of success only these are about a recipient or a message.
+            if (isSuccess && text[at + 1] != '5') continue;
             const std::size_t behind = statusBehind(text, at);
             if (behind != npos) {
                 status.offer(text.substr(behind, statusLength(text, behind)), isSuccess ? 2 : 0);

@@ -64,7 +64,7 @@ public:
         // What was said to all: to the sender, or to the message.
         const std::size_t sharing = shared_.empty() ? 0 : std::min(stated.size(), mostSharing);
         for (std::size_t i = 0; i < sharing; ++i) {
-            const bool isSharing = !answered_.contains(i) && !explains(stated[i].said);
+            const bool isSharing = !answered_.contains(i) && !saysWhy(stated[i].said);
             if (isSharing) stated[i].said.append(shared_);
         }
         dropAccepted(stated);
@@ -127,6 +127,12 @@ private:
     /// Whether `text` has the words of a reply.
     static bool explains(std::string_view text) {
         return reasonOf({.text = text}).basis == ReasonBasis::phrase;
+    }
+
+    /// Whether `text` leaves no doubt.
+    static bool saysWhy(std::string_view text) {
+        const ReasonFinding finding = reasonOf({.text = text});
+        return finding.basis == ReasonBasis::phrase && finding.isSure;
     }
 
     /// Whether `text` is what a client said: ">>> RCPT TO:<a@b.example>".
