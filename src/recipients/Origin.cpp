@@ -10,6 +10,22 @@
 #include "text/Search.h"
 
 namespace bouncecheck {
+namespace {
+
+/// Whether a person passes on, or answers, what somebody else wrote: "[list] Fwd: ...".
+bool isPassedOn(std::string_view subject) {
+    subject = ascii::trimLeft(subject);
+    while (subject.starts_with('[')) {
+        const std::size_t end = subject.find(']');
+        if (end == npos) break;
+        subject = ascii::trimLeft(subject.substr(end + 1));
+    }
+    return std::ranges::any_of(passedOnSubjects, [&](std::string_view prefix) {
+        return ascii::startsWithNoCase(subject, prefix);
+    });
+}
+
+}  // namespace
 
 bool isWrittenBySystem(const Entity& message) {
     const std::string& from = message.from().address;
@@ -26,10 +42,9 @@ bool isWrittenBySystem(const Entity& message) {
     });
 }
 
-bool isPassedOn(std::string_view subject) {
-    return std::ranges::any_of(passedOnSubjects, [&](std::string_view prefix) {
-        return ascii::startsWithNoCase(subject, prefix);
-    });
+bool isDiscussion(const Entity& message) {
+    return isPassedOn(message.field("Subject")) || message.hasField("List-Id") ||
+           message.hasField("List-Post");
 }
 
 bool saysTrouble(std::string_view subject) {

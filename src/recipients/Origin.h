@@ -10,8 +10,9 @@ class Entity;
 /// that was not delivered.
 bool isWrittenBySystem(const Entity& message);
 
-/// Whether a person passes on, or answers, what somebody else wrote: "Fwd: ...".
-bool isPassedOn(std::string_view subject);
+/// Whether the header of `message` says that people talk to each other: it answers or passes on
+/// what somebody else wrote ("Fwd: ..."), or a list distributes it.
+bool isDiscussion(const Entity& message);
 
 /// Whether `subject` says that mail was not delivered, or not yet.
 bool saysTrouble(std::string_view subject);

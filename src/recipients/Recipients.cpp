@@ -318,8 +318,8 @@ private:
     /// Whether the message is about a delivery: a system wrote it, or its text holds the reply
     /// of one.
     bool isNotice() {
-        return isBySystem() || (codesIn(notice_->text()).reply.starts_with('5') &&
-                                !isPassedOn(message_.field("Subject")));
+        return isBySystem() ||
+               (codesIn(notice_->text()).reply.starts_with('5') && !isDiscussion(message_));
     }
 
     /// Whether the words of the message say that something was not delivered, or why.
