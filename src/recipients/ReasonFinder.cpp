@@ -129,12 +129,14 @@ private:
         if (take(matches, PhraseKind::fair, text_, false)) return;
         const PhraseRow* hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.any();
-        const bool isElsewhere = hint && vague && countsBefore(vague->reason, hint->reason);
+        const bool isRestated = vague == codes_.ofField && codes_.fieldRestatesReply();
+        const bool isElsewhere =
+            hint && vague && !isRestated && countsBefore(vague->reason, hint->reason);
         if (isElsewhere) return takeStatus(*vague, false);
         if (hint && !vague && codes_.areMissing() && takeReplyInNotice(notice)) return;
         if (take(matches, PhraseKind::weak, text_, false)) {
             // A hint and a code that agree are enough.
-            found_.isSure = vague && vague->reason == found_.reason;
+            found_.isSure = vague && !isRestated && vague->reason == found_.reason;
             return;
         }
         if (takeFromNotice(notice)) return;
