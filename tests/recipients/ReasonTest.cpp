@@ -105,6 +105,50 @@ TEST(Reason, DependsOnTheOutcome) {
     EXPECT_EQ(adviceFor(Outcome::delivered, none), Advice::none);
 }
 
+/// Each row has evidence of one rank and of all ranks below it; the highest counts.
+TEST(Reason, GoesByTheBestEvidence) {
+    struct Case {
+        std::string_view status, text, notice, row;
+        bool isSure, isInNotice;
+    };
+    const Case cases[] = {
+        {"5.7.1", "550 5.2.2 user unknown, connection refused, blocked", "over quota",
+         "user unknown", false, false},
+        {"5.2.2", "550 5.7.1 connection refused, blocked", "over quota", "X.2.2", true, false},
+        {"5.7.1", "550 5.1.2 connection refused", "over quota", "X.1.2", true, false},
+        {"5.7.1", "550 connection refused, blocked", "over quota", "connection refused", true,
+         false},
+        // a vague code before a hint at something else, unless it is the code of any failure
+        {"5.7.1", "550 invalid", "over quota", "X.7.1", false, false},
+        {"5.4.4", "550 blocked", "over quota", "X.4.4", false, false},
+        {"5.3.0", "550 blocked", "over quota", "blocked", false, false},
+        {"5.1.0", "550 unknown", "over quota", "unknown", true, false},
+        {"", "550 unknown", "over quota", "unknown", false, false},
+        // words without a code may announce what the notice quotes
+        {"", "was blocked", "over quota", "blocked", false, false},
+        {"", "was blocked", "the server said: 552 over quota", "over quota", true, true},
+        {"5.7.1", "550", "over quota", "over quota", true, true},
+        {"5.7.1", "550", "rejected", "rejected", false, true},
+        {"5.7.1", "552", "Sorry.", "X.7.1", false, false},
+        {"", "552", "Sorry.", "552", false, false},
+        {"", "556", "Sorry.", "556", true, false},
+        {"", "550", "Sorry.", "", false, false},
+        // a field that restates the reply says nothing of its own
+        {"5.1.1", "550 blocked", "", "blocked", false, false},
+        {"5.1.1", "550 invalid request", "", "invalid", false, false},
+        {"5.1.2", "550 blocked", "", "X.1.2", true, false},
+        // a code about something else leaves doubts
+        {"", "550 5.5.1 user unknown", "", "user unknown", false, false},
+        {"", "550 5.5.0 user unknown", "", "user unknown", true, false},
+    };
+    for (const Case& c : cases) {
+        const ReasonFinding finding = reasonOf({.status = c.status, .text = c.text}, c.notice);
+        EXPECT_EQ(finding.row, c.row) << c.status << " " << c.text;
+        EXPECT_EQ(finding.isSure, c.isSure) << c.status << " " << c.text;
+        EXPECT_EQ(finding.inNotice, c.isInNotice) << c.status << " " << c.text;
+    }
+}
+
 TEST(Reason, ComesFromTheNoticeWhereTheReplyIsSilent) {
     const ReasonFinding finding = reasonOf({.text = "554 failed"}, "The mailbox is full, sorry.");
     EXPECT_EQ(finding.reason, Reason::mailboxFull);
@@ -136,6 +180,8 @@ TEST(ReplyCodes, AreFoundInReplies) {
         {"SMTP error 550", "550 "},
         {"smtp; 554 5.7.1 <a@x.example>", "554 5.7.1"},
         {"250 ok\n550 no", "550 "},
+        {"Size (in bytes): 222", " "},
+        {"<b>: 250 2.1.5 ok", "250 2.1.5"},
         {"host mx[192.0.2.153] at 5.5.2026, version 4.4.1.2, 550 bytes", " "},
         {"", " "},
     };

@@ -1,0 +1,140 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+#include "support/Notices.h"
+
+namespace bouncecheck {
+namespace {
+
+/// Whom a notice is about, beside everybody else whom it mentions.
+TEST(Advice, IsNotAboutBystanders) {
+    const std::string header =
+        "From: Helpdesk <help@mx.example>\nReply-To: desk@mx.example\nTo: me@own.example\n"
+        "Subject: Undeliverable mail\n\ncould not be delivered:\n\n";
+    const std::pair<std::string, const char*> cases[] = {
+        {"help@mx.example\nDesk@mx.example\na@x.example\n", "a@x.example"},
+        {"mailer-daemon@x.example\nnoreply@x.example\na@x.example\n", "a@x.example"},
+        // the sender's own roles, and those of others
+        {"postmaster@mx.example\nabuse@mail.mx.example\npostmaster@x.example\n",
+         "postmaster@x.example"},
+        // to whom the notice was sent, unless it says that the address failed
+        {"me@own.example\na@x.example\n", "a@x.example"},
+        {"<me@own.example>: user unknown\n\n<a@x.example>: user unknown\n",
+         "me@own.example; a@x.example"},
+        // people who help
+        {"a@x.example\n\nFor assistance, contact\n  c@x.example\n", "a@x.example"},
+        {"<a@x.example>: gone. Please write to c@x.example instead.\n", "a@x.example"},
+        // senders
+        {"Sender: c@x.example\nFrom: d@x.example\nRecipient: a@x.example\nCc: e@x.example\n",
+         "a@x.example"},
+        {"550 5.7.1 <c@x.example>: mail from this address is refused\n<a@x.example>: no\n",
+         "a@x.example"},
+        // addressees count where no better one is
+        {"To: a@x.example\nSent: today\n", "a@x.example"},
+        {"To: c@x.example\n\n<a@x.example>: user unknown\n", "a@x.example"},
+    };
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(addressesIn(header + text), expected) << text;
+    // The list that refused the mail of a member has not failed.
+    for (const char* field :
+         {"List-Post: <mailto:list@lists.example>", "List-Owner: <mailto:list@lists.example>",
+          "List-Unsubscribe: <https://lists.example/>, <mailto:list@lists.example>",
+          "List-Id: The list <list.lists.example>", "Sender: list@lists.example",
+          "Return-Path: <list@lists.example>"}) {
+        EXPECT_EQ(
+            addressesIn(header + "list@lists.example\na@x.example\n\n--- Original message ---\n" +
+                        field + "\nSubject: x\n"),
+            "a@x.example")
+            << field;
+    }
+}
+
+/// Suppressing an address that works is worse than keeping one that does not.
+TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
+    const std::string gone = "550 5.1.1 user unknown";
+    const std::pair<std::string, const char*> cases[] = {
+        {"<a@x.example>: " + gone, "a@x.example unknown-mailbox suppress"},
+        {"Your mail to a@x.example was not delivered. The server said:\n\n" + gone,
+         "a@x.example unknown-mailbox suppress"},
+        // a reply that words without a code announce
+        {"failed permanently:\n\n  a@x.example\n\nIt was rejected by the server of x.example.\n\n"
+         "The error was:\n" +
+             gone,
+         "a@x.example unknown-mailbox suppress"},
+        {"failed permanently:\n\n  a@x.example\n\n554 5.7.1 rejected by policy\n\nIf the mailbox "
+         "is "
+         "not there, it says: " +
+             gone,
+         "a@x.example policy fix"},
+        // for the time being
+        {"<a@x.example>: 450 4.1.1 user unknown", "a@x.example unknown-mailbox retry"},
+        {"Your mail to a@x.example was not delivered. The server said:\n\n450 4.1.1 user unknown",
+         "a@x.example unknown-mailbox retry"},
+        {"Delivery is delayed.\n\n<a@x.example>: user unknown",
+         "a@x.example unknown-mailbox retry"},
+        // of another recipient, or of all of a list
+        {"<a@x.example>: " + gone + "\n\n<b@x.example>: 550 failed",
+         "a@x.example unknown-mailbox suppress; b@x.example other retry"},
+        {"not delivered to\na@x.example\nb@x.example\n\n" + gone,
+         "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox retry"},
+        {"Failed recipients: a@x.example, b@x.example\nReason: " + gone,
+         "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox retry"},
+        {"not delivered to\na@x.example\nb@x.example\n\n550 5.1.1 <b@x.example>... User unknown",
+         "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox suppress"},
+        // to the sender
+        {"<a@x.example>: host said: " + gone + " (in reply to MAIL FROM command)",
+         "a@x.example policy fix"},
+        {"  a@x.example\n    SMTP error after MAIL FROM:<me@own.example>:\n    " + gone,
+         "a@x.example policy fix"},
+        {"not delivered to a@x.example\n\nSMTP error after MAIL FROM:<me@own.example>:\n" + gone,
+         "a@x.example policy fix"},
+        {"not delivered to a@x.example\n\n" + gone + "\n\nThe error came after MAIL FROM once.",
+         "a@x.example unknown-mailbox suppress"},
+        // a success
+        {"<a@x.example>: delivery via mx.x.example: 250 2.0.0 Ok\n\n<b@x.example>: " + gone,
+         "a@x.example  none; b@x.example unknown-mailbox suppress"},
+        {"<a@x.example>: was refused\nSize: 222\n", "a@x.example other retry"},
+    };
+    for (const auto& [text, expected] : cases) EXPECT_EQ(advised(notice(text)), expected) << text;
+}
+
+TEST(Advice, OfAReportIsForTheRecipientOfEachGroup) {
+    const auto group = [](const std::string& address, const std::string& fields) {
+        return "Final-Recipient: rfc822;" + address + "\nAction: failed\n" + fields + "\n\n";
+    };
+    const std::string silent = group("a@x.example", "Status: 5.0.0");
+    const auto read = [](const std::string& text, const std::string& status) {
+        return advised(report(part("text/plain", text) + part("message/delivery-status", status)));
+    };
+    const std::string gone = group("b@x.example", "Diagnostic-Code: smtp; 550 5.1.1 user unknown");
+    EXPECT_EQ(read("Sorry.", silent + gone),
+              "a@x.example other retry; b@x.example unknown-mailbox suppress");
+    EXPECT_EQ(read("user unknown", silent), "a@x.example unknown-mailbox suppress");
+    EXPECT_EQ(read("user unknown", silent + gone),
+              "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox suppress");
+    EXPECT_EQ(read("<b@x.example>: over quota\n<a@x.example>: user unknown\n",
+                   silent + group("b@x.example", "")),
+              "a@x.example unknown-mailbox suppress; b@x.example mailbox-full retry");
+    EXPECT_EQ(read("user unknown", group("a@x.example", "Diagnostic-Code: smtp; 552 5.2.2 full")),
+              "a@x.example mailbox-full retry");
+}
+
+/// People quote notices when they ask about them.
+TEST(Advice, IsNeverToSuppressForTheWordsOfPeople) {
+    const std::string quoted = "\n\n<a@x.example>: host said: 550 5.1.1 user unknown\n";
+    for (const char* header :
+         {"From: b@x.example\nSubject: hello", "From: b@x.example\nSubject: Re: Undelivered Mail",
+          "From: b@x.example\nSubject: SV: Undelivered Mail",
+          "From: b@x.example\nSubject: WG: Mail delivery failed",
+          "From: b@x.example\nAuto-Submitted: auto-replied\nSubject: Away"}) {
+        EXPECT_EQ(advised(header + quoted).find("suppress"), std::string::npos) << header;
+    }
+    EXPECT_EQ(advised("From: b@x.example\nSubject: Re: yours\n\nMy mail to a@x.example came back, "
+                      "user unknown. Do you have a new address?\n"),
+              "");
+}
+
+}  // namespace
+}  // namespace bouncecheck
