@@ -272,7 +272,10 @@ private:
         for (const AddressSpan& span : shape.labelledSpans()) {
             openBlock(line, span.in(line.text));
         }
-        addWords(shape.restBehind(shape.labelledSpans().back()));
+        // "User not found: a@b.example"
+        const bool isReason = explains(line.text.substr(0, shape.spans().front().begin));
+        addWords(isReason ? ascii::trim(line.text)
+                          : shape.restBehind(shape.labelledSpans().back()));
         return true;
     }
 
