@@ -25,6 +25,8 @@ TEST(Advice, IsNotAboutBystanders) {
          "me@own.example; a@x.example"},
         // people who help
         {"a@x.example\n\nFor assistance, contact\n  c@x.example\n", "a@x.example"},
+        {"For assistance, contact\nc@x.example: our desk\n\na@x.example\n", "a@x.example"},
+        {"It did not reach a@x.example. Please write to c@x.example.\n", "a@x.example"},
         {"<a@x.example>: gone. Please write to c@x.example instead.\n", "a@x.example"},
         // senders
         {"Sender: c@x.example\nFrom: d@x.example\nRecipient: a@x.example\nCc: e@x.example\n",
@@ -79,10 +81,15 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "a@x.example unknown-mailbox suppress; b@x.example other retry"},
         {"not delivered to\na@x.example\nb@x.example\n\n" + gone,
          "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox retry"},
+        {"not delivered to\na@x.example\n\nb@x.example\n" + gone,
+         "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox suppress"},
         {"Failed recipients: a@x.example, b@x.example\nReason: " + gone,
          "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox retry"},
         {"not delivered to\na@x.example\nb@x.example\n\n550 5.1.1 <b@x.example>... User unknown",
          "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox suppress"},
+        // in front of the address
+        {"User not found: a@x.example\nUser mailbox exceeds allowed size: b@x.example\n",
+         "a@x.example unknown-mailbox suppress; b@x.example mailbox-full retry"},
         // to the sender
         {"<a@x.example>: host said: " + gone + " (in reply to MAIL FROM command)",
          "a@x.example policy fix"},

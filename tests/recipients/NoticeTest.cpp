@@ -22,7 +22,7 @@ TEST(Notice, EndsWhereTheReturnedMessageBegins) {
         {"The original message follows.\n\nFrom: me@own.example\n\n", true},
         {"Kopie der Nachricht:\n\nFrom me@own.example Mon Jan  1\n\n", true},
         {"A copy of the message is kept.\n\n", false},
-        {"The original message follows: https://x.example/\n\n", false},
+        {"The original message follows.\n\nhttps://x.example/\n\n", false},
         // a header without words
         {"Received: by x\nMessage-ID: <1@x>\nSubject: hi\n\n", true},
         {"Received: by x\n\tfor y\nSubject: hi\nTo: c@x.example\n\n", true},

@@ -44,18 +44,11 @@ TEST_F(RecipientOptions, ChooseRecipients) {
         {{"--by", "recipient", "--advice", "none"}, "here@x.example "},
         {{"--by", "recipient", "--reason", "mailbox-full"}, "full@x.example "},
         {{"--by", "recipient", "--reason", "mailbox-full", "--advice", "suppress"}, ""},
-        {{"--by", "recipient", "--reason", "spam", "--reason", "content"}, nullptr},
         // a message is shown whole
         {{"--reason", "mailbox-full", "--by", "message"}, "gone@x.example "},
         {{"--advice", "unsubscribe"}, ""},
     };
-    for (const auto& [options, expected] : cases) {
-        if (expected) {
-            EXPECT_EQ(rows(options), expected) << options.back();
-        } else {
-            EXPECT_EQ(run(options).status, EXIT_WRONG_USAGE);
-        }
-    }
+    for (const auto& [options, expected] : cases) EXPECT_EQ(rows(options), expected);
 }
 
 TEST_F(RecipientOptions, TakeFormsOfAddresses) {
