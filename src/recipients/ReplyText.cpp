@@ -1,7 +1,11 @@
 #include "recipients/ReplyText.h"
 
+#include <algorithm>
+
 #include "recipients/CodeShapes.h"
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
+#include "text/NextByte.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -47,14 +51,39 @@ std::size_t codesLength(std::string_view text, std::size_t at, bool beginsLine) 
     return code + 1 + status;
 }
 
-/// ASCII only: Chinese and Japanese put no blanks around an address.
-constexpr bool isAtomByte(char c) noexcept {
-    return ascii::isAlnum(c) || ascii::isOneOf(c, "!#$%&'*+-/=?^_`{|}~.");
+constexpr ByteSet bytesWhere(bool (*holds)(char)) {
+    ByteSet set("");
+    for (int byte = 0; byte < 256; ++byte) {
+        if (holds(static_cast<char>(byte))) set.add(static_cast<char>(byte));
+    }
+    return set;
 }
 
+/// ASCII only: Chinese and Japanese put no blanks around an address.
+constexpr ByteSet atomBytes = bytesWhere(
+    [](char c) { return ascii::isAlnum(c) || ascii::isOneOf(c, "!#$%&'*+-/=?^_`{|}~."); });
+constexpr std::string_view quoteMarks = "<>|*";
+/// What stands in the plain form as it does in the text, unless it begins a word or is part of
+/// an address.
+constexpr ByteSet plainBytes =
+    bytesWhere([](char c) { return ascii::isAscii(c) && !ascii::isSpace(c); });
+/// What does so at the start of a word, too: it begins no code and quotes nothing.
+constexpr ByteSet plainStarts = bytesWhere([](char c) {
+    return plainBytes.contains(c) && !ascii::isOneOf(c, "245") && !ascii::isOneOf(c, quoteMarks);
+});
+
 std::size_t atomEnd(std::string_view text, std::size_t at) noexcept {
-    while (at < text.size() && isAtomByte(text[at])) ++at;
-    return at;
+    return at + lengthOf(atomBytes, text.substr(at));
+}
+
+/// The end of the stretch that begins at `at`, before `end`, with a plain byte, and goes on with
+/// such words, one blank between them.
+std::size_t plainEnd(std::string_view text, std::size_t at, std::size_t end) noexcept {
+    for (;;) {
+        at += lengthOf(plainBytes, text.substr(at, end - at));
+        if (end - at < 2 || text[at] != ' ' || !plainStarts.contains(text[at + 1])) return at;
+        ++at;
+    }
 }
 
 /// What begins at `at`, where no atom goes on: an address, in brackets or bare, or else the
@@ -76,15 +105,52 @@ Word wordAt(std::string_view text, std::size_t at) noexcept {
     return {end, true};
 }
 
-/// Calls `take(byte, at, length)` for each byte of the plain form of `text`, with the bytes
-/// of the text that it stands for, as long as that returns true.
-template <class Take>
-void walk(std::string_view text, Take take) {
+/// Where an address may begin, for positions that only grow.
+class NextAddress {
+public:
+    explicit NextAddress(std::string_view text) noexcept : text_(text), signs_(text, '@') {}
+
+    /// The first place at or after `at` where one may begin; the size of the text without one.
+    std::size_t atOrAfter(std::size_t at) noexcept {
+        const std::size_t sign = signs_.atOrAfter(at);
+        if (sign == npos) return text_.size();
+        if (sign != sign_) {
+            sign_ = sign;
+            begin_ = sign;
+            while (begin_ > at && atomBytes.contains(text_[begin_ - 1])) --begin_;
+            if (begin_ > at && text_[begin_ - 1] == '<') --begin_;
+        }
+        return std::max(begin_, at);
+    }
+
+private:
+    std::string_view text_;
+    NextByte signs_;
+    std::size_t sign_ = npos;
+    std::size_t begin_ = 0;
+};
+
+/// Calls, for the plain form of `text` from its start on and as long as they return true,
+/// `sink.take(at, length)` for bytes of the text that stand in it as they are, and
+/// `sink.replace(byte, at, length)` for a byte that stands for some.
+template <class Sink>
+void walk(std::string_view text, Sink& sink) {
+    NextAddress addresses(text);
     bool beginsLine = true;
     bool beginsWord = true;
     bool wasBlank = false;
     std::size_t wordEnd = 0;
     for (std::size_t at = 0; at < text.size();) {
+        if ((beginsWord ? plainStarts : plainBytes).contains(text[at])) {
+            const std::size_t end = addresses.atOrAfter(at);
+            if (at < end) {
+                const std::size_t length = plainEnd(text, at, end) - at;
+                if (!sink.take(at, length)) return;
+                at += length;
+                beginsLine = beginsWord = wasBlank = false;
+                continue;
+            }
+        }
         if (beginsWord) {
             if (const std::size_t codes = codesLength(text, at, beginsLine); codes != 0) {
                 at += codes;
@@ -96,7 +162,7 @@ void walk(std::string_view text, Take take) {
             const Word word = wordAt(text, at);
             wordEnd = word.end;
             if (word.isAddress) {
-                if (!take('@', at, word.end - at)) return;
+                if (!sink.replace('@', at, word.end - at)) return;
                 at = word.end;
                 beginsLine = beginsWord = wasBlank = false;
                 continue;
@@ -104,39 +170,70 @@ void walk(std::string_view text, Take take) {
         }
         const char c = text[at];
         if (c == '\n' || c == '\r') beginsLine = true;
-        const bool isQuote = beginsLine && ascii::isOneOf(c, "<>|*");
+        const bool isQuote = beginsLine && ascii::isOneOf(c, quoteMarks);
         const PlainByte plain = isQuote ? PlainByte{} : plainByteAt(text, at);
         beginsWord = plain.byte == ' ';
         if (!beginsWord) beginsLine = false;
-        if (!(beginsWord && wasBlank) && !take(plain.byte, at, plain.length)) return;
+        if (!(beginsWord && wasBlank) && !sink.replace(plain.byte, at, plain.length)) return;
         wasBlank = beginsWord;
         at += plain.length;
     }
 }
 
+/// Collects the plain form.
+struct Writer {
+    std::string_view text;
+    std::string& plain;
+
+    bool take(std::size_t at, std::size_t length) {
+        plain.append(text, at, length);
+        return true;
+    }
+    bool replace(char byte, std::size_t, std::size_t) {
+        plain += byte;
+        return true;
+    }
+};
+
+/// Finds where a part of the plain form stands in the text.
+struct Locator {
+    TextPart part;
+    TextPart found{};
+    std::size_t index = 0;
+
+    bool take(std::size_t at, std::size_t length) {
+        const std::size_t last = part.at + part.length;
+        if (part.at >= index && part.at < index + length) found.at = at + (part.at - index);
+        if (index + length < last) {
+            index += length;
+            return true;
+        }
+        found.length = at + (last - index) - found.at;
+        return false;
+    }
+    bool replace(char, std::size_t at, std::size_t length) {
+        if (index == part.at) found.at = at;
+        if (++index < part.at + part.length) return true;
+        found.length = at + length - found.at;
+        return false;
+    }
+};
+
 }  // namespace
 
 ReplyText::ReplyText(std::string_view text) : text_(text) {
     plain_.reserve(text.size());
-    walk(text, [&](char byte, std::size_t, std::size_t) {
-        plain_ += byte;
-        return true;
-    });
+    Writer writer{text_, plain_};
+    walk(text_, writer);
 }
 
 TextPart ReplyText::inText(TextPart part) const {
     // Most parts stand in the text as they are.
     const std::string_view plain = view().substr(part.at, part.length);
     if (const std::size_t at = findBytesNoCase(text_, plain); at != npos) return {at, plain.size()};
-    TextPart found;
-    std::size_t index = 0;
-    walk(text_, [&](char, std::size_t at, std::size_t length) {
-        if (index == part.at) found.at = at;
-        if (++index < part.at + part.length) return true;
-        found.length = at + length - found.at;
-        return false;
-    });
-    return found;
+    Locator locator{part};
+    walk(text_, locator);
+    return locator.found;
 }
 
 }  // namespace bouncecheck

@@ -11,8 +11,10 @@ namespace bouncecheck {
 class ByteSet {
 public:
     explicit constexpr ByteSet(std::string_view bytes) noexcept {
-        for (const char c : bytes) holds_[static_cast<unsigned char>(c)] = true;
+        for (const char c : bytes) add(c);
     }
+
+    constexpr void add(char c) noexcept { holds_[static_cast<unsigned char>(c)] = true; }
 
     constexpr bool contains(char c) const noexcept { return holds_[static_cast<unsigned char>(c)]; }
 
