@@ -33,13 +33,34 @@ constexpr auto rows = [] {
 
 constexpr phrases::Catalog catalog = phrases::CompiledCatalog<rows>::catalog({});
 
-constexpr bool allAreSearchable() {
-    for (const phrases::Row& row : rows) {
+constexpr auto stageRows = [] {
+    std::array<phrases::Row, std::size(senderStages)> all{};
+    for (std::size_t i = 0; i < all.size(); ++i) all[i].text = senderStages[i];
+    return all;
+}();
+
+constexpr phrases::Catalog stageCatalog = phrases::CompiledCatalog<stageRows>::catalog({});
+
+constexpr bool allAreSearchable(std::span<const phrases::Row> all) {
+    for (const phrases::Row& row : all) {
         if (!phrases::isSearchable(row)) return false;
     }
     return true;
 }
-static_assert(allAreSearchable(), "a phrase is too short for the pass");
+static_assert(allAreSearchable(rows) && allAreSearchable(stageRows),
+              "a phrase is too short for the pass");
+
+constexpr phrases::RowSet rowsOfExpired = [] {
+    phrases::RowSet set;
+    std::size_t number = 0;
+    for (const std::span<const PhraseRow> kind : kinds) {
+        for (const PhraseRow& row : kind) {
+            if (row.reason == Reason::expired) set.add(number);
+            ++number;
+        }
+    }
+    return set;
+}();
 
 }  // namespace
 
@@ -59,20 +80,18 @@ const PhraseRow* PhraseMatches::firstOf(PhraseKind kind) const noexcept {
 bool PhraseMatches::saysExpired() const noexcept {
     for (std::size_t row = found_.next(0, rows.size()); row < rows.size();
          row = found_.next(row + 1, rows.size())) {
-        std::size_t index = row;
-        for (const std::span<const PhraseRow> kind : kinds) {
-            if (index < kind.size()) {
-                if (kind[index].reason == Reason::expired) return true;
-                break;
-            }
-            index -= kind.size();
-        }
+        if (rowsOfExpired.has(row)) return true;
     }
     return false;
 }
 
 TextPart PhraseMatches::placeOf(const PhraseRow& row) const {
     return {findBytesNoCase(plain_, row.phrase), row.phrase.size()};
+}
+
+bool isReplyToSender(std::string_view text) {
+    const phrases::RowSet found = stageCatalog.find(text, {}, phrases::Engine::pass);
+    return found.next(0, stageRows.size()) < stageRows.size();
 }
 
 }  // namespace bouncecheck

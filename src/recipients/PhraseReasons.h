@@ -40,4 +40,8 @@ private:
     phrases::RowSet found_;
 };
 
+/// Whether the text of a reply, as it stands, says that the reply is about the sender: it came
+/// before any recipient was named.
+bool isReplyToSender(std::string_view text);
+
 }  // namespace bouncecheck

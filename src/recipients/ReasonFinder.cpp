@@ -1,14 +1,9 @@
 #include "recipients/ReasonFinder.h"
 
-#include <algorithm>
-#include <optional>
-
 #include "recipients/CodeReasons.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReplyCodes.h"
 #include "recipients/ReplyText.h"
-#include "recipients/tables/ReplyPhrases.h"
-#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
@@ -78,11 +73,6 @@ struct Codes {
 bool countsBefore(Reason code, Reason hint) noexcept {
     if (code == hint || code == Reason::system) return false;
     return code != Reason::policy || hint == Reason::unknownMailbox;
-}
-
-bool isReplyToSender(std::string_view text) {
-    return std::ranges::any_of(senderStages,
-                               [&](std::string_view stage) { return containsNoCase(text, stage); });
 }
 
 /// The paragraph of `text`, in CRLF, that the byte `at` is in.

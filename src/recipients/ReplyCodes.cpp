@@ -6,6 +6,7 @@
 
 #include "recipients/CodeShapes.h"
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 
 namespace bouncecheck {
 namespace {
@@ -34,6 +35,9 @@ bool holds(const std::array<std::string_view, Count>& words, std::string_view wo
 }
 
 constexpr std::size_t longestWord = 12;
+
+/// Of the codes of success and failure.
+constexpr ByteSet firstDigits("245");
 
 /// The word that ends at `end`; only its end when it is longer than all that are asked for.
 std::string_view wordBefore(std::string_view text, std::size_t end) noexcept {
@@ -118,8 +122,10 @@ private:
 ReplyCodes codesIn(std::string_view text) noexcept {
     Best reply;
     Best status;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (!ascii::isOneOf(text[at], "245") || !mayBegin(text, at)) continue;
+    for (std::size_t at = 0;; ++at) {
+        at += lengthBefore(firstDigits, text.substr(at));
+        if (at >= text.size()) break;
+        if (!mayBegin(text, at)) continue;
         const bool isSuccess = text[at] == '2';
         if (const std::size_t length = statusLength(text, at); length != 0) {
             // Versions begin with 2 as often as codes of success do, so a number alone is none.

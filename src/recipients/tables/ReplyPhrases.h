@@ -9,7 +9,7 @@ namespace bouncecheck {
 /// what is said of the sender or the message before what is said of the mailbox.
 
 /// By these, systems say that a reply came before any recipient was named: it is about the
-/// sender, whatever it says does not exist.
+/// sender, whatever it says does not exist. They are searched in the text as it stands.
 inline constexpr std::string_view senderStages[] = {
     "after mail from",
     "after pipelined mail from",
