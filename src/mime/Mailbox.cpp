@@ -1,12 +1,14 @@
 #include "mime/Mailbox.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include <bouncecheck/Limits.h>
 #include "mime/Comment.h"
 #include "mime/EncodedWords.h"
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -296,9 +298,43 @@ private:
     bool anglesOpen_ = false;
 };
 
+/// The mailbox of a field that is written as most are, "a@b.example" or "Name <a@b.example>"
+/// without anything that has to be undone; nothing of any other.
+std::optional<Mailbox> plainMailbox(std::string_view field) {
+    static constexpr ByteSet special("\"(),:;<=>@[\\] \t\r\n\v\f");
+    field = ascii::trim(field);
+    const bool isBracketed = field.ends_with('>');
+    const std::size_t open = isBracketed ? field.find('<') : 0;
+    if (open == npos) return std::nullopt;
+    const std::string_view address =
+        isBracketed ? field.substr(open + 1, field.size() - open - 2) : field;
+    const std::size_t sign = lengthBefore(special, address);
+    if (sign == address.size() || address[sign] != '@') return std::nullopt;
+    if (lengthBefore(special, address.substr(sign + 1)) != address.size() - sign - 1) {
+        return std::nullopt;
+    }
+    std::string_view name = ascii::trim(field.substr(0, open));
+    Mailbox mailbox{{}, std::string(address)};
+    for (std::size_t words = 0; !name.empty(); ++words) {
+        const std::size_t length = lengthBefore(special, name);
+        const bool isWord = length > 0 && (length == name.size() || name[length] == ' ');
+        if (!isWord || words == limits::mailboxWords) return std::nullopt;
+        mailbox.name.append(words == 0 ? "" : " ").append(name, 0, length);
+        name = ascii::trimLeft(name.substr(length));
+    }
+    return mailbox;
+}
+
 }  // namespace
 
 std::vector<Mailbox> parseMailboxes(std::string_view field, std::size_t limit) {
+    if (limit > 0) {
+        if (std::optional<Mailbox> only = plainMailbox(field)) {
+            std::vector<Mailbox> mailboxes;
+            mailboxes.push_back(std::move(*only));
+            return mailboxes;
+        }
+    }
     std::vector<Mailbox> mailboxes = MailboxReader(field, limit).read();
     for (Mailbox& mailbox : mailboxes) {
         // Some mailers encode the address along with the name.

@@ -1,6 +1,8 @@
 #include "text/Utf8.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstring>
 
 #include "text/Ascii.h"
@@ -73,10 +75,16 @@ std::string_view wholeCharacters(std::string_view text, std::size_t most) noexce
 }
 
 std::size_t asciiPrefix(std::string_view text) noexcept {
+    constexpr std::uint64_t highBits = 0x8080808080808080u;
     std::size_t length = 0;
+    std::array<std::uint64_t, 4> words{};
+    for (; length + sizeof words <= text.size(); length += sizeof words) {
+        std::memcpy(words.data(), text.data() + length, sizeof words);
+        if (((words[0] | words[1] | words[2] | words[3]) & highBits) != 0) break;
+    }
     for (std::uint64_t word = 0; length + sizeof word <= text.size(); length += sizeof word) {
         std::memcpy(&word, text.data() + length, sizeof word);
-        if ((word & 0x8080808080808080u) != 0) break;
+        if ((word & highBits) != 0) break;
     }
     while (length < text.size() && ascii::isAscii(text[length])) ++length;
     return length;
