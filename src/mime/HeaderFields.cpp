@@ -77,7 +77,7 @@ std::size_t leadingLength(std::string_view text) noexcept {
 
 std::string HeaderField::unfolded() const {
     std::string out;
-    std::string_view rest = wholeCharacters(rawValue, limits::fieldValue);
+    std::string_view rest = ascii::trim(wholeCharacters(rawValue, limits::fieldValue));
     out.reserve(rest.size());
     for (std::size_t end; (end = findCrLf(rest)) != npos;) {
         out += rest.substr(0, end);
@@ -86,7 +86,7 @@ std::string HeaderField::unfolded() const {
         while (!rest.empty() && ascii::isBlank(rest.front())) rest.remove_prefix(1);
     }
     out += rest;
-    return undeclaredToUtf8(trimmed(std::move(out)));
+    return undeclaredToUtf8(std::move(out));
 }
 
 std::string HeaderField::decoded() const {

@@ -63,8 +63,8 @@ std::string ofForwarded(std::string_view local) {
 }  // namespace
 
 std::string decodeXtext(std::string_view address) {
-    std::string decoded;
-    for (std::size_t i = 0; i < address.size(); ++i) {
+    std::string decoded(address.substr(0, address.find('+')));
+    for (std::size_t i = decoded.size(); i < address.size(); ++i) {
         const std::string_view code = address.substr(i, 3);
         if (code == "+2B" || code == "+3D") {
             decoded += code == "+2B" ? '+' : '=';
