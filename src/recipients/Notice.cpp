@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
@@ -9,6 +10,7 @@
 #include "mime/LineEnds.h"
 #include "mime/ReportTypes.h"
 #include "phrases/Matcher.h"
+#include "recipients/tables/NoticeCues.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
@@ -24,24 +26,27 @@ constexpr std::array<std::string_view, cueCount> phrasesOfCues() {
 }
 constexpr phrases::Tables<cueCount> cueTables{phrasesOfCues()};
 
-constexpr unsigned bitOf(Cue cue) noexcept { return 1u << static_cast<unsigned>(cue); }
+/// Receives the phrases that a pass over lines finds.
+class CueCollector {
+public:
+    /// `lines` are in the order in which they stand in the text, which begins at `begin`.
+    CueCollector(std::span<Notice::Line> lines, const char* begin) : lines_(lines), begin_(begin) {}
 
-/// Receives the phrases that a pass finds.
-struct CueCollector {
-    std::vector<Notice::Line>& lines;
-    const char* begin;
+    bool wants(std::size_t phrase, std::size_t at) {
+        return !lineAt(begin_ + at).has(noticeCues[phrase].cue);
+    }
+    void onFound(std::size_t phrase, std::size_t at) {
+        lineAt(begin_ + at).cues.add(noticeCues[phrase].cue);
+    }
 
+private:
     Notice::Line& lineAt(const char* place) const {
         return *std::prev(std::ranges::upper_bound(
-            lines, place, {}, [](const Notice::Line& line) { return line.text.data(); }));
+            lines_, place, {}, [](const Notice::Line& line) { return line.text.data(); }));
     }
 
-    bool wants(std::size_t phrase, std::size_t at) const {
-        return !lineAt(begin + at).has(noticeCues[phrase].cue);
-    }
-    void onFound(std::size_t phrase, std::size_t at) const {
-        lineAt(begin + at).cues |= bitOf(noticeCues[phrase].cue);
-    }
+    std::span<Notice::Line> lines_;
+    const char* begin_;
 };
 
 bool isOwnType(const std::string& type) {
@@ -101,6 +106,37 @@ bool isOfPart(std::string_view name) {
                names, [&](std::string_view known) { return ascii::equalsNoCase(name, known); });
 }
 
+/// Recognises the header of a message in a text, line by line: three fields in a row, one of
+/// which only messages have.
+class HeaderRun {
+public:
+    /// Takes the next line; whether it is a field, or the fold of one.
+    bool take(std::string_view line) {
+        const std::string_view name = fieldName(line);
+        if (!name.empty() && (fields_ > 0 || !isOfPart(name))) {
+            ++fields_;
+            ofMessage_ = ofMessage_ || isOfMessage(name);
+            ++lines_;
+            return true;
+        }
+        if (fields_ > 0 && !line.empty() && ascii::isBlank(line.front())) {
+            ++lines_;
+            return true;
+        }
+        *this = HeaderRun();
+        return false;
+    }
+
+    bool isMessage() const noexcept { return fields_ >= 3 && ofMessage_; }
+    /// How many lines there are from the first field on.
+    std::size_t lines() const noexcept { return lines_; }
+
+private:
+    std::size_t fields_ = 0;
+    std::size_t lines_ = 0;
+    bool ofMessage_ = false;
+};
+
 }  // namespace
 
 bool Notice::Line::isBlank() const noexcept { return ascii::trim(text).empty(); }
@@ -112,27 +148,49 @@ Notice::Notice(const Entity& message) {
         const Entity* html = message.findType("text/html");
         if (html) append(whole_, htmlToText(html->body().view().substr(0, 4 * limits::notice)));
     }
-    divide(whole_);
+    const std::size_t header = divide();
     findCues();
-    cutReturned();
-    for (const Line& line : lines_) cues_ |= line.cues;
+    cut(std::min(header, announced()));
+    for (const Line& line : lines_) cues_.join(line.cues);
 }
 
-void Notice::divide(std::string_view text) {
+/// Divides the text into lines, up to where the third field of a returned message's header is
+/// known; the line of the first one, or the number of lines.
+std::size_t Notice::divide() {
+    const std::string_view text = whole_;
     lines_.reserve(64);
+    HeaderRun run;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find('\n', at), text.size());
         std::string_view line = text.substr(at, end - at);
         if (line.ends_with('\r')) line.remove_suffix(1);
-        lines_.push_back({line});
+        const bool isOfHeader = run.take(line);
+        lines_.push_back({.text = line, .isOfHeader = isOfHeader});
+        if (run.isMessage()) return lines_.size() - run.lines();
         at = end + 1;
     }
+    return lines_.size();
 }
 
 void Notice::findCues() {
     if (lines_.empty()) return;
-    CueCollector collector{lines_, whole_.data()};
-    phrases::Matcher(cueTables).scan(whole_, collector);
+    const std::string_view last = lines_.back().text;
+    const char* const begin = whole_.data();
+    CueCollector collector(lines_, begin);
+    const auto length = static_cast<std::size_t>(last.data() + last.size() - begin);
+    phrases::Matcher(cueTables).scan(std::string_view(begin, length), collector);
+}
+
+/// The line that announces the returned message behind words about a failure; the number of
+/// lines without one.
+std::size_t Notice::announced() const {
+    bool hasWords = false;
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        const Line& line = lines_[i];
+        if (hasWords && !line.isOfHeader && line.has(Cue::returned) && beginsReturned(i)) return i;
+        hasWords = hasWords || line.cues.haveTrouble();
+    }
+    return lines_.size();
 }
 
 /// Whether line number `i`, which has words that announce the returned message, does so: it is
@@ -146,47 +204,25 @@ bool Notice::beginsReturned(std::size_t i) const {
                                  lines_[i].text.starts_with("From "));
 }
 
-/// The returned message begins behind a line that announces it, or with three fields of a header
-/// in a row, one of which only messages have.
-void Notice::cutReturned() {
+/// Takes off the returned message, which line number `line` begins or announces.
+void Notice::cut(std::size_t line) {
     text_ = whole_;
-    std::size_t fields = 0;  // in a row
-    std::size_t first = 0;   // the line of the first of them
-    bool ofMessage = false;
-    bool hasWords = false;  // whether anything was said before
-    for (std::size_t i = 0; i < lines_.size(); ++i) {
-        const std::string_view line = lines_[i].text;
-        std::size_t cut = lines_.size();
-        const std::string_view name = fieldName(line);
-        if (!name.empty() && (fields > 0 || !isOfPart(name))) {
-            if (fields++ == 0) first = i;
-            ofMessage = ofMessage || isOfMessage(name);
-            if (fields >= 3 && ofMessage) cut = first;
-        } else if (fields == 0 || line.empty() || !ascii::isBlank(line.front())) {
-            fields = 0;
-            ofMessage = false;
-            if (hasWords && lines_[i].has(Cue::returned) && beginsReturned(i)) cut = i;
-        }
-        hasWords = hasWords || lines_[i].has(Cue::failure) || lines_[i].has(Cue::delay);
-        if (cut == lines_.size()) continue;
-        const char* const end = lines_[cut].text.data();
-        std::size_t begin = cut;
-        while (begin < lines_.size() && fieldName(lines_[begin].text).empty()) ++begin;
-        if (begin < lines_.size()) {
-            returned_ = std::string_view(whole_).substr(
-                static_cast<std::size_t>(lines_[begin].text.data() - whole_.data()));
-        }
-        text_ = text_.substr(0, static_cast<std::size_t>(end - whole_.data()));
-        lines_.resize(cut);
-        return;
-    }
+    if (line == lines_.size()) return;
+    const auto placeOf = [&](std::size_t i) {
+        return static_cast<std::size_t>(lines_[i].text.data() - whole_.data());
+    };
+    std::size_t begin = line;
+    while (begin < lines_.size() && fieldName(lines_[begin].text).empty()) ++begin;
+    if (begin < lines_.size()) returned_ = text_.substr(placeOf(begin));
+    text_ = text_.substr(0, placeOf(line));
+    lines_.resize(line);
 }
 
-Notice::Line cuesIn(std::string_view text) {
-    std::vector<Notice::Line> lines{{text}};
-    CueCollector collector{lines, text.data()};
+Cues cuesIn(std::string_view text) {
+    Notice::Line line{.text = text};
+    CueCollector collector({&line, 1}, text.data());
     phrases::Matcher(cueTables).scan(text, collector);
-    return lines.front();
+    return line.cues;
 }
 
 }  // namespace bouncecheck

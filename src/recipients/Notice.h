@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "recipients/tables/NoticeCues.h"
+#include "recipients/Cues.h"
 
 namespace bouncecheck {
 
@@ -25,36 +25,38 @@ public:
     struct Line {
         /// Without its line end.
         std::string_view text;
-        /// Bits of cues.
-        unsigned cues = 0;
+        Cues cues{};
+        /// Whether it is a field of a header, or the fold of one.
+        bool isOfHeader = false;
 
         bool isBlank() const noexcept;
-        bool has(Cue cue) const noexcept { return (cues >> static_cast<unsigned>(cue) & 1) != 0; }
+        bool has(Cue cue) const noexcept { return cues.has(cue); }
     };
 
     /// The lines in front of the returned message.
     const std::vector<Line>& lines() const noexcept { return lines_; }
-    /// Whether a line of them has the cue.
-    bool has(Cue cue) const noexcept { return (cues_ >> static_cast<unsigned>(cue) & 1) != 0; }
+    /// Those of all these lines.
+    Cues cues() const noexcept { return cues_; }
     /// All that they are, as it stands.
     std::string_view text() const noexcept { return text_; }
     /// The message that came back within the text, from its header on; "" without one.
     std::string_view returned() const noexcept { return returned_; }
 
 private:
-    void divide(std::string_view text);
+    std::size_t divide();
     void findCues();
-    void cutReturned();
+    std::size_t announced() const;
     bool beginsReturned(std::size_t line) const;
+    void cut(std::size_t line);
 
     std::string whole_;
     std::string_view text_;
     std::string_view returned_;
     std::vector<Line> lines_;
-    unsigned cues_ = 0;
+    Cues cues_;
 };
 
-/// `text`, which has no line end, as a line with its cues.
-Notice::Line cuesIn(std::string_view text);
+/// The cues of `text`, which is one line.
+Cues cuesIn(std::string_view text);
 
 }  // namespace bouncecheck

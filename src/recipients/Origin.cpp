@@ -47,9 +47,6 @@ bool isDiscussion(const Entity& message) {
            message.hasField("List-Post");
 }
 
-bool saysTrouble(std::string_view subject) {
-    const Notice::Line line = cuesIn(subject);
-    return line.has(Cue::failure) || line.has(Cue::delay);
-}
+bool saysTrouble(std::string_view subject) { return cuesIn(subject).haveTrouble(); }
 
 }  // namespace bouncecheck

@@ -258,7 +258,7 @@ private:
     }
 
     Outcome outcomeOfText() const {
-        return notice_->has(Cue::delay) ? Outcome::delayed : Outcome::failed;
+        return notice_->cues().has(Cue::delay) ? Outcome::delayed : Outcome::failed;
     }
 
     void readReturned() {
@@ -324,8 +324,7 @@ private:
 
     /// Whether the words of the message say that something was not delivered, or why.
     bool isAboutTrouble() {
-        return notice_->has(Cue::failure) || notice_->has(Cue::delay) ||
-               saysTrouble(message_.field("Subject")) ||
+        return notice_->cues().haveTrouble() || saysTrouble(message_.field("Subject")) ||
                reasonOfNotice().basis != ReasonBasis::none;
     }
 

@@ -94,8 +94,7 @@ private:
         if (isSigned_) return;
         if (!std::exchange(inParagraph_, true)) readParagraph(number);
         if (readDialogue(text)) return;
-        const LineShape shape(line.text, findAddresses(line.text));
-        if (!readAddresses(line, shape)) addWords(text);
+        if (!readAddresses(line)) addWords(text);
         lastCues_ = line.cues;
     }
 
@@ -104,9 +103,9 @@ private:
         const std::vector<Notice::Line>& lines = notice_.lines();
         const char* const begin = lines[number].text.data();
         const char* end = begin;
-        paragraphCues_ = 0;
+        paragraphCues_ = Cues();
         for (; number < lines.size() && !lines[number].isBlank(); ++number) {
-            paragraphCues_ |= lines[number].cues;
+            paragraphCues_.join(lines[number].cues);
             end = lines[number].text.data() + lines[number].text.size();
         }
         paragraph_ = std::string_view(begin, static_cast<std::size_t>(end - begin));
@@ -115,9 +114,7 @@ private:
 
     /// Whether the paragraph says that something was not delivered, or why not.
     bool reportsFailure() {
-        constexpr unsigned troubles =
-            1u << static_cast<unsigned>(Cue::failure) | 1u << static_cast<unsigned>(Cue::delay);
-        if ((paragraphCues_ & troubles) != 0) return true;
+        if (paragraphCues_.haveTrouble()) return true;
         if (!isExplained_) {
             isExplained_ = explains(paragraph_);
         }
@@ -189,7 +186,9 @@ private:
 
     /// Reads the addresses of a line; false where none of them is a recipient's, so that the
     /// line may be said of the one before.
-    bool readAddresses(const Notice::Line& line, const LineShape& shape) {
+    bool readAddresses(const Notice::Line& line) {
+        if (line.text.find('@') == npos) return false;
+        const LineShape shape(line.text, findAddresses(line.text));
         if (shape.spans().empty()) return false;
         switch (shape.kind()) {
             case LineShape::Kind::alone: return readAlone(line, shape);
@@ -201,9 +200,10 @@ private:
         return false;
     }
 
-    bool lastLineHas(Cue cue) const { return (lastCues_ >> static_cast<unsigned>(cue) & 1) != 0; }
     /// Whether the line before says that the addresses below are those of people who help.
-    bool followsContact() const { return lastLineHas(Cue::contact) && !lastLineHas(Cue::failure); }
+    bool followsContact() const {
+        return lastCues_.has(Cue::contact) && !lastCues_.has(Cue::failure);
+    }
 
     /// Whether `line` goes on about the recipient whose lines are being read, rather than
     /// naming another.
@@ -223,7 +223,8 @@ private:
     bool readLeading(const Notice::Line& line, const LineShape& shape) {
         if (continuesOpen(line, shape.first())) return false;
         if (line.has(Cue::sender) && !shape.isSeparated()) return false;
-        const bool isStated = shape.isSeparated() || reportsFailure() || lastLineHas(Cue::failure);
+        const bool isStated =
+            shape.isSeparated() || reportsFailure() || lastCues_.has(Cue::failure);
         if (!isStated || followsContact()) return false;
         openBlock(line, shape.first());
         addWords(shape.restBehind(shape.spans().front()));
@@ -374,11 +375,11 @@ private:
     bool inParagraph_ = false;
     bool isSigned_ = false;
     std::string_view paragraph_;
-    unsigned paragraphCues_ = 0;
+    Cues paragraphCues_;
     /// Whether the paragraph says why; nothing while it has not been asked.
     std::optional<bool> isExplained_;
     /// Those of the line before that was not blank.
-    unsigned lastCues_ = 0;
+    Cues lastCues_;
     /// Whom the last command of a dialogue named.
     std::optional<std::size_t> command_;
     bool isSharedReply_ = false;

@@ -1,24 +1,11 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <string_view>
 
-namespace bouncecheck {
+#include "recipients/Cues.h"
 
-/// What a phrase says about the line of a notice that it stands in.
-enum class Cue : std::uint8_t {
-    /// A message, or an address, was not reached: it announces addresses or names one.
-    failure,
-    /// It was not reached yet.
-    delay,
-    /// An address beside it is that of somebody who helps, or that receives answers.
-    contact,
-    /// An address beside it is that of the sender.
-    sender,
-    /// The returned message follows.
-    returned,
-};
+namespace bouncecheck {
 
 struct NoticeCue {
     Cue cue;
