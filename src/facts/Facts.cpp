@@ -5,9 +5,8 @@
 #include <utility>
 
 #include <bouncecheck/Limits.h>
-#include "mime/Entity.h"
 #include "mime/HeaderFields.h"
-#include "mime/ReportTypes.h"
+#include "mime/ReportBodies.h"
 #include "mime/TextBudget.h"
 #include "recipients/Notice.h"
 #include "recipients/ReportRecipients.h"
@@ -15,14 +14,6 @@
 
 namespace bouncecheck {
 namespace {
-
-/// The body of the first part, in document order, of one of these kinds; "" without one.
-template <class... Kinds>
-std::string_view bodyOf(const Entity& message, Kinds... kinds) {
-    const Entity* part =
-        message.find([&](const Entity& entity) { return isOfKind(entity.type(), kinds...); });
-    return part ? part->body().view() : std::string_view();
-}
 
 /// The value of `field`, or "" when it is too long to be read to its end.
 std::string wholeValue(const HeaderField& field) {

@@ -12,7 +12,7 @@
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
-#include "mime/ReportTypes.h"
+#include "mime/ReportBodies.h"
 #include "mime/TextBudget.h"
 #include "recipients/AddressSpans.h"
 #include "recipients/AdviceFor.h"
@@ -33,11 +33,6 @@ namespace {
 
 /// A bounce may carry another bounce; one that carries more of them is made up.
 constexpr int mostBouncesInside = 1;
-
-std::string_view bodyOf(const Entity& message, ReportKind kind) {
-    const Entity* part = message.find([&](const Entity& e) { return isOfKind(e.type(), kind); });
-    return part ? part->body().view() : std::string_view();
-}
 
 /// That of the action, or of the class of the status where the action is missing or no word of
 /// RFC 3464.

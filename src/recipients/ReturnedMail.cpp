@@ -5,9 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "mime/Entity.h"
 #include "mime/Mailbox.h"
-#include "mime/ReportTypes.h"
+#include "mime/ReportBodies.h"
 #include "recipients/AddressSpans.h"
 #include "recipients/Notice.h"
 #include "text/Ascii.h"
@@ -62,10 +61,7 @@ ReturnedMail readReturnedMail(std::string_view text) {
 }
 
 ReturnedMail attachedMail(const Entity& message) {
-    const Entity* part = message.find([](const Entity& entity) {
-        return isOfKind(entity.type(), ReportKind::message, ReportKind::header);
-    });
-    return part ? readReturnedMail(part->body().view()) : ReturnedMail();
+    return readReturnedMail(bodyOf(message, ReportKind::message, ReportKind::header));
 }
 
 ReturnedMail returnedMailOf(const Entity& message, const Notice& notice) {
