@@ -7,6 +7,7 @@
 namespace bouncecheck {
 
 class Entity;
+struct MessageContent;
 
 /// A message that was parsed once, for a verdict, its facts and its fields.
 ///
@@ -33,8 +34,9 @@ public:
 
 private:
     friend const Entity& entityOf(const Message& message) noexcept;
+    friend const MessageContent& contentOf(const Message& message) noexcept;
 
-    std::unique_ptr<const Entity> entity_;
+    std::unique_ptr<const MessageContent> content_;
 };
 
 }  // namespace bouncecheck

@@ -1,9 +1,9 @@
 #include "facts/FactsOf.h"
 
-#include <bouncecheck/Message.h>
+#include "api/MessageContent.h"
 
 namespace bouncecheck {
 
-Facts factsOf(const Message& message) { return factsOf(entityOf(message)); }
+Facts factsOf(const Message& message) { return factsOf(contentOf(message).reading); }
 
 }  // namespace bouncecheck

@@ -1,11 +1,11 @@
 #include "recipients/Recipients.h"
 
-#include <bouncecheck/Message.h>
+#include "api/MessageContent.h"
 
 namespace bouncecheck {
 
 std::vector<Recipient> recipientsOf(const Message& message, std::span<const VerpPattern> verp) {
-    return recipientsOf(entityOf(message), verp);
+    return recipientsOf(contentOf(message).reading, verp);
 }
 
 }  // namespace bouncecheck

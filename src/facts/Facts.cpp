@@ -1,6 +1,5 @@
 #include "facts/FactsOf.h"
 
-#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -8,9 +7,8 @@
 #include "mime/HeaderFields.h"
 #include "mime/ReportBodies.h"
 #include "mime/TextBudget.h"
-#include "recipients/Notice.h"
+#include "recipients/MessageReading.h"
 #include "recipients/ReportRecipients.h"
-#include "recipients/ReturnedMail.h"
 
 namespace bouncecheck {
 namespace {
@@ -38,11 +36,7 @@ std::string reportingMtaIn(std::string_view text, TextBudget& budget) {
     return field ? budget.keep(withoutType(wholeValue(*field))) : std::string();
 }
 
-ReturnedMessage returnedIn(const Entity& message, TextBudget& budget) {
-    ReturnedMail mail = attachedMail(message);
-    std::optional<Notice> notice;
-    if (!mail.isFound) mail = readReturnedMail(notice.emplace(message).returned());
-    const HeaderFields& header = mail.header;
+ReturnedMessage returnedIn(const HeaderFields& header, TextBudget& budget) {
     const auto read = [&](std::string_view name) {
         const HeaderField* field = header.find(name);
         return field ? budget.keep(wholeValue(*field)) : std::string();
@@ -58,13 +52,14 @@ ReturnedMessage returnedIn(const Entity& message, TextBudget& budget) {
 
 }  // namespace
 
-Facts factsOf(const Entity& message) {
+Facts factsOf(const MessageReading& reading) {
+    const Entity& message = reading.message();
     Facts facts;
     TextBudget budget;
     facts.reportingMta = reportingMtaIn(bodyOf(message, ReportKind::delivery), budget);
     facts.report =
         reportFieldsIn(bodyOf(message, ReportKind::complaint, ReportKind::receipt), budget);
-    facts.returned = returnedIn(message, budget);
+    facts.returned = returnedIn(reading.returned().header(), budget);
     return facts;
 }
 

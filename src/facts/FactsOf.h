@@ -4,9 +4,9 @@
 
 namespace bouncecheck {
 
-class Entity;
+class MessageReading;
 
-/// See <bouncecheck/Facts.h>.
-Facts factsOf(const Entity& message);
+/// The facts of the message that is read; see <bouncecheck/Facts.h>.
+Facts factsOf(const MessageReading& reading);
 
 }  // namespace bouncecheck

@@ -1,11 +1,14 @@
 #include "recipients/Bystanders.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
 #include "recipients/AddressSpans.h"
+#include "recipients/MessageReading.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -15,26 +18,33 @@ namespace {
 /// Addresses of one field that are read; mail to more of them is no bounce.
 constexpr std::size_t mostAddresses = 100;
 
-void addTo(std::unordered_set<std::string>& set, const HeaderFields& header,
-           std::string_view name) {
+bool holds(const std::vector<std::string>& set, std::string_view address) {
+    return std::ranges::any_of(
+        set, [&](const std::string& known) { return ascii::equalsNoCase(known, address); });
+}
+
+void add(std::vector<std::string>& set, std::string address) {
+    if (!holds(set, address)) set.push_back(std::move(address));
+}
+
+void addTo(std::vector<std::string>& set, const HeaderFields& header, std::string_view name) {
     for (const HeaderField& field : header.all()) {
         if (set.size() >= mostAddresses) return;
         if (!ascii::equalsNoCase(field.name, name)) continue;
-        for (const Mailbox& mailbox : parseMailboxes(field.unfolded(), mostAddresses)) {
-            if (!mailbox.address.empty()) set.insert(ascii::lowerCase(mailbox.address));
+        for (Mailbox& mailbox : parseMailboxes(field.unfolded(), mostAddresses)) {
+            if (!mailbox.address.empty()) add(set, std::move(mailbox.address));
         }
     }
 }
 
 /// Adds the addresses of the links in a field of a list (RFC 2369).
-void addLinked(std::unordered_set<std::string>& set, const HeaderFields& header,
-               std::string_view name) {
+void addLinked(std::vector<std::string>& set, const HeaderFields& header, std::string_view name) {
     const HeaderField* field = header.find(name);
     if (!field) return;
     const std::string value = field->unfolded();
     for (const AddressSpan& span : findAddresses(value)) {
         if (set.size() >= 2 * mostAddresses) return;
-        set.insert(ascii::lowerCase(span.in(value)));
+        add(set, std::string(span.in(value)));
     }
 }
 
@@ -54,21 +64,25 @@ bool isWithin(std::string_view domain, std::string_view other) {
 
 }  // namespace
 
-Bystanders::Bystanders(const Entity& message) {
-    addTo(addressees_, message.header(), "To");
-    addTo(addressees_, message.header(), "Delivered-To");
-    addTo(others_, message.header(), "From");
-    addTo(others_, message.header(), "Reply-To");
-    senderDomain_ = ascii::lowerCase(domain(message.from().address));
+const Bystanders::Addresses& Bystanders::known() const {
+    if (known_) return *known_;
+    Addresses& known = known_.emplace();
+    const HeaderFields& header = reading_.message().header();
+    addTo(known.addressees, header, "To");
+    addTo(known.addressees, header, "Delivered-To");
+    addTo(known.others, header, "From");
+    addTo(known.others, header, "Reply-To");
+    if (from_ == From::messageAndReturned) addReturned(known, reading_.returned().header());
+    return known;
 }
 
-void Bystanders::addReturned(const HeaderFields& header) {
-    addTo(addressees_, header, "From");
-    addTo(addressees_, header, "Return-Path");
-    addTo(addressees_, header, "Sender");
-    addLinked(others_, header, "List-Post");
-    addLinked(others_, header, "List-Unsubscribe");
-    addLinked(others_, header, "List-Owner");
+void Bystanders::addReturned(Addresses& known, const HeaderFields& header) {
+    addTo(known.addressees, header, "From");
+    addTo(known.addressees, header, "Return-Path");
+    addTo(known.addressees, header, "Sender");
+    addLinked(known.others, header, "List-Post");
+    addLinked(known.others, header, "List-Unsubscribe");
+    addLinked(known.others, header, "List-Owner");
     // "Name <list.example.org>" (RFC 2919) is the list's address where '@' stands for the dot
     // that the address has there.
     const HeaderField* id = header.find("List-Id");
@@ -81,25 +95,26 @@ void Bystanders::addReturned(const HeaderFields& header) {
     const std::size_t dot = address.find('.');
     if (dot == npos || contains(address, "@")) return;
     address[dot] = '@';
-    others_.insert(std::move(address));
+    add(known.others, std::move(address));
 }
 
 bool Bystanders::isAddressee(std::string_view address) const {
-    return addressees_.contains(ascii::lowerCase(address));
+    return holds(known().addressees, address);
 }
 
 bool Bystanders::isOther(std::string_view address) const {
-    const std::string lower = ascii::lowerCase(address);
-    if (others_.contains(lower)) return true;
     static constexpr auto daemons = std::to_array<std::string_view>(
         {"mailer-daemon", "mailerdaemon", "mail-daemon", "mdaemon", "noreply", "no-reply"});
-    const std::string_view local = localPart(lower);
-    for (const std::string_view daemon : daemons) {
-        if (local == daemon) return true;
-    }
-    const bool isRole = local == "postmaster" || local == "abuse" || local == "hostmaster";
-    return isRole && (senderDomain_.empty() || isWithin(domain(lower), senderDomain_) ||
-                      isWithin(senderDomain_, domain(lower)));
+    static constexpr auto roles =
+        std::to_array<std::string_view>({"postmaster", "abuse", "hostmaster"});
+    const auto isLocal = [local = localPart(address)](std::string_view known) {
+        return ascii::equalsNoCase(local, known);
+    };
+    if (std::ranges::any_of(daemons, isLocal) || holds(known().others, address)) return true;
+    if (!std::ranges::any_of(roles, isLocal)) return false;
+    const std::string own = ascii::lowerCase(domain(address));
+    const std::string sender = ascii::lowerCase(domain(reading_.message().from().address));
+    return sender.empty() || isWithin(own, sender) || isWithin(sender, own);
 }
 
 }  // namespace bouncecheck

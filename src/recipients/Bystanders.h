@@ -1,22 +1,29 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
+#include <vector>
 
 namespace bouncecheck {
 
-class Entity;
 class HeaderFields;
+class MessageReading;
 
-/// Addresses that a bounce mentions for other reasons than that they failed.
+/// Addresses that a bounce mentions for other reasons than that they failed. They are read when
+/// the first address is compared with them.
 class Bystanders {
 public:
-    /// Those of the header of `message`: to whom it was sent, and who sent it.
-    explicit Bystanders(const Entity& message);
+    enum class From {
+        /// Those of its header: to whom it was sent, and who sent it.
+        message,
+        /// And those of the message that came back: who sent that, and the addresses of its list.
+        messageAndReturned,
+    };
 
-    /// Adds those of the message that came back: who sent it, and the addresses of its list.
-    void addReturned(const HeaderFields& header);
+    /// Those of a bounce that outlives them.
+    Bystanders(const MessageReading& reading, From from) noexcept
+        : reading_(reading), from_(from) {}
 
     /// Whether the bounce was sent to `address`.
     bool isAddressee(std::string_view address) const;
@@ -24,9 +31,17 @@ public:
     bool isOther(std::string_view address) const;
 
 private:
-    std::unordered_set<std::string> addressees_;
-    std::unordered_set<std::string> others_;
-    std::string senderDomain_;
+    /// Each once, in any letter case. There are a few hundred at most.
+    struct Addresses {
+        std::vector<std::string> addressees;
+        std::vector<std::string> others;
+    };
+    const Addresses& known() const;
+    static void addReturned(Addresses& known, const HeaderFields& header);
+
+    const MessageReading& reading_;
+    From from_;
+    mutable std::optional<Addresses> known_;
 };
 
 }  // namespace bouncecheck

@@ -7,9 +7,10 @@
 
 namespace bouncecheck {
 
-class Entity;
+class MessageReading;
 
-/// See <bouncecheck/Recipient.h>.
-std::vector<Recipient> recipientsOf(const Entity& message, std::span<const VerpPattern> verp = {});
+/// The recipients of the message that is read; see <bouncecheck/Recipient.h>.
+std::vector<Recipient> recipientsOf(const MessageReading& reading,
+                                    std::span<const VerpPattern> verp = {});
 
 }  // namespace bouncecheck

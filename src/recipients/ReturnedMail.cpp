@@ -6,9 +6,7 @@
 #include <vector>
 
 #include "mime/Mailbox.h"
-#include "mime/ReportBodies.h"
 #include "recipients/AddressSpans.h"
-#include "recipients/Notice.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -25,9 +23,17 @@ std::string envelopeRecipient(const HeaderField& received) {
     return spans.size() == 1 ? std::string(spans.front().in(rest)) : std::string();
 }
 
-std::string soleRecipientOf(const HeaderFields& header) {
+}  // namespace
+
+ReturnedMail::ReturnedMail(std::string_view text) : isFound_(!text.empty()) {
+    if (!isFound_) return;
+    text_ = text.substr(HeaderFields::startIn(text));
+    header_ = HeaderFields::ofMessage(text_);
+}
+
+std::string ReturnedMail::soleRecipient() const {
     std::vector<Mailbox> named;
-    for (const HeaderField& field : header.all()) {
+    for (const HeaderField& field : header_.all()) {
         const bool isAddressee =
             ascii::equalsNoCase(field.name, "To") || ascii::equalsNoCase(field.name, "Cc");
         if (!isAddressee) continue;
@@ -40,33 +46,15 @@ std::string soleRecipientOf(const HeaderFields& header) {
         return std::move(named.front().address);
     }
     // The first of the fields was written last, nearest to the failure.
-    const HeaderField* received = header.find("Received");
+    const HeaderField* received = header_.find("Received");
     return received ? envelopeRecipient(*received) : std::string();
 }
 
-}  // namespace
-
-ReturnedMail readReturnedMail(std::string_view text) {
-    ReturnedMail returned;
-    if (text.empty()) return returned;
-    returned.isFound = true;
-    returned.text = text.substr(HeaderFields::startIn(text));
-    returned.header = HeaderFields::ofMessage(returned.text);
-    returned.soleRecipient = soleRecipientOf(returned.header);
-    const HeaderField* path = returned.header.find("Return-Path");
-    const HeaderField* from = returned.header.find("From");
-    returned.isNotice = (path && path->unfolded() == "<>") ||
-                        (from && containsNoCase(from->unfolded(), "mailer-daemon"));
-    return returned;
-}
-
-ReturnedMail attachedMail(const Entity& message) {
-    return readReturnedMail(bodyOf(message, ReportKind::message, ReportKind::header));
-}
-
-ReturnedMail returnedMailOf(const Entity& message, const Notice& notice) {
-    ReturnedMail attached = attachedMail(message);
-    return attached.isFound ? attached : readReturnedMail(notice.returned());
+bool ReturnedMail::isNotice() const {
+    const HeaderField* path = header_.find("Return-Path");
+    if (path && path->unfolded() == "<>") return true;
+    const HeaderField* from = header_.find("From");
+    return from && containsNoCase(from->unfolded(), "mailer-daemon");
 }
 
 }  // namespace bouncecheck

@@ -7,28 +7,26 @@
 
 namespace bouncecheck {
 
-class Entity;
-class Notice;
-
 /// The message that came back, as far as it concerns its recipients.
-struct ReturnedMail {
-    bool isFound = false;
-    /// All of it that there is; refers into the text that it was read from.
-    std::string_view text;
-    HeaderFields header;
+class ReturnedMail {
+public:
+    /// Reads the message, or the header, that `text` is; nothing of an empty text. Refers to the
+    /// text.
+    explicit ReturnedMail(std::string_view text);
+
+    bool isFound() const noexcept { return isFound_; }
+    /// All of it that there is.
+    std::string_view text() const noexcept { return text_; }
+    const HeaderFields& header() const noexcept { return header_; }
     /// Its recipient, where the header names one and no other; else "".
-    std::string soleRecipient;
+    std::string soleRecipient() const;
     /// Whether it is a notice itself: it came from no address.
-    bool isNotice = false;
+    bool isNotice() const;
+
+private:
+    bool isFound_;
+    std::string_view text_;
+    HeaderFields header_;
 };
-
-/// Reads the message, or the header, that `text` is; nothing of an empty text.
-ReturnedMail readReturnedMail(std::string_view text);
-
-/// The first message or header attached to `message`.
-ReturnedMail attachedMail(const Entity& message);
-
-/// The same, or else the one that stands in the text of its notice.
-ReturnedMail returnedMailOf(const Entity& message, const Notice& notice);
 
 }  // namespace bouncecheck

@@ -1,0 +1,27 @@
+#include "recipients/MessageReading.h"
+
+#include "mime/ReportBodies.h"
+#include "recipients/Origin.h"
+
+namespace bouncecheck {
+
+bool MessageReading::isBySystem() const {
+    if (!isBySystem_) isBySystem_ = isWrittenBySystem(message_);
+    return *isBySystem_;
+}
+
+const Notice& MessageReading::notice() const {
+    return notice_ ? *notice_ : notice_.emplace(message_);
+}
+
+const ReturnedMail& MessageReading::attached() const {
+    return attached_ ? *attached_
+                     : attached_.emplace(bodyOf(message_, ReportKind::message, ReportKind::header));
+}
+
+const ReturnedMail& MessageReading::returned() const {
+    if (attached().isFound()) return attached();
+    return inNotice_ ? *inNotice_ : inNotice_.emplace(notice().returned());
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+
+#include "recipients/Notice.h"
+#include "recipients/ReturnedMail.h"
+
+namespace bouncecheck {
+
+class Entity;
+
+/// What recipients and facts both read of a message: each part of it once, when it is first asked
+/// for. Refers to the message; what it hands out lives as long as both. One thread at a time.
+class MessageReading {
+public:
+    /// What is read once can be given as an entity.
+    MessageReading(const Entity& message) noexcept : message_(message) {}
+    // What was read refers into it.
+    MessageReading(const MessageReading&) = delete;
+    MessageReading& operator=(const MessageReading&) = delete;
+
+    const Entity& message() const noexcept { return message_; }
+    /// Whether a mail system wrote it; see isWrittenBySystem.
+    bool isBySystem() const;
+    /// What the message says to people.
+    const Notice& notice() const;
+    /// The first message or header attached.
+    const ReturnedMail& attached() const;
+    /// The same, or else the one that stands in the text of the notice.
+    const ReturnedMail& returned() const;
+
+private:
+    const Entity& message_;
+    mutable std::optional<bool> isBySystem_;
+    mutable std::optional<Notice> notice_;
+    mutable std::optional<ReturnedMail> attached_;
+    mutable std::optional<ReturnedMail> inNotice_;
+};
+
+}  // namespace bouncecheck

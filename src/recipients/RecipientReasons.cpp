@@ -1,0 +1,83 @@
+#include "recipients/RecipientReasons.h"
+
+#include "recipients/AdviceFor.h"
+#include "recipients/ReplyCodes.h"
+
+namespace bouncecheck {
+namespace {
+
+/// Whether an outcome has a reason.
+bool isTrouble(Outcome outcome) {
+    return outcome == Outcome::failed || outcome == Outcome::delayed || outcome == Outcome::unknown;
+}
+
+bool isExplained(const ReasonFinding& finding) {
+    return finding.basis == ReasonBasis::phrase || finding.isSure;
+}
+
+Reply replyOf(const Recipient& recipient) {
+    return {.outcome = recipient.outcome,
+            .status = recipient.status,
+            .replyCode = recipient.replyCode,
+            .text = recipient.diagnostic};
+}
+
+}  // namespace
+
+bool RecipientReasons::explainReported() {
+    bool areExplained = true;
+    for (const Recipient& recipient : list_.all()) {
+        const ReasonFinding& finding = findings_.emplace_back(reasonOf(replyOf(recipient)));
+        if (isTrouble(recipient.outcome) && !isExplained(finding)) areExplained = false;
+    }
+    return areExplained;
+}
+
+const ReasonFinding& RecipientReasons::ofNotice() {
+    if (!noticeFinding_) noticeFinding_ = reasonOf({}, reading_.notice().text());
+    return *noticeFinding_;
+}
+
+void RecipientReasons::fill(const Notice* notice) {
+    for (std::size_t i = 0; i < list_.all().size(); ++i) fill(i, notice);
+}
+
+void RecipientReasons::fill(std::size_t index, const Notice* notice) {
+    const std::vector<Recipient>& all = list_.all();
+    Recipient& recipient = list_.all()[index];
+    // An inner notice has found its own.
+    if (recipient.reason != Reason::none) return;
+    const ReplyCodes codes = codesIn(recipient.diagnostic);
+    if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
+    if (recipient.status.empty()) recipient.status = codes.status;
+    std::string_view weaker;
+    const auto said = said_.find(recipient.address);
+    if (said != said_.end()) {
+        weaker = said->second;
+    } else if (notice && all.size() == 1) {
+        weaker = notice->text();
+    }
+    const bool isKnown = index < findings_.size() && isExplained(findings_[index]);
+    ReasonFinding finding = isKnown ? findings_[index] : reasonOf(replyOf(recipient), weaker);
+    const bool isSilent = finding.basis == ReasonBasis::none && recipient.diagnostic.empty();
+    if (isSilent && notice && isTrouble(recipient.outcome)) {
+        weaker = notice->text();
+        const bool isTransient = finding.isTransient;
+        finding = ofNotice();
+        finding.isTransient = finding.isTransient || isTransient;
+        // It may be said of another one.
+        finding.isSure = finding.isSure && all.size() == 1;
+    }
+    // People write such words about other things, too.
+    finding.isSure = finding.isSure && reading_.isBySystem();
+    recipient.reason = finding.reason;
+    recipient.basis = finding.basis;
+    recipient.row = finding.row;
+    const std::string_view from = finding.inNotice ? weaker : recipient.diagnostic;
+    if (finding.length > 0) {
+        recipient.quote = list_.budget().keep(from.substr(finding.at, finding.length));
+    }
+    recipient.advice = adviceFor(recipient.outcome, finding);
+}
+
+}  // namespace bouncecheck

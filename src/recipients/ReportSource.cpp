@@ -1,0 +1,105 @@
+#include "recipients/ReportSource.h"
+
+#include <utility>
+
+#include <bouncecheck/Limits.h>
+#include "mime/HeaderFields.h"
+#include "mime/ReportBodies.h"
+#include "recipients/ReportRecipients.h"
+#include "text/Ascii.h"
+
+namespace bouncecheck {
+namespace {
+
+/// That of the action, or of the class of the status where the action is missing or no word of
+/// RFC 3464.
+Outcome outcomeOf(const ReportedRecipient& reported) {
+    for (const Outcome outcome : {Outcome::failed, Outcome::delayed, Outcome::delivered,
+                                  Outcome::relayed, Outcome::expanded}) {
+        if (reported.action == nameOf(outcome)) return outcome;
+    }
+    if (reported.action.starts_with("fail")) return Outcome::failed;
+    if (reported.action.starts_with("delay")) return Outcome::delayed;
+    if (reported.status.starts_with("5.")) return Outcome::failed;
+    if (reported.status.starts_with("2.")) return Outcome::delivered;
+    if (!reported.status.starts_with("4.")) return Outcome::unknown;
+    return reported.willRetryUntil.empty() ? Outcome::failed : Outcome::delayed;
+}
+
+/// The address that `field`, if there is one, names to its end; else "".
+std::string addressIn(const HeaderField* field) {
+    return field && !field->isCut() ? reportedAddress(field->decoded()) : std::string();
+}
+
+}  // namespace
+
+void ReportSource::read() {
+    const Entity& message = reading_.message();
+    const std::string_view status = bodyOf(message, ReportKind::delivery);
+    // In a letter it is what somebody passes on.
+    if (!status.empty() && reading_.isBySystem()) addStatus(status);
+    const std::string_view complaint = bodyOf(message, ReportKind::complaint);
+    if (!complaint.empty()) addComplaint(complaint);
+    const std::string_view receipt = bodyOf(message, ReportKind::receipt);
+    if (!receipt.empty()) addReceipt(receipt);
+}
+
+void ReportSource::addStatus(std::string_view text) {
+    for (ReportedRecipient& reported : readDeliveryStatus(text, list_.budget())) {
+        isFound_ = true;
+        const bool hasOriginal = !reported.original.empty();
+        std::string& address = hasOriginal ? reported.original : reported.final;
+        Recipient* recipient = list_.add(address, RecipientSource::report);
+        if (!recipient) continue;
+        if (hasOriginal && !ascii::equalsNoCase(address, reported.final)) {
+            list_.setFinalAddress(*recipient, std::move(reported.final));
+        }
+        const Outcome outcome = outcomeOf(reported);
+        // Of two groups for one address the one that failed counts.
+        const bool isNews = recipient->outcome == Outcome::unknown || outcome == Outcome::failed;
+        if (!isNews) continue;
+        recipient->outcome = outcome;
+        recipient->status = std::move(reported.status);
+        recipient->diagnostic = std::move(reported.diagnostic);
+        recipient->remoteMta = std::move(reported.remoteMta);
+        recipient->lastAttempt = std::move(reported.lastAttempt);
+        recipient->willRetryUntil = std::move(reported.willRetryUntil);
+    }
+}
+
+void ReportSource::addComplaint(std::string_view text) {
+    const HeaderFields fields = HeaderFields::ofReport(text, limits::reportFields);
+    isComplaint_ = true;
+    const HeaderField* type = fields.find("Feedback-Type");
+    const std::string kind = type ? ascii::lowerCase(type->decoded()) : std::string();
+    isWithdrawn_ = kind == "not-spam" || kind.starts_with("auth-failure");
+    for (const HeaderField& field : fields.all()) {
+        if (ascii::equalsNoCase(field.name, "Original-Rcpt-To") ||
+            ascii::equalsNoCase(field.name, "Removal-Recipient")) {
+            addComplainer(addressIn(&field), RecipientSource::report);
+        }
+    }
+    if (list_.isEmpty()) {
+        addComplainer(reading_.attached().soleRecipient(), RecipientSource::returned);
+    }
+}
+
+void ReportSource::addComplainer(const std::string& address, RecipientSource source) {
+    Recipient* recipient = list_.add(address, source);
+    if (recipient) recipient->outcome = isWithdrawn_ ? Outcome::unknown : Outcome::complained;
+}
+
+void ReportSource::addReceipt(std::string_view text) {
+    const HeaderFields fields = HeaderFields::ofReport(text, limits::reportFields);
+    const std::string original = addressIn(fields.find("Original-Recipient"));
+    std::string final = addressIn(fields.find("Final-Recipient"));
+    isFound_ = true;
+    Recipient* recipient = list_.add(original.empty() ? final : original, RecipientSource::report);
+    if (!recipient) return;
+    recipient->outcome = Outcome::displayed;
+    if (!ascii::equalsNoCase(recipient->address, final)) {
+        recipient->finalAddress = std::move(final);
+    }
+}
+
+}  // namespace bouncecheck
