@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <bouncecheck/Limits.h>
 
@@ -24,6 +25,9 @@ public:
     /// `text`, or "" when there is no room for it: part of an address is another one.
     std::string keep(std::string_view text) {
         return spend(text.size()) ? std::string(text) : std::string();
+    }
+    std::string keep(std::string&& text) {
+        return spend(text.size()) ? std::move(text) : std::string();
     }
 
 private:

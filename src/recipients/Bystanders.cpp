@@ -48,6 +48,22 @@ void addLinked(std::vector<std::string>& set, const HeaderFields& header, std::s
     }
 }
 
+/// Adds the address of the list whose identifier is "Name <list.example.org>" (RFC 2919), where
+/// '@' stands for the dot that the address has there.
+void addList(std::vector<std::string>& set, const HeaderFields& header) {
+    const HeaderField* id = header.find("List-Id");
+    if (!id) return;
+    const std::string value = ascii::lowerCase(id->unfolded());
+    const std::size_t begin = value.rfind('<');
+    const std::size_t end = value.find('>', begin == npos ? 0 : begin);
+    if (begin == npos || end == npos) return;
+    std::string address = value.substr(begin + 1, end - begin - 1);
+    const std::size_t dot = address.find('.');
+    if (dot == npos || contains(address, "@")) return;
+    address[dot] = '@';
+    add(set, std::move(address));
+}
+
 std::string_view localPart(std::string_view address) {
     return address.substr(0, address.rfind('@'));
 }
@@ -64,42 +80,37 @@ bool isWithin(std::string_view domain, std::string_view other) {
 
 }  // namespace
 
-const Bystanders::Addresses& Bystanders::known() const {
-    if (known_) return *known_;
-    Addresses& known = known_.emplace();
+const Bystanders::Addresses& Bystanders::addressees() const {
+    if (addressees_) return *addressees_;
+    Addresses& all = addressees_.emplace();
     const HeaderFields& header = reading_.message().header();
-    addTo(known.addressees, header, "To");
-    addTo(known.addressees, header, "Delivered-To");
-    addTo(known.others, header, "From");
-    addTo(known.others, header, "Reply-To");
-    if (from_ == From::messageAndReturned) addReturned(known, reading_.returned().header());
-    return known;
+    addTo(all, header, "To");
+    addTo(all, header, "Delivered-To");
+    if (from_ == From::message) return all;
+    const HeaderFields& returned = reading_.returned().header();
+    addTo(all, returned, "From");
+    addTo(all, returned, "Return-Path");
+    addTo(all, returned, "Sender");
+    return all;
 }
 
-void Bystanders::addReturned(Addresses& known, const HeaderFields& header) {
-    addTo(known.addressees, header, "From");
-    addTo(known.addressees, header, "Return-Path");
-    addTo(known.addressees, header, "Sender");
-    addLinked(known.others, header, "List-Post");
-    addLinked(known.others, header, "List-Unsubscribe");
-    addLinked(known.others, header, "List-Owner");
-    // "Name <list.example.org>" (RFC 2919) is the list's address where '@' stands for the dot
-    // that the address has there.
-    const HeaderField* id = header.find("List-Id");
-    if (!id) return;
-    const std::string value = ascii::lowerCase(id->unfolded());
-    const std::size_t begin = value.rfind('<');
-    const std::size_t end = value.find('>', begin == npos ? 0 : begin);
-    if (begin == npos || end == npos) return;
-    std::string address = value.substr(begin + 1, end - begin - 1);
-    const std::size_t dot = address.find('.');
-    if (dot == npos || contains(address, "@")) return;
-    address[dot] = '@';
-    add(known.others, std::move(address));
+const Bystanders::Addresses& Bystanders::others() const {
+    if (others_) return *others_;
+    Addresses& all = others_.emplace();
+    const HeaderFields& header = reading_.message().header();
+    addTo(all, header, "From");
+    addTo(all, header, "Reply-To");
+    if (from_ == From::message) return all;
+    const HeaderFields& returned = reading_.returned().header();
+    addLinked(all, returned, "List-Post");
+    addLinked(all, returned, "List-Unsubscribe");
+    addLinked(all, returned, "List-Owner");
+    addList(all, returned);
+    return all;
 }
 
 bool Bystanders::isAddressee(std::string_view address) const {
-    return holds(known().addressees, address);
+    return holds(addressees(), address);
 }
 
 bool Bystanders::isOther(std::string_view address) const {
@@ -110,7 +121,7 @@ bool Bystanders::isOther(std::string_view address) const {
     const auto isLocal = [local = localPart(address)](std::string_view known) {
         return ascii::equalsNoCase(local, known);
     };
-    if (std::ranges::any_of(daemons, isLocal) || holds(known().others, address)) return true;
+    if (std::ranges::any_of(daemons, isLocal) || holds(others(), address)) return true;
     if (!std::ranges::any_of(roles, isLocal)) return false;
     const std::string own = ascii::lowerCase(domain(address));
     const std::string sender = ascii::lowerCase(domain(reading_.message().from().address));

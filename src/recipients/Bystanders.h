@@ -11,7 +11,7 @@ class HeaderFields;
 class MessageReading;
 
 /// Addresses that a bounce mentions for other reasons than that they failed. They are read when
-/// the first address is compared with them.
+/// an address is compared with them first.
 class Bystanders {
 public:
     enum class From {
@@ -32,16 +32,14 @@ public:
 
 private:
     /// Each once, in any letter case. There are a few hundred at most.
-    struct Addresses {
-        std::vector<std::string> addressees;
-        std::vector<std::string> others;
-    };
-    const Addresses& known() const;
-    static void addReturned(Addresses& known, const HeaderFields& header);
+    using Addresses = std::vector<std::string>;
+    const Addresses& addressees() const;
+    const Addresses& others() const;
 
     const MessageReading& reading_;
     From from_;
-    mutable std::optional<Addresses> known_;
+    mutable std::optional<Addresses> addressees_;
+    mutable std::optional<Addresses> others_;
 };
 
 }  // namespace bouncecheck

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -13,18 +14,15 @@ namespace {
 /// What may stand around an address that is alone in its line: brackets, quotes, separators and
 /// the marks of a list.
 bool isFrame(std::string_view text) {
-    static constexpr std::string_view frame = " \t<>\"'()[]{}:;,.*-#|+=\\/";
-    while (!text.empty()) {
-        if (ascii::isOneOf(text.front(), frame)) {
-            text.remove_prefix(1);
-            continue;
-        }
+    static constexpr ByteSet frame(" \t<>\"'()[]{}:;,.*-#|+=\\/");
+    for (;;) {
+        text.remove_prefix(lengthOf(frame, text));
+        if (text.empty()) return true;
         const auto mark = std::ranges::find_if(
             wideMarks, [&](std::string_view known) { return text.starts_with(known); });
         if (mark == wideMarks.end()) return false;
         text.remove_prefix(mark->size());
     }
-    return true;
 }
 
 /// `text` without the word that begins a link to an address.

@@ -77,13 +77,7 @@ const PhraseRow* PhraseMatches::firstOf(PhraseKind kind) const noexcept {
     return row < range.end ? &phraseRows(kind)[row - range.first] : nullptr;
 }
 
-bool PhraseMatches::saysExpired() const noexcept {
-    for (std::size_t row = found_.next(0, rows.size()); row < rows.size();
-         row = found_.next(row + 1, rows.size())) {
-        if (rowsOfExpired.has(row)) return true;
-    }
-    return false;
-}
+bool PhraseMatches::saysExpired() const noexcept { return found_.meets(rowsOfExpired); }
 
 TextPart PhraseMatches::placeOf(const PhraseRow& row) const {
     return {findBytesNoCase(plain_, row.phrase), row.phrase.size()};

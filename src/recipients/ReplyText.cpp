@@ -63,10 +63,14 @@ constexpr ByteSet bytesWhere(bool (*holds)(char)) {
 constexpr ByteSet atomBytes = bytesWhere(
     [](char c) { return ascii::isAlnum(c) || ascii::isOneOf(c, "!#$%&'*+-/=?^_`{|}~."); });
 constexpr std::string_view quoteMarks = "<>|*";
-/// What stands in the plain form as it does in the text, unless it begins a word or is part of
-/// an address.
+/// The first bytes of characters that may stand as others in the plain form, and those of them
+/// whose second byte does so.
+constexpr std::string_view changedStarts = "\xC2\xC3\xD0\xE2\xE3";
+constexpr std::string_view pairStarts = "\xC3\xD0";
+/// What stands in the plain form as it does in the text, unless it begins a word, goes on with a
+/// pair, or is part of an address.
 constexpr ByteSet plainBytes =
-    bytesWhere([](char c) { return ascii::isAscii(c) && !ascii::isSpace(c); });
+    bytesWhere([](char c) { return !ascii::isSpace(c) && !ascii::isOneOf(c, changedStarts); });
 /// What does so at the start of a word, too: it begins no code and quotes nothing.
 constexpr ByteSet plainStarts = bytesWhere([](char c) {
     return plainBytes.contains(c) && !ascii::isOneOf(c, "245") && !ascii::isOneOf(c, quoteMarks);
@@ -141,15 +145,15 @@ void walk(std::string_view text, Sink& sink) {
     bool wasBlank = false;
     std::size_t wordEnd = 0;
     for (std::size_t at = 0; at < text.size();) {
-        if ((beginsWord ? plainStarts : plainBytes).contains(text[at])) {
-            const std::size_t end = addresses.atOrAfter(at);
-            if (at < end) {
-                const std::size_t length = plainEnd(text, at, end) - at;
-                if (!sink.take(at, length)) return;
-                at += length;
-                beginsLine = beginsWord = wasBlank = false;
-                continue;
-            }
+        const std::size_t address = addresses.atOrAfter(at);
+        const bool endsPair = at > 0 && ascii::isOneOf(text[at - 1], pairStarts);
+        if (at < address && !endsPair &&
+            (beginsWord ? plainStarts : plainBytes).contains(text[at])) {
+            const std::size_t length = plainEnd(text, at, address) - at;
+            if (!sink.take(at, length)) return;
+            at += length;
+            beginsLine = beginsWord = wasBlank = false;
+            continue;
         }
         if (beginsWord) {
             if (const std::size_t codes = codesLength(text, at, beginsLine); codes != 0) {
@@ -158,7 +162,7 @@ void walk(std::string_view text, Sink& sink) {
                 continue;
             }
         }
-        if (at >= wordEnd) {
+        if (at >= address && at >= wordEnd) {
             const Word word = wordAt(text, at);
             wordEnd = word.end;
             if (word.isAddress) {

@@ -8,13 +8,23 @@
 #include "recipients/AddressForms.h"
 #include "recipients/AddressSpans.h"
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
 
+constexpr ByteSet blanks(" \t");
+constexpr ByteSet wordEnds(" \t(");
+/// What the type in front of a value has not.
+constexpr ByteSet noTypeBytes("@ \t<\"");
+
+bool hasOneOf(const ByteSet& set, std::string_view text) {
+    return lengthBefore(set, text) < text.size();
+}
+
 std::string_view firstWord(std::string_view text) {
-    return text.substr(0, text.find_first_of(" \t("));
+    return text.substr(0, lengthBefore(wordEnds, text));
 }
 
 std::string nameIn(std::string_view value) { return std::string(withoutType(value)); }
@@ -104,21 +114,21 @@ std::string_view withoutType(std::string_view value) {
     const std::size_t end = value.find(';');
     const std::string_view type = ascii::trim(value.substr(0, end));
     // A ';' behind an '@' or a blank belongs to a value without a type.
-    if (end == npos || type.find_first_of("@ \t<\"") != npos) return value;
+    if (end == npos || hasOneOf(noTypeBytes, type)) return value;
     return ascii::trim(value.substr(end + 1));
 }
 
 std::string reportedAddress(std::string_view value) {
     const std::string_view type = ascii::trim(value.substr(0, value.find(';')));
+    const std::string_view encoded = withoutType(value);
     const bool isUtf8 = ascii::equalsNoCase(type, "utf-8");
-    const std::string address =
-        isUtf8 ? decodeUtf8Address(withoutType(value)) : decodeXtext(withoutType(value));
+    const std::string address = isUtf8 ? decodeUtf8Address(encoded) : decodeXtext(encoded);
     std::string_view word = address;
     if (word.ends_with(')')) word = ascii::trimRight(word.substr(0, word.find('(')));
     // Of brackets one is missing at times.
     if (word.starts_with('<')) word = ascii::trimLeft(word.substr(1));
     if (word.ends_with('>')) word = ascii::trimRight(word.substr(0, word.size() - 1));
-    const bool isWord = word.starts_with('"') || word.find_first_of(" \t") == npos;
+    const bool isWord = word.starts_with('"') || !hasOneOf(blanks, word);
     const bool isPipe = word.starts_with('|') || word.starts_with("\"|");
     const std::size_t at = word.rfind('@');
     if (isWord && !isPipe && at != npos && at > 0) return std::string(word);

@@ -94,9 +94,12 @@ bool isUtf8(std::string_view text) noexcept {
     for (;;) {
         text.remove_prefix(asciiPrefix(text));
         if (text.empty()) return true;
-        const Sequence sequence = sequenceAt(text);
-        if (!sequence.wellFormed) return false;
-        text.remove_prefix(sequence.length);
+        // Letters of most scripts stand side by side.
+        do {
+            const Sequence sequence = sequenceAt(text);
+            if (!sequence.wellFormed) return false;
+            text.remove_prefix(sequence.length);
+        } while (!text.empty() && !ascii::isAscii(text.front()));
     }
 }
 

@@ -12,14 +12,18 @@
 namespace bouncecheck {
 namespace {
 
-/// Appends `text` with each quote twice.
-void appendDoubled(std::string& out, std::string_view text) {
-    for (const char c : text) out.append(c == '"' ? 2 : 1, c);
+/// Appends `text` with each `mark` twice.
+void appendDoubled(std::string& out, std::string_view text, char mark) {
+    for (std::size_t end; (end = text.find(mark)) != std::string_view::npos;) {
+        out.append(text, 0, end + 1) += mark;
+        text.remove_prefix(end + 1);
+    }
+    out += text;
 }
 
 void appendCsv(std::string& out, std::string_view text) {
     splitAtControls(
-        text, [&](std::string_view plain) { appendDoubled(out, plain); },
+        text, [&](std::string_view plain) { appendDoubled(out, plain, '"'); },
         [&](std::uint32_t code, std::string_view bytes) {
             const bool isSpace = code == '\t' || code == '\r' || code == '\n';
             out += isSpace ? bytes : replacementCharacter;
@@ -28,10 +32,7 @@ void appendCsv(std::string& out, std::string_view text) {
 
 void appendTsv(std::string& out, std::string_view text) {
     splitAtControls(
-        text,
-        [&](std::string_view plain) {
-            for (const char c : plain) out.append(c == '\\' ? 2 : 1, c);
-        },
+        text, [&](std::string_view plain) { appendDoubled(out, plain, '\\'); },
         [&](std::uint32_t code, std::string_view bytes) {
             switch (code) {
                 case '\t': out += "\\t"; break;
