@@ -1,9 +1,12 @@
 #include "recipients/ReasonFinder.h"
 
+#include <algorithm>
+
 #include "recipients/CodeReasons.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReplyCodes.h"
 #include "recipients/ReplyText.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
