@@ -34,8 +34,10 @@ constexpr auto rows = [] {
 constexpr phrases::Catalog catalog = phrases::CompiledCatalog<rows>::catalog({});
 
 constexpr auto stageRows = [] {
-    std::array<phrases::Row, std::size(senderStages)> all{};
-    for (std::size_t i = 0; i < all.size(); ++i) all[i].text = senderStages[i];
+    std::array<phrases::Row, std::size(senderStages) + std::size(dataStages)> all{};
+    std::size_t count = 0;
+    for (const std::string_view stage : senderStages) all[count++].text = stage;
+    for (const std::string_view stage : dataStages) all[count++].text = stage;
     return all;
 }();
 
@@ -50,12 +52,13 @@ constexpr bool allAreSearchable(std::span<const phrases::Row> all) {
 static_assert(allAreSearchable(rows) && allAreSearchable(stageRows),
               "a phrase is too short for the pass");
 
-constexpr phrases::RowSet rowsOfExpired = [] {
+constexpr phrases::RowSet temporaryRows = [] {
     phrases::RowSet set;
     std::size_t number = 0;
     for (const std::span<const PhraseRow> kind : kinds) {
         for (const PhraseRow& row : kind) {
-            if (row.reason == Reason::expired) set.add(number);
+            const bool isTemporary = row.phrase.find("temporar") != npos;
+            if (isTemporary || row.reason == Reason::expired) set.add(number);
             ++number;
         }
     }
@@ -77,15 +80,17 @@ const PhraseRow* PhraseMatches::firstOf(PhraseKind kind) const noexcept {
     return row < range.end ? &phraseRows(kind)[row - range.first] : nullptr;
 }
 
-bool PhraseMatches::saysExpired() const noexcept { return found_.meets(rowsOfExpired); }
+bool PhraseMatches::saysTemporary() const noexcept { return found_.meets(temporaryRows); }
 
 TextPart PhraseMatches::placeOf(const PhraseRow& row) const {
     return {findBytesNoCase(plain_, row.phrase), row.phrase.size()};
 }
 
-bool isReplyToSender(std::string_view text) {
+Stage stageIn(std::string_view text) {
     const phrases::RowSet found = stageCatalog.find(text, {}, phrases::Engine::pass);
-    return found.next(0, stageRows.size()) < stageRows.size();
+    const std::size_t first = found.next(0, stageRows.size());
+    if (first == stageRows.size()) return Stage::unknown;
+    return first < std::size(senderStages) ? Stage::sender : Stage::data;
 }
 
 }  // namespace bouncecheck

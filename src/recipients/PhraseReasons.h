@@ -30,8 +30,9 @@ public:
 
     /// The first row of a table that stands in the text; null when none does.
     const PhraseRow* firstOf(PhraseKind kind) const noexcept;
-    /// Whether the text says that a system has given up after trying for long.
-    bool saysExpired() const noexcept;
+    /// Whether the text says that a system has given up after trying for long, or that what it
+    /// is about is temporary.
+    bool saysTemporary() const noexcept;
     /// Where a row that stands in the text stands first.
     TextPart placeOf(const PhraseRow& row) const;
 
@@ -40,8 +41,16 @@ private:
     phrases::RowSet found_;
 };
 
-/// Whether the text of a reply, as it stands, says that the reply is about the sender: it came
-/// before any recipient was named.
-bool isReplyToSender(std::string_view text);
+/// When a reply was given, as its text says.
+enum class Stage {
+    unknown,
+    /// Before any recipient was named.
+    sender,
+    /// After the recipients were accepted and the message was sent.
+    data,
+};
+
+/// The stage that the text of a reply, as it stands, names first in the order of their table.
+Stage stageIn(std::string_view text);
 
 }  // namespace bouncecheck

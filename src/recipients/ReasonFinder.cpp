@@ -13,11 +13,6 @@ namespace {
 
 bool isTemporary(std::string_view code) noexcept { return code.starts_with('4'); }
 
-bool isAboutMailbox(Reason reason) noexcept {
-    return reason == Reason::unknownMailbox || reason == Reason::unknownDomain ||
-           reason == Reason::inactiveMailbox;
-}
-
 /// The codes of a reply, of its text where that has some.
 struct Codes {
     ReplyCodes inText;
@@ -96,7 +91,7 @@ public:
         found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
         const std::string_view where =
             found_.inNotice ? paragraphAt(notice, found_.at) : reply.text;
-        if (isAboutMailbox(found_.reason) && isReplyToSender(where)) {
+        if (isAboutMailbox(found_.reason) && stageIn(where) == Stage::sender) {
             found_.reason = Reason::policy;
             found_.isSure = false;
         }
@@ -111,6 +106,7 @@ public:
 private:
     void find(std::string_view notice) {
         const PhraseMatches matches(text_.view());
+        noteDuration(matches);
         const StatusRow* definite = codes_.definite();
         // Why this order: systems give wrong codes more often than wrong words. A definite code
         // says more than words that many kinds of failures have in common ("access denied").
@@ -138,6 +134,11 @@ private:
         found_.reason = Reason::other;
     }
 
+    /// What was tried until the time was up failed for the time being, whatever else is said.
+    void noteDuration(const PhraseMatches& matches) {
+        if (matches.saysTemporary()) found_.isTransient = true;
+    }
+
     bool take(const PhraseMatches& matches, PhraseKind kind, const ReplyText& text, bool inNotice) {
         const PhraseRow* row = matches.firstOf(kind);
         if (!row) return false;
@@ -149,8 +150,6 @@ private:
         found_.length = part.length;
         found_.row = row->phrase;
         found_.isSure = kind != PhraseKind::weak;
-        // What was tried until the time was up failed for the time being, whatever else is said.
-        if (matches.saysExpired()) found_.isTransient = true;
         if (row->lasts) found_.isTransient = false;
         return true;
     }
@@ -159,6 +158,7 @@ private:
         if (notice.empty()) return false;
         const ReplyText text(notice);
         const PhraseMatches matches(text.view());
+        noteDuration(matches);
         noteCodesOf(codesIn(notice));
         return takeExplanation(matches, text) || take(matches, PhraseKind::weak, text, true);
     }
@@ -168,8 +168,10 @@ private:
         const ReplyCodes codes = codesIn(notice);
         if (codes.reply.empty()) return false;
         const ReplyText text(notice);
+        const PhraseMatches matches(text.view());
+        noteDuration(matches);
         noteCodesOf(codes);
-        return takeExplanation(PhraseMatches(text.view()), text);
+        return takeExplanation(matches, text);
     }
 
     bool takeExplanation(const PhraseMatches& matches, const ReplyText& text) {
@@ -214,6 +216,11 @@ private:
 };
 
 }  // namespace
+
+bool isAboutMailbox(Reason reason) noexcept {
+    return reason == Reason::unknownMailbox || reason == Reason::unknownDomain ||
+           reason == Reason::inactiveMailbox;
+}
 
 ReasonFinding reasonOf(const Reply& reply, std::string_view notice) {
     const bool isFailure = reply.outcome == Outcome::failed || reply.outcome == Outcome::delayed ||

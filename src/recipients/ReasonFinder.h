@@ -37,6 +37,9 @@ struct ReasonFinding {
     bool isSure = false;
 };
 
+/// Whether a reason says that there is no mailbox that takes mail.
+bool isAboutMailbox(Reason reason) noexcept;
+
 /// Why the recipient failed. `Reason::none` where the outcome is no failure and no delay, and
 /// `Reason::other` where nothing says why.
 ///

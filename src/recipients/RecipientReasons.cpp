@@ -1,7 +1,11 @@
 #include "recipients/RecipientReasons.h"
 
+#include "recipients/AddressSpans.h"
 #include "recipients/AdviceFor.h"
+#include "recipients/Bystanders.h"
+#include "recipients/PhraseReasons.h"
 #include "recipients/ReplyCodes.h"
+#include "text/Ascii.h"
 
 namespace bouncecheck {
 namespace {
@@ -22,13 +26,21 @@ Reply replyOf(const Recipient& recipient) {
             .text = recipient.diagnostic};
 }
 
+/// Whether it matters when the reply was given. Who was accepted as a recipient is unknown only
+/// to a filter, whatever its words, unless it has a code that says so.
+bool needsStage(const Recipient& recipient, const ReasonFinding& finding) {
+    return finding.isSure && isAboutMailbox(finding.reason) &&
+           finding.basis == ReasonBasis::phrase && codesIn(recipient.diagnostic).status.empty();
+}
+
 }  // namespace
 
 bool RecipientReasons::explainReported() {
     bool areExplained = true;
     for (const Recipient& recipient : list_.all()) {
         const ReasonFinding& finding = findings_.emplace_back(reasonOf(replyOf(recipient)));
-        if (isTrouble(recipient.outcome) && !isExplained(finding)) areExplained = false;
+        const bool isDone = isExplained(finding) && !needsStage(recipient, finding);
+        if (isTrouble(recipient.outcome) && !isDone) areExplained = false;
     }
     return areExplained;
 }
@@ -42,11 +54,26 @@ void RecipientReasons::fill(const Notice* notice) {
     for (std::size_t i = 0; i < list_.all().size(); ++i) fill(i, notice);
 }
 
+/// Whether the reply names the sender of the original mail, and not the recipient.
+bool RecipientReasons::isAboutSender(const Recipient& recipient) const {
+    const Bystanders others(reading_, Bystanders::From::message);
+    bool isAboutSender = false;
+    for (const AddressSpan& span : findAddresses(recipient.diagnostic)) {
+        const std::string_view address = span.in(recipient.diagnostic);
+        if (ascii::equalsNoCase(address, recipient.address) ||
+            ascii::equalsNoCase(address, recipient.finalAddress)) {
+            return false;
+        }
+        isAboutSender = isAboutSender || others.isAddressee(address);
+    }
+    return isAboutSender;
+}
+
 void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     const std::vector<Recipient>& all = list_.all();
     Recipient& recipient = list_.all()[index];
-    // An inner notice has found its own.
-    if (recipient.reason != Reason::none) return;
+    // An inner notice, or a request, has found its own.
+    if (recipient.reason != Reason::none || recipient.advice != Advice::none) return;
     const ReplyCodes codes = codesIn(recipient.diagnostic);
     if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
     if (recipient.status.empty()) recipient.status = codes.status;
@@ -67,6 +94,14 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
         finding.isTransient = finding.isTransient || isTransient;
         // It may be said of another one.
         finding.isSure = finding.isSure && all.size() == 1;
+    }
+    const bool isReplyToData =
+        needsStage(recipient, finding) &&
+        (stageIn(recipient.diagnostic) == Stage::data || stageIn(weaker) == Stage::data);
+    if (isReplyToData) finding.isSure = false;
+    if (isAboutMailbox(finding.reason) && isAboutSender(recipient)) {
+        finding.reason = Reason::policy;
+        finding.isSure = false;
     }
     // People write such words about other things, too.
     finding.isSure = finding.isSure && reading_.isBySystem();

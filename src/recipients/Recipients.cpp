@@ -16,6 +16,7 @@
 #include "recipients/Origin.h"
 #include "recipients/RecipientList.h"
 #include "recipients/RecipientReasons.h"
+#include "recipients/RemovalRequest.h"
 #include "recipients/ReplyCodes.h"
 #include "recipients/ReportSource.h"
 #include "recipients/TextRecipients.h"
@@ -53,6 +54,7 @@ public:
         if (needsText()) readText();
         if (list_.isEmpty()) readSubject();
         if (list_.isEmpty()) readReturned();
+        if (list_.isEmpty()) readRemovalRequest();
         readVerp();
         // What is no complaint has no reason.
         if (!report_.isWithdrawn()) reasons_.fill(isTextRead_ ? &reading_.notice() : nullptr);
@@ -163,6 +165,11 @@ private:
         Recipient* recipient = list_.add(returned.soleRecipient(), RecipientSource::returned);
         if (!recipient) return;
         recipient->outcome = outcomeOfText();
+    }
+
+    void readRemovalRequest() {
+        Recipient* author = list_.add(whoAsksForRemoval(message_), RecipientSource::header);
+        if (author) author->advice = Advice::unsubscribe;
     }
 
     void readVerp() {

@@ -99,6 +99,23 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "a@x.example policy fix"},
         {"not delivered to a@x.example\n\n" + gone + "\n\nThe error came after MAIL FROM once.",
          "a@x.example unknown-mailbox suppress"},
+        // about the sender, whom it names
+        {"<a@x.example>: host said: 550 <me@own.example>: unknown user", "a@x.example policy fix"},
+        {"<a@x.example>: host said: 550 5.1.1 <me@own.example> may not write to <a@x.example>: "
+         "no such user",
+         "a@x.example unknown-mailbox suppress"},
+        {"<a@x.example>: host said: 550 Sender me@own.example does not exist",
+         "a@x.example policy fix"},
+        // by a filter, when the recipient had been accepted
+        {"<a@x.example>: host said: 550 unknown user (in reply to end of DATA command)",
+         "a@x.example unknown-mailbox retry"},
+        {"<a@x.example>: host said: " + gone + " (in reply to end of DATA command)",
+         "a@x.example unknown-mailbox suppress"},
+        // temporary by its words, whatever its code
+        {"<a@x.example>: 550 5.2.1 This account has been temporarily suspended",
+         "a@x.example inactive-mailbox retry"},
+        {"<a@x.example>: 550 5.1.1 account temporarily deactivated",
+         "a@x.example unknown-mailbox retry"},
         // a success
         {"<a@x.example>: delivery via mx.x.example: 250 2.0.0 Ok\n\n<b@x.example>: " + gone,
          "a@x.example  none; b@x.example unknown-mailbox suppress"},
@@ -141,6 +158,23 @@ TEST(Advice, IsNeverToSuppressForTheWordsOfPeople) {
     EXPECT_EQ(advised("From: b@x.example\nSubject: Re: yours\n\nMy mail to a@x.example came back, "
                       "user unknown. Do you have a new address?\n"),
               "");
+}
+
+TEST(Advice, IsToUnsubscribeWhoAsksForIt) {
+    const auto letter = [](const std::string& fields) {
+        return advised("From: Ann <ann@x.example>\n" + fields + "\n\nBye.\n");
+    };
+    for (const char* fields : {"Subject: unsubscribe", "Subject: =?utf-8?q?D=C3=A9sabonnement?=",
+                               "Subject: UNSUBSCRIBE 7f3a", "To: leave-77@own.example",
+                               "To: news-unsubscribe@own.example", "X-Apple-Unsubscribe: true"}) {
+        EXPECT_EQ(letter(fields), "ann@x.example  unsubscribe") << fields;
+    }
+    for (const char* fields :
+         {"Subject: how do I unsubscribe?", "Subject: Re: unsubscribe", "To: leaves@own.example",
+          "To: ann.unsubscriber@own.example", "Subject: unsubscribe\nAuto-Submitted: auto-replied",
+          "To: leave-77@own.example\nReturn-Path: <>"}) {
+        EXPECT_EQ(letter(fields), "") << fields;
+    }
 }
 
 }  // namespace

@@ -29,6 +29,13 @@ inline constexpr std::string_view senderStages[] = {
     "sender address unknown",
 };
 
+/// By these, they say that it came after the message, when the recipients had been accepted.
+inline constexpr std::string_view dataStages[] = {
+    "end of data",
+    "end-of-data",
+    "in reply to data",
+};
+
 /// These say why, whatever the code says.
 inline constexpr PhraseRow clearPhrases[] = {
     // Guesses at several reasons at once
@@ -186,6 +193,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"反垃圾spf", Reason::authentication},
 
     // The sender's address
+    {"sender @", Reason::policy},
     {"sender address has", Reason::policy},
     {"outgoing mail from", Reason::policy},
     {"your account has been", Reason::policy},
@@ -1530,6 +1538,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"用户状态异常", Reason::inactiveMailbox},
 
     // The domain does not exist, or takes no mail
+    {"host does not accept mail", Reason::unknownDomain},
     {"no route found to domain", Reason::unknownDomain},
     {"host found but no data record", Reason::unknownDomain},
     {"could not be found in dns", Reason::unknownDomain},
@@ -2888,6 +2897,7 @@ inline constexpr PhraseRow weakPhrases[] = {
     {"unavailable", Reason::system},
     {"invalid", Reason::unknownMailbox},
     {"unknown", Reason::unknownMailbox},
+    {"temporar", Reason::system},
 };
 
 }  // namespace bouncecheck
