@@ -7,6 +7,7 @@
 #include "mime/EncodedWords.h"
 #include "mime/LineEnds.h"
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
 
@@ -28,14 +29,19 @@ std::size_t fieldLength(std::string_view text) noexcept {
     return length;
 }
 
+/// Those of field names (RFC 5322, section 2.2).
+constexpr ByteSet nameBytes = [] {
+    ByteSet set("");
+    for (char c = '!'; c <= '~'; ++c) {
+        if (c != ':') set.add(c);
+    }
+    return set;
+}();
+
 /// The length of the field name that `line` begins with; 0 when a colon does
 /// not follow it, blanks aside.
 std::size_t nameLength(std::string_view line) noexcept {
-    std::size_t length = 0;
-    while (length < line.size() && line[length] > ' ' && line[length] < '\x7F' &&
-           line[length] != ':') {
-        ++length;
-    }
+    const std::size_t length = lengthOf(nameBytes, line);
     std::size_t colon = length;
     while (colon < line.size() && ascii::isBlank(line[colon])) ++colon;
     return colon < line.size() && line[colon] == ':' ? length : 0;

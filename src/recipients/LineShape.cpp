@@ -155,7 +155,8 @@ bool LineShape::findLabel(std::string_view before) {
         ascii::lowerCase(before.substr(before.size() - std::min(before.size(), longest)));
     const NoticeLabel* best = nullptr;
     for (const NoticeLabel& known : noticeLabels) {
-        if (!label.ends_with(known.label)) continue;
+        const bool mayEnd = !label.empty() && label.back() == known.label.back();
+        if (!mayEnd || !label.ends_with(known.label)) continue;
         const std::size_t begin = label.size() - known.label.size();
         const bool isWord = begin == 0 || ascii::isOneOf(label[begin - 1], " \t([{<,;*->|\"'");
         // A single word ends many labels that are about somebody else.

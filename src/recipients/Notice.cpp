@@ -59,6 +59,8 @@ void append(std::string& text, std::string_view part) {
     if (text.size() >= limits::notice) return;
     const std::size_t room = limits::notice - text.size();
     part = wholeCharacters(part, room);
+    // Of one part there is no second copy.
+    if (text.empty()) text.reserve(part.size() + 2 * crLf.size());
     // Text of an unknown charset may be no UTF-8.
     if (isUtf8(part)) {
         text += part;

@@ -4,7 +4,6 @@
 
 #include "recipients/CodeReasons.h"
 #include "recipients/PhraseReasons.h"
-#include "recipients/ReplyCodes.h"
 #include "recipients/ReplyText.h"
 #include "text/Search.h"
 
@@ -22,7 +21,7 @@ struct Codes {
     const StatusRow* ofField = nullptr;
 
     explicit Codes(const Reply& given)
-        : inText(codesIn(given.text)),
+        : inText(given.codes ? *given.codes : codesIn(given.text)),
           reply(inText.reply.empty() ? given.replyCode : inText.reply),
           field(given.status),
           ofText(statusRowOf(inText.status)),

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 #include <bouncecheck/Outcome.h>
 #include <bouncecheck/Reason.h>
+#include "recipients/ReplyCodes.h"
 
 namespace bouncecheck {
 
@@ -18,6 +20,8 @@ struct Reply {
     /// The diagnostic, the reply or the explanation, in UTF-8; may have several lines, and
     /// their continuation codes.
     std::string_view text{};
+    /// Those of the text, where the caller has looked for them.
+    std::optional<ReplyCodes> codes{};
 };
 
 /// A reason and its evidence.

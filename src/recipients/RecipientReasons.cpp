@@ -4,7 +4,6 @@
 #include "recipients/AdviceFor.h"
 #include "recipients/Bystanders.h"
 #include "recipients/PhraseReasons.h"
-#include "recipients/ReplyCodes.h"
 #include "text/Ascii.h"
 
 namespace bouncecheck {
@@ -19,18 +18,19 @@ bool isExplained(const ReasonFinding& finding) {
     return finding.basis == ReasonBasis::phrase || finding.isSure;
 }
 
-Reply replyOf(const Recipient& recipient) {
+Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
     return {.outcome = recipient.outcome,
             .status = recipient.status,
             .replyCode = recipient.replyCode,
-            .text = recipient.diagnostic};
+            .text = recipient.diagnostic,
+            .codes = codes};
 }
 
 /// Whether it matters when the reply was given. Who was accepted as a recipient is unknown only
 /// to a filter, whatever its words, unless it has a code that says so.
-bool needsStage(const Recipient& recipient, const ReasonFinding& finding) {
+bool needsStage(const ReasonFinding& finding, const ReplyCodes& codes) {
     return finding.isSure && isAboutMailbox(finding.reason) &&
-           finding.basis == ReasonBasis::phrase && codesIn(recipient.diagnostic).status.empty();
+           finding.basis == ReasonBasis::phrase && codes.status.empty();
 }
 
 }  // namespace
@@ -38,8 +38,9 @@ bool needsStage(const Recipient& recipient, const ReasonFinding& finding) {
 bool RecipientReasons::explainReported() {
     bool areExplained = true;
     for (const Recipient& recipient : list_.all()) {
-        const ReasonFinding& finding = findings_.emplace_back(reasonOf(replyOf(recipient)));
-        const bool isDone = isExplained(finding) && !needsStage(recipient, finding);
+        const ReplyCodes codes = codesIn(recipient.diagnostic);
+        const ReasonFinding& finding = findings_.emplace_back(reasonOf(replyOf(recipient, codes)));
+        const bool isDone = isExplained(finding) && !needsStage(finding, codes);
         if (isTrouble(recipient.outcome) && !isDone) areExplained = false;
     }
     return areExplained;
@@ -85,7 +86,8 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
         weaker = notice->text();
     }
     const bool isKnown = index < findings_.size() && isExplained(findings_[index]);
-    ReasonFinding finding = isKnown ? findings_[index] : reasonOf(replyOf(recipient), weaker);
+    ReasonFinding finding =
+        isKnown ? findings_[index] : reasonOf(replyOf(recipient, codes), weaker);
     const bool isSilent = finding.basis == ReasonBasis::none && recipient.diagnostic.empty();
     if (isSilent && notice && isTrouble(recipient.outcome)) {
         weaker = notice->text();
@@ -96,7 +98,7 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
         finding.isSure = finding.isSure && all.size() == 1;
     }
     const bool isReplyToData =
-        needsStage(recipient, finding) &&
+        needsStage(finding, codes) &&
         (stageIn(recipient.diagnostic) == Stage::data || stageIn(weaker) == Stage::data);
     if (isReplyToData) finding.isSure = false;
     if (isAboutMailbox(finding.reason) && isAboutSender(recipient)) {
