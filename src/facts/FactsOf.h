@@ -2,9 +2,9 @@
 
 #include <bouncecheck/Facts.h>
 
-namespace bouncecheck {
+#include "recipients/MessageReading.h"
 
-class MessageReading;
+namespace bouncecheck {
 
 /// The facts of the message that is read; see <bouncecheck/Facts.h>.
 Facts factsOf(const MessageReading& reading);

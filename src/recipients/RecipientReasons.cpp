@@ -18,6 +18,7 @@ bool isExplained(const ReasonFinding& finding) {
     return finding.basis == ReasonBasis::phrase || finding.isSure;
 }
 
+/// `codes` are those of the diagnostic.
 Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
     return {.outcome = recipient.outcome,
             .status = recipient.status,

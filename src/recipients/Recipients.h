@@ -5,9 +5,9 @@
 #include <span>
 #include <vector>
 
-namespace bouncecheck {
+#include "recipients/MessageReading.h"
 
-class MessageReading;
+namespace bouncecheck {
 
 /// The recipients of the message that is read; see <bouncecheck/Recipient.h>.
 std::vector<Recipient> recipientsOf(const MessageReading& reading,
