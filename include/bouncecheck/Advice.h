@@ -4,6 +4,8 @@
 #include <span>
 #include <string_view>
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 /// What a sender should do about a recipient.
@@ -29,9 +31,9 @@ struct AdviceMeaning {
 };
 
 /// All advices, in the order of the enumeration. Static storage, as are all texts here.
-std::span<const AdviceMeaning> allAdvices() noexcept;
-std::string_view nameOf(Advice advice) noexcept;
+BOUNCECHECK_EXPORT std::span<const AdviceMeaning> allAdvices() noexcept;
+BOUNCECHECK_EXPORT std::string_view nameOf(Advice advice) noexcept;
 /// The advice of that name, letter case ignored; nothing for any other text.
-std::optional<Advice> adviceNamed(std::string_view name) noexcept;
+BOUNCECHECK_EXPORT std::optional<Advice> adviceNamed(std::string_view name) noexcept;
 
 }  // namespace bouncecheck

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <span>
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 /// One rule: a phrase looked for in one text of the message, and what it means.
@@ -34,6 +36,6 @@ enum RuleMode : std::int32_t {
 
 /// The table of last resort: subjects and senders that bounces share with other mail, in
 /// the order of their search.
-std::span<const BounceRule> lastResortRules() noexcept;
+BOUNCECHECK_EXPORT std::span<const BounceRule> lastResortRules() noexcept;
 
 }  // namespace bouncecheck

@@ -3,6 +3,8 @@
 #include <span>
 #include <string_view>
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 /// What a message means. The values are those that `checkEmail` returns; 4, 8
@@ -47,12 +49,12 @@ struct VerdictType {
 };
 
 /// All types, by number.
-std::span<const VerdictType> allVerdictTypes() noexcept;
+BOUNCECHECK_EXPORT std::span<const VerdictType> allVerdictTypes() noexcept;
 /// The row of a type; null for a number that is no bounce type.
-const VerdictType* verdictTypeOf(int type) noexcept;
+BOUNCECHECK_EXPORT const VerdictType* verdictTypeOf(int type) noexcept;
 
 /// A short name for people and programs ("hard", "auto-reply"); "" for a number
 /// that is no bounce type. The text is static.
-const char* bounceTypeName(int type) noexcept;
+BOUNCECHECK_EXPORT const char* bounceTypeName(int type) noexcept;
 
 }  // namespace bouncecheck

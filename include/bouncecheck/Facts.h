@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 class Message;
@@ -45,6 +47,6 @@ struct Facts {
 /// and of the header of the message that came back, attached or in the text. Linear in the size
 /// of the message. See Limits.h for how many fields are stored, and how many bytes in all: what is
 /// beyond reads as absent, never as part of a value.
-Facts factsOf(const Message& message);
+BOUNCECHECK_EXPORT Facts factsOf(const Message& message);
 
 }  // namespace bouncecheck

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 class StringBuffer;
@@ -10,7 +12,7 @@ class StringBuffer;
 /// Texts are NUL-terminated UTF-8 that belong to the caller; a log copies what
 /// it keeps. A log serves one thread at a time. It is a side channel only:
 /// nothing that it does, throwing included, changes a verdict.
-class LogBase {
+class BOUNCECHECK_EXPORT LogBase {
 public:
     LogBase() = default;
     LogBase(const LogBase&) = delete;

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <bouncecheck/Export.h>
 #include <bouncecheck/LogBase.h>
 
 namespace bouncecheck {
 
 /// A log that keeps nothing.
-class LogNull final : public LogBase {
+class BOUNCECHECK_EXPORT LogNull final : public LogBase {
 public:
     LogNull() noexcept : LogBase(false) {}
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <bouncecheck/ByteStore.h>
+#include <bouncecheck/Export.h>
 #include <bouncecheck/LogBase.h>
 
 namespace bouncecheck {
@@ -14,7 +15,7 @@ namespace bouncecheck {
 ///
 /// Warnings and errors are kept as information lines. The texts are copies; a
 /// null text reads as "".
-class LogTrace final : public LogBase {
+class BOUNCECHECK_EXPORT LogTrace final : public LogBase {
 public:
     enum class Kind { enter, leave, info, data };
 
@@ -43,7 +44,7 @@ public:
     std::size_t depth() const noexcept { return open_.size(); }
 
 private:
-    ByteStore valueOf(const char* value);
+    BOUNCECHECK_HIDDEN ByteStore valueOf(const char* value);
 
     std::vector<Event> events_;
     /// The last value that was long.

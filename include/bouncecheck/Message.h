@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 class Entity;
@@ -16,7 +18,7 @@ struct MessageContent;
 /// header are skipped. No bytes are refused: a text that is no message has no fields. One
 /// thread at a time; distinct messages are independent. A message that was moved from can
 /// only be destroyed or assigned to.
-class Message {
+class BOUNCECHECK_EXPORT Message {
 public:
     /// Copies the bytes.
     explicit Message(std::string_view bytes);

@@ -4,6 +4,7 @@
 #include <span>
 #include <string_view>
 
+#include <bouncecheck/Export.h>
 #include <bouncecheck/LetterCase.h>
 
 namespace bouncecheck {
@@ -29,6 +30,6 @@ struct PhraseList {
 };
 
 /// All lists, for programs that show what is known.
-std::span<const PhraseList> allPhraseLists() noexcept;
+BOUNCECHECK_EXPORT std::span<const PhraseList> allPhraseLists() noexcept;
 
 }  // namespace bouncecheck

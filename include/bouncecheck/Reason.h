@@ -4,6 +4,8 @@
 #include <span>
 #include <string_view>
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 /// Why a recipient did not get the mail.
@@ -38,11 +40,11 @@ struct ReasonMeaning {
 };
 
 /// All reasons, in the order of the enumeration. Static storage, as are all texts here.
-std::span<const ReasonMeaning> allReasons() noexcept;
-std::string_view nameOf(Reason reason) noexcept;
+BOUNCECHECK_EXPORT std::span<const ReasonMeaning> allReasons() noexcept;
+BOUNCECHECK_EXPORT std::string_view nameOf(Reason reason) noexcept;
 /// The reason of that name, letter case ignored; nothing for any other text, the empty one
 /// included.
-std::optional<Reason> reasonNamed(std::string_view name) noexcept;
+BOUNCECHECK_EXPORT std::optional<Reason> reasonNamed(std::string_view name) noexcept;
 
 /// What gave a reason.
 enum class ReasonBasis {

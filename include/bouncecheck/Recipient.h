@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bouncecheck/Advice.h>
+#include <bouncecheck/Export.h>
 #include <bouncecheck/Outcome.h>
 #include <bouncecheck/Reason.h>
 #include <bouncecheck/VerpPattern.h>
@@ -87,6 +88,7 @@ struct Recipient {
 ///
 /// Any bytes do. Linear in the size of the message; `limits::recipients` at most, of
 /// `limits::facts` bytes in all: what is beyond reads as absent, never as part of a value.
-std::vector<Recipient> recipientsOf(const Message& message, std::span<const VerpPattern> verp = {});
+BOUNCECHECK_EXPORT std::vector<Recipient> recipientsOf(const Message& message,
+                                                       std::span<const VerpPattern> verp = {});
 
 }  // namespace bouncecheck

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include <bouncecheck/BounceType.h>
+#include <bouncecheck/Export.h>
 
 namespace bouncecheck {
 
@@ -30,12 +31,12 @@ struct Rule {
 };
 
 /// All rules, in the order in which docs/verdicts.md explains them.
-std::span<const Rule> allRules() noexcept;
+BOUNCECHECK_EXPORT std::span<const Rule> allRules() noexcept;
 /// The rule of a label; null when there is none.
-const Rule* ruleOf(std::string_view label) noexcept;
+BOUNCECHECK_EXPORT const Rule* ruleOf(std::string_view label) noexcept;
 
 /// What to do about a verdict of a type, by a rule or by none; "" for a number that is no
 /// bounce type.
-std::string_view adviceFor(int type, const Rule* rule) noexcept;
+BOUNCECHECK_EXPORT std::string_view adviceFor(int type, const Rule* rule) noexcept;
 
 }  // namespace bouncecheck

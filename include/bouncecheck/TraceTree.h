@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include <bouncecheck/Export.h>
 #include <bouncecheck/LogTrace.h>
 
 namespace bouncecheck {
@@ -22,6 +23,7 @@ struct TreeStyle {
 /// The events as a tree: one line each, two blanks a level, contexts by their
 /// name and a colon, tagged values as `tag: "value"`. Control characters are
 /// written as escapes, so that no value breaks a line or steers a terminal.
-std::string traceTree(std::span<const LogTrace::Event> events, const TreeStyle& style = {});
+BOUNCECHECK_EXPORT std::string traceTree(std::span<const LogTrace::Event> events,
+                                         const TreeStyle& style = {});
 
 }  // namespace bouncecheck

@@ -2,6 +2,7 @@
 
 #include <bouncecheck/BounceType.h>
 #include <bouncecheck/ByteStore.h>
+#include <bouncecheck/Export.h>
 #include <bouncecheck/Match.h>
 #include <bouncecheck/Rule.h>
 
@@ -53,10 +54,10 @@ struct Verdict {
 
     /// Where in `text` the phrase that decided stands first, in bytes; npos when it stands in
     /// another text of the message, such as the subject.
-    std::size_t phrasePlace() const;
+    BOUNCECHECK_EXPORT std::size_t phrasePlace() const;
     /// Where in `text` the address stands, in any letter case, behind its marker if it has
     /// one; npos when it does not.
-    std::size_t addressPlace() const;
+    BOUNCECHECK_EXPORT std::size_t addressPlace() const;
 
     /// The label of the rule, such as "1.10"; "" when there is no rule.
     std::string_view label() const noexcept { return rule ? rule->label() : std::string_view(); }

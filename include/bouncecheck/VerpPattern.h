@@ -5,12 +5,14 @@
 #include <string_view>
 #include <vector>
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 /// The form of the addresses that a sender's mail comes back to, one for each recipient
 /// (variable envelope return paths): "bounces+{local}={domain}@lists.example.org" or
 /// "bounces-{tag}@example.org".
-class VerpPattern {
+class BOUNCECHECK_EXPORT VerpPattern {
 public:
     /// What an address of the form carries.
     struct Match {

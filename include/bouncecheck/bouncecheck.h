@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bouncecheck/BounceType.h>
+#include <bouncecheck/Export.h>
 #include <bouncecheck/Facts.h>
 #include <bouncecheck/Limits.h>
 #include <bouncecheck/LogBase.h>
@@ -67,7 +68,7 @@ class MessageClassifier;
 
 /// Classifies messages, one at a time, and keeps the memory of one for the next. A classifier
 /// that was moved from can only be destroyed or assigned to.
-class Classifier {
+class BOUNCECHECK_EXPORT Classifier {
 public:
     Classifier();
     Classifier(Classifier&& other) noexcept;
@@ -85,6 +86,6 @@ private:
 };
 
 /// The verdict on one message.
-Verdict classify(std::string_view bytes);
+BOUNCECHECK_EXPORT Verdict classify(std::string_view bytes);
 
 }  // namespace bouncecheck

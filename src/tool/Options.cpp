@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include <bouncecheck/Version.h>
 #include "text/Ascii.h"
 #include "tool/ExitStatus.h"
 #include "tool/Help.h"

@@ -2,6 +2,7 @@
 
 #include <bouncecheck/BounceRule.h>
 #include <bouncecheck/BounceType.h>
+#include <bouncecheck/Export.h>
 #include <bouncecheck/classes/StringBuffer.h>
 #include <bouncecheck/classes/XString.h>
 
@@ -32,7 +33,7 @@ struct Finding;
 ///
 /// The class is a shell: its members are the texts of one message, and each operation
 /// hands them to a check of the classifier.
-class BounceCheck {
+class BOUNCECHECK_EXPORT BounceCheck {
 public:
     BounceCheck() = default;
     virtual ~BounceCheck() = default;
@@ -108,7 +109,7 @@ protected:
 
 private:
     using Check = int(const Evidence& evidence, Finding& finding, LogBase& log);
-    int run(Email2& email, LogBase& log, Check& check);
+    BOUNCECHECK_HIDDEN int run(Email2& email, LogBase& log, Check& check);
     template <class Work>
     int withEvidence(Email2& email, Work work);
 };

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 /// The base of objects that the library creates and hands to a caller, who
 /// then owns them and releases them with `deleteObject`.
-class BrixelObject {
+class BOUNCECHECK_EXPORT BrixelObject {
 public:
     BrixelObject() = default;
     BrixelObject(const BrixelObject&) = delete;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include <bouncecheck/Export.h>
 #include <bouncecheck/classes/BrixelObject.h>
 #include <bouncecheck/classes/DataBuffer.h>
 
@@ -27,7 +28,7 @@ class XString;
 ///
 /// Messages inside (`message/rfc822` and its kin, `text/rfc822-headers`,
 /// `message/delivery-status`) are leaves whose body is the enclosed text.
-class Email2 final : public BrixelObject {
+class BOUNCECHECK_EXPORT Email2 final : public BrixelObject {
 public:
     /// An entity without header and body.
     Email2();
@@ -105,8 +106,8 @@ private:
     friend const Entity& entityOf(const Email2& email) noexcept;
 
     /// A part of a message, which outlives it.
-    explicit Email2(const Entity& part) noexcept;
-    explicit Email2(std::unique_ptr<const Entity> message) noexcept;
+    BOUNCECHECK_HIDDEN explicit Email2(const Entity& part) noexcept;
+    BOUNCECHECK_HIDDEN explicit Email2(std::unique_ptr<const Entity> message) noexcept;
 
     /// Null for a part.
     std::unique_ptr<const Entity> own_;

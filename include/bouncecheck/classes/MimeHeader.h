@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 class HeaderBlock;
@@ -9,7 +11,7 @@ class LogBase;
 class StringBuffer;
 
 /// A block of header lines on its own, such as a returned header.
-class MimeHeader {
+class BOUNCECHECK_EXPORT MimeHeader {
 public:
     MimeHeader();
     ~MimeHeader();

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include <bouncecheck/Export.h>
 #include <bouncecheck/classes/StringBuffer.h>
 
 namespace bouncecheck {
@@ -13,7 +14,7 @@ namespace bouncecheck {
 /// move it on; a position past the end acts as the end. Every operation starts
 /// at the position and leaves it where it stopped, inside the text or at its
 /// end.
-class ParseEngine {
+class BOUNCECHECK_EXPORT ParseEngine {
 public:
     StringBuffer m_sbText;
     /// A byte index into `m_sbText`.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <bouncecheck/ByteStore.h>
+#include <bouncecheck/Export.h>
 
 namespace bouncecheck {
 
@@ -20,7 +21,7 @@ class ExtPtrArraySb;
 /// Nothing here fails: what is not found leaves the text as it was, what lies
 /// outside reads as 0. Letter case is that of ASCII; white space is blank, tab,
 /// CR, LF, VT and FF.
-class StringBuffer {
+class BOUNCECHECK_EXPORT StringBuffer {
 public:
     StringBuffer() = default;
     StringBuffer(const StringBuffer&) = delete;
@@ -113,8 +114,8 @@ public:
 
 private:
     std::string& changing() { return text_.changing(); }
-    void append(const ByteStore& bytes);
-    void hold(const ByteStore& bytes);
+    BOUNCECHECK_HIDDEN void append(const ByteStore& bytes);
+    BOUNCECHECK_HIDDEN void hold(const ByteStore& bytes);
 
     ByteStore text_;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <bouncecheck/Export.h>
+
 namespace bouncecheck {
 
 /// The certificate store of the system. Reading an attached message asks for
@@ -7,14 +9,14 @@ namespace bouncecheck {
 class SystemCerts {};
 
 /// Gives access to the one store of the process.
-class SystemCertsHolder {
+class BOUNCECHECK_EXPORT SystemCertsHolder {
 public:
     /// The store, which belongs to the process; null where there is none.
     SystemCerts* getSystemCertsPtr() noexcept;
 
     /// While one lives, the thread that made it finds no store: what a system
     /// without certificates looks like, for tests.
-    class Absence {
+    class BOUNCECHECK_EXPORT Absence {
     public:
         Absence() noexcept;
         Absence(const Absence&) = delete;

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include <bouncecheck/Export.h>
 #include <bouncecheck/classes/StringBuffer.h>
 
 namespace bouncecheck {
@@ -10,7 +11,7 @@ namespace bouncecheck {
 ///
 /// The code page is UTF-8, so both views are the same bytes and phrases with
 /// accented letters match either. Null arguments read as "".
-class XString {
+class BOUNCECHECK_EXPORT XString {
 public:
     void appendUtf8(const char* s) { utf8_.append(s); }
     void appendUtf8(std::string_view s) { utf8_.append(s); }
