@@ -61,7 +61,7 @@
 /// a time; distinct objects, and the functions, may be used on any number of threads.
 ///
 /// The classes in <bouncecheck/classes/> are another way to the same verdicts, by
-/// operations that fill buffers.
+/// operations that fill buffers. Programs in C have <bouncecheck/bouncecheck_c.h>.
 namespace bouncecheck {
 
 class MessageClassifier;
