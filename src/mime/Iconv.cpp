@@ -1,5 +1,7 @@
 #include "mime/Iconv.h"
 
+#include <iconv.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -9,6 +11,8 @@
 #include "text/Utf8.h"
 
 namespace bouncecheck {
+
+void Iconv::Close::operator()(void* handle) const noexcept { iconv_close(handle); }
 
 void Iconv::open() {
     handle_.reset();

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <iconv.h>
-
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,7 +9,8 @@
 
 namespace bouncecheck {
 
-/// A conversion of the C library, from one charset to UTF-8.
+/// A conversion of the C library, from one charset to UTF-8. The header names nothing of that
+/// library, so that a build without iconv can define the members itself.
 class Iconv {
 public:
     /// `charset`: a name as the library knows it, which outlives this.
@@ -30,7 +29,7 @@ public:
 
 private:
     struct Close {
-        void operator()(void* handle) const noexcept { iconv_close(handle); }
+        void operator()(void* handle) const noexcept;
     };
 
     void open();
