@@ -14,8 +14,10 @@ help_if_asked() {
     done
 }
 
-# What the builds of the tool and of the benchmarks need.
+# What the builds of the tool, of the npm package and of the benchmarks need.
 tool_packages=(g++ cmake ninja-build libcli11-dev libarchive-dev zlib1g-dev)
+wasm_packages=(cmake ninja-build clang-19 lld-19 llvm-19 libc++-19-dev-wasm32
+    libc++abi-19-dev-wasm32 libclang-rt-19-dev-wasm32 wasi-libc nodejs npm)
 bench_packages=(g++ cmake ninja-build pkg-config libbenchmark-dev libarchive-dev zlib1g-dev)
 
 # Installs the Debian packages that are missing.
@@ -64,6 +66,11 @@ is_installed() {
         libgtest-dev) header gtest/gtest.h ;;
         libbenchmark-dev) header benchmark/benchmark.h ;;
         python3-jsonschema) python3 -c 'import jsonschema' 2>/dev/null ;;
+        nodejs) command -v node >/dev/null ;;
+        llvm-19) command -v llvm-ar-19 >/dev/null ;;
+        wasi-libc) header wasm32-wasi/stdio.h ;;
+        libc++*-19-dev-wasm32) [ -e "/usr/lib/llvm-19/lib/wasm32-wasi/${1%-19-dev-wasm32}.a" ] ;;
+        libclang-rt-19-dev-wasm32) [ -e /usr/lib/llvm-19/lib/clang/19/lib/wasi ] ;;
         libclang-rt-*) compgen -G "$(clang -print-resource-dir)/lib/*/libclang_rt.fuzzer*" >/dev/null ;;
         *) command -v "$1" >/dev/null ;;
     esac

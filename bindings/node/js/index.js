@@ -1,0 +1,3 @@
+import bouncecheck from './index.cjs';
+
+export const { classify, init } = bouncecheck;
