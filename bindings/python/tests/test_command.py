@@ -1,0 +1,65 @@
+from __future__ import annotations
+
+import json
+import os
+import subprocess
+import sys
+from pathlib import Path
+
+import pytest
+
+from bouncecheck import classify, mailbox
+from bouncecheck.__main__ import main
+
+FAILED = "samples/several-recipients-first-failed.eml"
+
+
+def test_a_line_for_each_recipient(tmp_path: Path, capsys: pytest.CaptureFixture[str]) -> None:
+    hostile = tmp_path / "a\tb.eml"
+    hostile.write_bytes(b"X-Failed-Recipients: \x1b[2J\xe2\x80\xae@x.example\n\n")
+    assert main([FAILED, "no/such/file", str(hostile)]) == 1
+    printed = capsys.readouterr()
+    lines = [line.split("\t") for line in printed.out.splitlines()]
+    assert lines[:2] == [
+        ["anna@example.org", "failed", "unknown-mailbox", "suppress", "hard", FAILED],
+        ["bert@example.org", "delayed", "policy", "fix", "hard", FAILED],
+    ]
+    assert all(len(line) == 6 for line in lines) and "\x1b" not in printed.out
+    assert lines[-1][-1].endswith(r"a\tb.eml")
+    assert "no/such/file" in printed.err
+
+
+def test_json(capsys: pytest.CaptureFixture[str]) -> None:
+    assert main(["--json", "--verp", "b-{tag}@x.example", FAILED]) == 0
+    assert json.loads(capsys.readouterr().out) == classify(FAILED).asdict()
+
+
+def test_wrong_usage(capsys: pytest.CaptureFixture[str]) -> None:
+    for arguments in [[], ["--verp", "x", FAILED]]:
+        with pytest.raises(SystemExit, match="2"):
+            main(arguments)
+
+
+def test_as_a_program() -> None:
+    command = [sys.executable, "-m", "bouncecheck"]
+    mail = Path(FAILED).read_bytes()
+    run = subprocess.run([*command, "-"], input=mail, stdout=subprocess.PIPE, check=True)
+    assert run.stdout.splitlines()[0].endswith(b"\thard\t-")
+    # A reader that goes away is no traceback.
+    reader, writer = os.pipe()
+    os.close(reader)
+    broken = subprocess.run([*command, FAILED], stdout=writer, stderr=subprocess.PIPE)
+    os.close(writer)
+    assert (broken.returncode, broken.stderr) == (1, b"")
+
+
+def test_problems_of_mailboxes(tmp_path: Path) -> None:
+    with pytest.raises(FileNotFoundError):
+        mailbox(tmp_path / "absent")
+    (tmp_path / "1").symlink_to("absent")
+    (tmp_path / "2").write_bytes(b"Subject: x\n\n")
+    problems: list[OSError] = []
+    assert [m.source for m in mailbox(tmp_path, onerror=problems.append)] == [str(tmp_path / "2")]
+    assert [str(problem.filename) for problem in problems] == [str(tmp_path / "1")]
+    with pytest.raises(FileNotFoundError):
+        list(mailbox(tmp_path))
