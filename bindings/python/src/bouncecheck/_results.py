@@ -174,6 +174,9 @@ Row = Tuple[
     Optional[List[StepRow]],
 ]
 
+# Most messages have neither.
+_NO_REPORT = Report()
+_NOTHING_RETURNED = Returned()
 # Faster than a call of the enumeration.
 _OUTCOMES = {member.value: member for member in Outcome}
 _REASONS = {member.value: member for member in Reason}
@@ -199,6 +202,12 @@ def _recipient_of(row: RecipientRow) -> Recipient:
     )
 
 
+def _report_of(reporting_mta: str, fields: List[Tuple[str, str]]) -> Report:
+    if not reporting_mta and not fields:
+        return _NO_REPORT
+    return Report(reporting_mta, tuple(ReportField(*field) for field in fields))
+
+
 def result_of(row: Row, source: str, index: int) -> Result:
     """The result that `_native` gave as a row."""
     number, name, label, address, recipients, reporting_mta, report, returned, trace = row
@@ -210,7 +219,7 @@ def result_of(row: Row, source: str, index: int) -> Result:
         label or None,
         address,
         tuple(map(_recipient_of, recipients)),
-        Report(reporting_mta, tuple(ReportField(*field) for field in report)),
-        Returned(*returned),
+        _report_of(reporting_mta, report),
+        Returned(*returned) if any(returned) else _NOTHING_RETURNED,
         None if trace is None else tuple(Step(_KINDS[kind], *rest) for kind, *rest in trace),
     )
