@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "text/Ascii.h"
+#include "text/Controls.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
 
@@ -120,6 +121,19 @@ std::size_t skipPunctuation(std::string_view line, std::size_t begin, std::size_
     return begin;
 }
 
+/// Whether a control character but a tab stands in what lies between, or beside it: then it is
+/// part of something else, however it looks.
+bool touchesControl(std::string_view line, std::size_t begin, std::size_t end) {
+    if (begin > 0) --begin;
+    while (begin > 0 && continuesCharacter(line[begin])) --begin;
+    if (end < line.size()) ++end;
+    while (end < line.size() && continuesCharacter(line[end])) ++end;
+    std::string_view part = line.substr(begin, end - begin);
+    if (part.starts_with('\t')) part.remove_prefix(1);
+    if (part.ends_with('\t')) part.remove_suffix(1);
+    return findControl(part).at != npos;
+}
+
 }  // namespace
 
 std::vector<AddressSpan> findAddresses(std::string_view line) {
@@ -142,6 +156,7 @@ std::vector<AddressSpan> findAddresses(std::string_view line) {
         // Of "a@b@c" no part is an address.
         const bool followsAt = begin > 0 && line[begin - 1] == '@';
         if (followsAt || (end < line.size() && line[end] == '@')) continue;
+        if (touchesControl(line, begin, end)) continue;
         // What seemed to be one within a quoted local part.
         while (!spans.empty() && spans.back().end > begin) spans.pop_back();
         spans.push_back({begin, end, isBracketed});

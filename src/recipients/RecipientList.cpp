@@ -1,14 +1,16 @@
 #include "recipients/RecipientList.h"
 
-#include <algorithm>
+#include <utility>
 
 #include <bouncecheck/Limits.h>
 #include "text/Ascii.h"
+#include "text/Controls.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 
 Recipient* RecipientList::add(std::string_view address, RecipientSource source) {
-    if (address.empty() || std::ranges::any_of(address, ascii::isControl)) return nullptr;
+    if (address.empty() || findControl(address).at != npos) return nullptr;
     const auto [place, isNew] = places_.try_emplace(ascii::lowerCase(address), all_.size());
     if (!isNew) return &all_[place->second];
     if (all_.size() >= limits::recipients || !budget_.spend(address.size())) {

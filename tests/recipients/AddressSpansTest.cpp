@@ -31,6 +31,11 @@ TEST(AddressSpans, AreWhereAddressesStand) {
         {"a.@x.example .b@x.example c@x.example-", "a.@x.example|b@x.example|c@x.example"},
         {"a@[192.0.2.1] b@[IPv6:2001:db8::1] c@[] d@[1", "a@[192.0.2.1]|b@[IPv6:2001:db8::1]"},
         {"a@192.0.2.1 b@x..example c@.example d@x.e e@ @x.example", ""},
+        // a control character stands where something else goes on
+        {"<y\xC2\x9C"
+         "ann@x.example> <\xE2\x80\xAE"
+         "b@x.example> c@x.example\x1B[0m\td@x.example",
+         "d@x.example"},
         // quotes
         {"\"q r\"@x.example \"q\\\"r\"@x.example", "\"q r\"@x.example|\"q\\\"r\"@x.example"},
         {"\"Joe <a@b.example>\"@x.example", "\"Joe <a@b.example>\"@x.example"},

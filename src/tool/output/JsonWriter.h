@@ -11,7 +11,7 @@ namespace bouncecheck {
 void appendJsonString(std::string& json, std::string_view text);
 
 /// Writes JSON (RFC 8259) value by value to a stream, without whitespace and with a few
-/// KB in memory. Bytes that are not UTF-8 become U+FFFD; control characters are escapes,
+/// KB in memory. Bytes that are not UTF-8 become U+FFFD; control characters are escapes.
 class JsonWriter {
 public:
     /// `out` must outlive it.
