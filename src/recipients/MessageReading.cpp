@@ -1,7 +1,10 @@
 #include "recipients/MessageReading.h"
 
+#include <bouncecheck/Limits.h>
+#include "mime/Entity.h"
 #include "mime/ReportBodies.h"
 #include "recipients/Origin.h"
+#include "recipients/PhraseReasons.h"
 
 namespace bouncecheck {
 
@@ -12,6 +15,15 @@ bool MessageReading::isBySystem() const {
 
 const Notice& MessageReading::notice() const {
     return notice_ ? *notice_ : notice_.emplace(message_);
+}
+
+bool MessageReading::saysReplyToData() const {
+    if (!saysReplyToData_) {
+        const Entity* text = message_.findType("text/plain");
+        saysReplyToData_ =
+            text && stageIn(text->body().view().substr(0, limits::notice)) == Stage::data;
+    }
+    return *saysReplyToData_;
 }
 
 const ReturnedMail& MessageReading::attached() const {

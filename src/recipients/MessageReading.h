@@ -24,6 +24,9 @@ public:
     bool isBySystem() const;
     /// What the message says to people.
     const Notice& notice() const;
+    /// Whether its first text says that a reply came after the message was sent. That is read
+    /// without the rest of what a notice says.
+    bool saysReplyToData() const;
     /// The first message or header attached.
     const ReturnedMail& attached() const;
     /// The same, or else the one that stands in the text of the notice.
@@ -33,6 +36,7 @@ private:
     const Entity& message_;
     mutable std::optional<bool> isBySystem_;
     mutable std::optional<Notice> notice_;
+    mutable std::optional<bool> saysReplyToData_;
     mutable std::optional<ReturnedMail> attached_;
     mutable std::optional<ReturnedMail> inNotice_;
 };

@@ -41,8 +41,7 @@ bool RecipientReasons::explainReported() {
     for (const Recipient& recipient : list_.all()) {
         const ReplyCodes codes = codesIn(recipient.diagnostic);
         const ReasonFinding& finding = findings_.emplace_back(reasonOf(replyOf(recipient, codes)));
-        const bool isDone = isExplained(finding) && !needsStage(finding, codes);
-        if (isTrouble(recipient.outcome) && !isDone) areExplained = false;
+        if (isTrouble(recipient.outcome) && !isExplained(finding)) areExplained = false;
     }
     return areExplained;
 }
@@ -54,6 +53,14 @@ const ReasonFinding& RecipientReasons::ofNotice() {
 
 void RecipientReasons::fill(const Notice* notice) {
     for (std::size_t i = 0; i < list_.all().size(); ++i) fill(i, notice);
+}
+
+/// Whether the reply came after the message was sent; of a report, its text may say so.
+bool RecipientReasons::isReplyToData(const Recipient& recipient) const {
+    const Stage stage = stageIn(recipient.diagnostic);
+    const bool isReported = recipient.source == RecipientSource::report;
+    return stage == Stage::data ||
+           (stage == Stage::unknown && isReported && reading_.saysReplyToData());
 }
 
 /// Whether the reply names the sender of the original mail, and not the recipient.
@@ -98,10 +105,7 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
         // It may be said of another one.
         finding.isSure = finding.isSure && all.size() == 1;
     }
-    const bool isReplyToData =
-        needsStage(finding, codes) &&
-        (stageIn(recipient.diagnostic) == Stage::data || stageIn(weaker) == Stage::data);
-    if (isReplyToData) finding.isSure = false;
+    if (needsStage(finding, codes) && isReplyToData(recipient)) finding.isSure = false;
     if (isAboutMailbox(finding.reason) && isAboutSender(recipient)) {
         finding.reason = Reason::policy;
         finding.isSure = false;

@@ -37,6 +37,7 @@ public:
 
 private:
     void fill(std::size_t index, const Notice* notice);
+    bool isReplyToData(const Recipient& recipient) const;
     bool isAboutSender(const Recipient& recipient) const;
 
     const MessageReading& reading_;
