@@ -28,9 +28,10 @@ void add(std::vector<std::string>& set, std::string address) {
 }
 
 void addTo(std::vector<std::string>& set, const HeaderFields& header, std::string_view name) {
+    std::size_t fields = 0;
     for (const HeaderField& field : header.all()) {
-        if (set.size() >= mostAddresses) return;
         if (!ascii::equalsNoCase(field.name, name)) continue;
+        if (set.size() >= mostAddresses || ++fields > mostAddresses) return;
         for (Mailbox& mailbox : parseMailboxes(field.unfolded(), mostAddresses)) {
             if (!mailbox.address.empty()) add(set, std::move(mailbox.address));
         }

@@ -25,6 +25,17 @@ bool isFrame(std::string_view text) {
     }
 }
 
+/// Whether `text`, between two addresses, joins them to a list.
+bool isJoint(std::string_view text) {
+    static constexpr auto words = std::to_array<std::string_view>(
+        {"and", "und", "et", "y", "e", "en", "och", "og", "и", "i"});
+    if (isFrame(text)) return true;
+    text = ascii::trim(text);
+    if (text.starts_with(',')) text = ascii::trimLeft(text.substr(1));
+    return std::ranges::any_of(
+        words, [&](std::string_view word) { return ascii::equalsNoCase(text, word); });
+}
+
 /// `text` without the word that begins a link to an address.
 std::string_view withoutMailto(std::string_view text) {
     constexpr std::string_view mailto = "mailto:";
@@ -98,7 +109,7 @@ std::span<const AddressSpan> LineShape::labelledSpans() const {
     std::size_t count = 1;
     while (
         count < spans_.size() &&
-        isFrame(line_.substr(spans_[count - 1].end, spans_[count].begin - spans_[count - 1].end))) {
+        isJoint(line_.substr(spans_[count - 1].end, spans_[count].begin - spans_[count - 1].end))) {
         ++count;
     }
     return std::span(spans_).first(count);

@@ -12,6 +12,13 @@
 namespace bouncecheck {
 namespace {
 
+/// Whether `address` begins with `name`, and no word goes on there.
+bool beginsWithName(std::string_view address, std::string_view name) {
+    return ascii::startsWithNoCase(address, name) &&
+           (name.ends_with('-') || address.size() == name.size() ||
+            !ascii::isAlpha(address[name.size()]));
+}
+
 /// Whether a person passes on, or answers, what somebody else wrote: "[list] Fwd: ...".
 bool isPassedOn(std::string_view subject) {
     subject = ascii::trimLeft(subject);
@@ -30,7 +37,7 @@ bool isPassedOn(std::string_view subject) {
 bool isWrittenBySystem(const Entity& message) {
     const std::string& from = message.from().address;
     const bool bySender = from.empty() || std::ranges::any_of(systemSenders, [&](auto sender) {
-                              return ascii::startsWithNoCase(from, sender);
+                              return beginsWithName(from, sender);
                           });
     if (bySender || message.is("multipart/report") || message.hasField("X-Failed-Recipients") ||
         message.field("Return-Path") == "<>") {

@@ -1,5 +1,6 @@
 #include "recipients/PhraseReasons.h"
 
+#include <algorithm>
 #include <array>
 
 #include "phrases/Catalog.h"
@@ -57,7 +58,9 @@ constexpr phrases::RowSet temporaryRows = [] {
     std::size_t number = 0;
     for (const std::span<const PhraseRow> kind : kinds) {
         for (const PhraseRow& row : kind) {
-            const bool isTemporary = row.phrase.find("temporar") != npos;
+            const bool isTemporary = std::ranges::any_of(
+                temporaryWords,
+                [&](std::string_view words) { return row.phrase.find(words) != npos; });
             if (isTemporary || row.reason == Reason::expired) set.add(number);
             ++number;
         }

@@ -52,6 +52,8 @@ struct Codes {
     /// is definite, or that of a command that was not understood.
     bool areAboutElse(Reason reason) const noexcept {
         if (!isAboutMailbox(reason)) return false;
+        // Who did not authenticate (RFC 4954, section 6).
+        if (reply == "530" || reply == "534" || reply == "535") return true;
         const StatusRow* row = definite();
         const bool isCommand =
             ofText && ofText->code.starts_with("X.5.") && ofText->code != "X.5.0";

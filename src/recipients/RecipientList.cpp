@@ -39,4 +39,12 @@ Recipient* RecipientList::find(const TextRecipient& named, bool isOnly) {
     return isOnly && all_.size() == 1 ? &all_.front() : nullptr;
 }
 
+void RecipientList::doubt(const Recipient& recipient) {
+    doubted_.insert(ascii::lowerCase(recipient.address));
+}
+
+bool RecipientList::isDoubted(const Recipient& recipient) const {
+    return !doubted_.empty() && doubted_.contains(ascii::lowerCase(recipient.address));
+}
+
 }  // namespace bouncecheck

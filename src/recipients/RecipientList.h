@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include <bouncecheck/Recipient.h>
@@ -25,6 +26,10 @@ public:
     /// nobody else. Null where it is none of the list.
     Recipient* find(const TextRecipient& named, bool isOnly);
 
+    /// Notes that what is said of a recipient may be about somebody else.
+    void doubt(const Recipient& recipient);
+    bool isDoubted(const Recipient& recipient) const;
+
     bool isEmpty() const noexcept { return all_.empty(); }
     std::vector<Recipient>& all() noexcept { return all_; }
     const std::vector<Recipient>& all() const noexcept { return all_; }
@@ -40,6 +45,8 @@ private:
     std::unordered_map<std::string, std::size_t> places_;
     /// By final address, likewise.
     std::unordered_map<std::string, std::size_t> finals_;
+    /// The addresses in lower case of whom nothing is sure.
+    std::unordered_set<std::string> doubted_;
 };
 
 }  // namespace bouncecheck

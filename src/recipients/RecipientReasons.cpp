@@ -1,10 +1,15 @@
 #include "recipients/RecipientReasons.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
 #include "recipients/AddressSpans.h"
 #include "recipients/AdviceFor.h"
-#include "recipients/Bystanders.h"
 #include "recipients/PhraseReasons.h"
 #include "text/Ascii.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
@@ -32,6 +37,36 @@ Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
 bool needsStage(const ReasonFinding& finding, const ReplyCodes& codes) {
     return finding.isSure && isAboutMailbox(finding.reason) &&
            finding.basis == ReasonBasis::phrase && codes.status.empty();
+}
+
+/// The host that a reply says it did not find: "name=relay.example", with its domain; "" for none.
+std::string_view unknownHostIn(std::string_view text) {
+    static constexpr auto marks =
+        std::to_array<std::string_view>({"name=", "name server: ", "look up host "});
+    for (const std::string_view mark : marks) {
+        const std::size_t at = findBytesNoCase(text, mark);
+        if (at == npos) continue;
+        std::string_view host = text.substr(at + mark.size());
+        const auto isHostByte = [](char c) { return ascii::isAlnum(c) || c == '-' || c == '.'; };
+        const auto end = std::ranges::find_if_not(host, isHostByte);
+        host = host.substr(0, static_cast<std::size_t>(end - host.begin()));
+        while (host.ends_with('.')) host.remove_suffix(1);
+        if (host.find('.') != npos) return host;
+    }
+    return {};
+}
+
+std::string_view domainOf(std::string_view address) {
+    const std::size_t at = address.rfind('@');
+    return at == npos ? std::string_view() : address.substr(at + 1);
+}
+
+/// Whether `host` is `domain`, in it, or what it is in.
+bool isOfDomain(std::string_view host, std::string_view domain) {
+    if (host.size() < domain.size()) std::swap(host, domain);
+    if (domain.empty()) return false;
+    const std::size_t rest = host.size() - domain.size();
+    return ascii::equalsNoCase(host.substr(rest), domain) && (rest == 0 || host[rest - 1] == '.');
 }
 
 }  // namespace
@@ -65,17 +100,25 @@ bool RecipientReasons::isReplyToData(const Recipient& recipient) const {
 
 /// Whether the reply names the sender of the original mail, and not the recipient.
 bool RecipientReasons::isAboutSender(const Recipient& recipient) const {
-    const Bystanders others(reading_, Bystanders::From::message);
-    bool isAboutSender = false;
-    for (const AddressSpan& span : findAddresses(recipient.diagnostic)) {
-        const std::string_view address = span.in(recipient.diagnostic);
-        if (ascii::equalsNoCase(address, recipient.address) ||
-            ascii::equalsNoCase(address, recipient.finalAddress)) {
-            return false;
-        }
-        isAboutSender = isAboutSender || others.isAddressee(address);
-    }
-    return isAboutSender;
+    const std::string_view text = recipient.diagnostic;
+    const std::vector<AddressSpan> spans = findAddresses(text);
+    const auto isOwn = [&](const AddressSpan& span) {
+        return ascii::equalsNoCase(span.in(text), recipient.address) ||
+               ascii::equalsNoCase(span.in(text), recipient.finalAddress);
+    };
+    if (std::ranges::any_of(spans, isOwn)) return false;
+    return std::ranges::any_of(
+        spans, [&](const AddressSpan& span) { return others_.isAddressee(span.in(text)); });
+}
+
+/// Whether the evidence may be about another address, or another host, than the recipient's.
+bool RecipientReasons::mayBeAboutOthers(const Recipient& recipient,
+                                        const ReasonFinding& finding) const {
+    if (list_.isDoubted(recipient)) return true;
+    if (finding.reason != Reason::unknownDomain) return false;
+    const std::string_view host = unknownHostIn(recipient.diagnostic);
+    return !host.empty() && !isOfDomain(host, domainOf(recipient.address)) &&
+           !isOfDomain(host, domainOf(recipient.finalAddress));
 }
 
 void RecipientReasons::fill(std::size_t index, const Notice* notice) {
@@ -106,6 +149,7 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
         finding.isSure = finding.isSure && all.size() == 1;
     }
     if (needsStage(finding, codes) && isReplyToData(recipient)) finding.isSure = false;
+    if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
     if (isAboutMailbox(finding.reason) && isAboutSender(recipient)) {
         finding.reason = Reason::policy;
         finding.isSure = false;

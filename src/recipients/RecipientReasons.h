@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "recipients/Bystanders.h"
 #include "recipients/MessageReading.h"
 #include "recipients/ReasonFinder.h"
 #include "recipients/RecipientList.h"
@@ -39,9 +40,11 @@ private:
     void fill(std::size_t index, const Notice* notice);
     bool isReplyToData(const Recipient& recipient) const;
     bool isAboutSender(const Recipient& recipient) const;
+    bool mayBeAboutOthers(const Recipient& recipient, const ReasonFinding& finding) const;
 
     const MessageReading& reading_;
     RecipientList& list_;
+    Bystanders others_{reading_, Bystanders::From::messageAndReturned};
     /// What `explainReported` found of the first of the list.
     std::vector<ReasonFinding> findings_;
     std::optional<ReasonFinding> noticeFinding_;

@@ -145,7 +145,10 @@ private:
         const std::string_view address = spans.front().in(subject);
         if (others.isAddressee(address) || others.isOther(address)) return;
         Recipient* recipient = list_.add(address, RecipientSource::header);
-        if (recipient) recipient->outcome = outcomeOfText();
+        if (!recipient) return;
+        recipient->outcome = outcomeOfText();
+        // The rest of the subject may be what the sender had written.
+        list_.doubt(*recipient);
     }
 
     Outcome outcomeOfText() const {
@@ -162,7 +165,10 @@ private:
             list_.replace(Collector(MessageReading(inner), {}, depth_ + 1).collect());
             if (!list_.isEmpty()) return;
         }
-        Recipient* recipient = list_.add(returned.soleRecipient(), RecipientSource::returned);
+        const std::string sole = returned.soleRecipient();
+        const Bystanders others(reading_, Bystanders::From::messageAndReturned);
+        if (others.isAddressee(sole) || others.isOther(sole)) return;
+        Recipient* recipient = list_.add(sole, RecipientSource::returned);
         if (!recipient) return;
         recipient->outcome = outcomeOfText();
     }
@@ -178,7 +184,7 @@ private:
         const HeaderField* path = returned.header().find("Return-Path");
         const std::optional<VerpPattern::Match> match =
             matchVerp(message_, path ? path->unfolded() : std::string(), verp_);
-        if (!match) return;
+        if (!match || isAnswerOf(match->address)) return;
         std::vector<Recipient>& all = list_.all();
         if (all.empty()) {
             if (!reading_.isBySystem()) return;
@@ -203,9 +209,23 @@ private:
             recipient.address = match->address;
         }
         recipient.source = RecipientSource::verp;
+        const bool reachedSome = std::ranges::any_of(all, [](const Recipient& other) {
+            return other.outcome == Outcome::delivered || other.outcome == Outcome::relayed ||
+                   other.outcome == Outcome::expanded;
+        });
         all.clear();
         all.push_back(std::move(recipient));
+        // What failed may be one of several behind the address.
+        if (reachedSome) list_.doubt(all.front());
         reasons_.forgetReported();
+    }
+
+    /// Whether the message is what `recipient` answered, or their program, rather than a notice.
+    bool isAnswerOf(std::string_view recipient) const {
+        if (report_.isFound() || message_.hasField("X-Failed-Recipients")) return false;
+        if (ascii::equalsNoCase(message_.from().address, recipient)) return true;
+        return ascii::startsWithNoCase(message_.field("Auto-Submitted"), "auto-replied") &&
+               !reading_.notice().cues().haveTrouble() && !saysTrouble(message_.field("Subject"));
     }
 
     // --- What the message is ---------------------------------------------------

@@ -16,8 +16,10 @@ namespace {
 bool asksBySubject(std::string_view subject) {
     subject = ascii::trim(subject);
     // "unsubscribe 12345"
-    const std::size_t first = subject.find(' ');
-    const bool hasToken = first != npos && subject.find(' ', first + 1) == npos;
+    const std::size_t first = std::min(subject.find(' '), subject.size());
+    const std::string_view token = subject.substr(first);
+    const bool hasToken =
+        token.find_first_of("0123456789@=") != npos && ascii::trim(token).find(' ') == npos;
     return std::ranges::any_of(removalSubjects, [&](std::string_view words) {
         return ascii::equalsNoCase(subject, words) ||
                (hasToken && ascii::equalsNoCase(subject.substr(0, first), words));
@@ -30,8 +32,10 @@ bool isForRequests(std::string_view address) {
     return std::ranges::any_of(removalMailboxes, [&](std::string_view word) {
         if (local.size() < word.size()) return false;
         const std::size_t rest = local.size() - word.size();
+        // People take leave, too.
+        const bool isWhole = rest == 0 && word != "leave";
         const bool begins = ascii::startsWithNoCase(local, word) &&
-                            (rest == 0 || ascii::isOneOf(local[word.size()], "-+.="));
+                            (isWhole || (rest > 0 && ascii::isOneOf(local[word.size()], "-+.=")));
         const bool ends = rest > 0 && ascii::equalsNoCase(local.substr(rest), word) &&
                           ascii::isOneOf(local[rest - 1], "-+.=");
         return begins || ends;

@@ -9,6 +9,7 @@
 #include "recipients/AddressSpans.h"
 #include "text/Ascii.h"
 #include "text/ByteSet.h"
+#include "text/Controls.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -123,6 +124,7 @@ std::string reportedAddress(std::string_view value) {
     const std::string_view encoded = withoutType(value);
     const bool isUtf8 = ascii::equalsNoCase(type, "utf-8");
     const std::string address = isUtf8 ? decodeUtf8Address(encoded) : decodeXtext(encoded);
+    if (findControl(address).at != npos) return {};
     std::string_view word = address;
     if (word.ends_with(')')) word = ascii::trimRight(word.substr(0, word.find('(')));
     // Of brackets one is missing at times.

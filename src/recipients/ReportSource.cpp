@@ -31,6 +31,11 @@ std::string addressIn(const HeaderField* field) {
     return field && !field->isCut() ? reportedAddress(field->decoded()) : std::string();
 }
 
+bool isSuccess(Outcome outcome) noexcept {
+    return outcome == Outcome::delivered || outcome == Outcome::relayed ||
+           outcome == Outcome::expanded;
+}
+
 }  // namespace
 
 void ReportSource::read() {
@@ -51,14 +56,21 @@ void ReportSource::addStatus(std::string_view text) {
         std::string& address = hasOriginal ? reported.original : reported.final;
         Recipient* recipient = list_.add(address, RecipientSource::report);
         if (!recipient) continue;
-        if (hasOriginal && !ascii::equalsNoCase(address, reported.final)) {
-            list_.setFinalAddress(*recipient, std::move(reported.final));
-        }
         const Outcome outcome = outcomeOf(reported);
-        // Of two groups for one address the one that failed counts.
-        const bool isNews = recipient->outcome == Outcome::unknown || outcome == Outcome::failed;
+        const Outcome known = recipient->outcome;
+        // The address is that of several, some of whom the mail reached.
+        if (known != Outcome::unknown && isSuccess(known) != isSuccess(outcome)) {
+            list_.doubt(*recipient);
+        }
+        // Of the groups for one address the first that failed counts.
+        const bool isNews =
+            known == Outcome::unknown || (outcome == Outcome::failed && known != Outcome::failed);
         if (!isNews) continue;
         recipient->outcome = outcome;
+        recipient->finalAddress.clear();
+        if (hasOriginal && !ascii::equalsNoCase(recipient->address, reported.final)) {
+            list_.setFinalAddress(*recipient, std::move(reported.final));
+        }
         recipient->status = std::move(reported.status);
         recipient->diagnostic = std::move(reported.diagnostic);
         recipient->remoteMta = std::move(reported.remoteMta);
@@ -80,7 +92,10 @@ void ReportSource::addComplaint(std::string_view text) {
         }
     }
     if (list_.isEmpty()) {
-        addComplainer(reading_.attached().soleRecipient(), RecipientSource::returned);
+        const std::string recipient = reading_.attached().soleRecipient();
+        const Bystanders others(reading_, Bystanders::From::messageAndReturned);
+        if (others.isAddressee(recipient) || others.isOther(recipient)) return;
+        addComplainer(recipient, RecipientSource::returned);
     }
 }
 

@@ -32,6 +32,12 @@ ReturnedMail::ReturnedMail(std::string_view text) : isFound_(!text.empty()) {
 }
 
 std::string ReturnedMail::soleRecipient() const {
+    // The first of the fields was written last, nearest to the failure.
+    const HeaderField* received = header_.find("Received");
+    std::string noted = received ? envelopeRecipient(*received) : std::string();
+    // On a list, To names whom somebody answers.
+    const bool isOfList = header_.find("List-Id") || header_.find("List-Post");
+    if (isOfList && !noted.empty()) return noted;
     std::vector<Mailbox> named;
     for (const HeaderField& field : header_.all()) {
         const bool isAddressee =
@@ -45,9 +51,7 @@ std::string ReturnedMail::soleRecipient() const {
     if (!named.empty() && findAddresses(named.front().address).size() == 1) {
         return std::move(named.front().address);
     }
-    // The first of the fields was written last, nearest to the failure.
-    const HeaderField* received = header_.find("Received");
-    return received ? envelopeRecipient(*received) : std::string();
+    return noted;
 }
 
 bool ReturnedMail::isNotice() const {

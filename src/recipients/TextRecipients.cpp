@@ -89,9 +89,10 @@ private:
             inParagraph_ = false;
             return;
         }
-        // What is below a signature's mark is nobody who failed.
-        isSigned_ = isSigned_ || text == "--";
-        if (isSigned_) return;
+        // What is quoted, or below a signature's mark, is nobody who failed.
+        isSigned_ = isSigned_ || (text == "--" && !named_[0].empty());
+        const bool isQuoted = text.starts_with('>') && !text.starts_with(">>>");
+        if (isSigned_ || isQuoted) return;
         if (!std::exchange(inParagraph_, true)) readParagraph(number);
         if (readDialogue(text)) return;
         if (!readAddresses(line)) addWords(text);

@@ -106,6 +106,14 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "a@x.example unknown-mailbox suppress"},
         {"<a@x.example>: host said: 550 Sender me@own.example does not exist",
          "a@x.example policy fix"},
+        {"<a@x.example>: host said: 535 5.7.8 invalid user", "a@x.example unknown-mailbox retry"},
+        {"<a@x.example>: host said: 550 unknown host (Client host rejected)",
+         "a@x.example policy fix"},
+        // about another host than that of the recipient
+        {"<a@x.example>: Name service error for name=relay.own.example type=A: Host not found",
+         "a@x.example unknown-domain retry"},
+        {"<a@x.example>: Name service error for name=x.example type=A: Host not found",
+         "a@x.example unknown-domain suppress"},
         // by a filter, when the recipient had been accepted
         {"<a@x.example>: host said: 550 unknown user (in reply to end of DATA command)",
          "a@x.example unknown-mailbox retry"},
@@ -122,6 +130,23 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         {"<a@x.example>: was refused\nSize: 222\n", "a@x.example other retry"},
     };
     for (const auto& [text, expected] : cases) EXPECT_EQ(advised(notice(text)), expected) << text;
+}
+
+/// What came back names others than who failed: its own sender, a list, whom it answers.
+TEST(Advice, IsNotAboutWhoeverTheReturnedMailIsTo) {
+    const auto returned = [](const std::string& header) {
+        return advised(
+            "From: MAILER-DAEMON@mx.example\nTo: bounces@own.example\n"
+            "Content-Type: multipart/mixed; boundary=b\n\n" +
+            part("text/plain", "could not be delivered: no such user") +
+            part("message/rfc822", "From: news@own.example\n" + header + "\n\nHi.") + "--b--\n");
+    };
+    EXPECT_EQ(returned("To: a@x.example"), "a@x.example unknown-mailbox suppress");
+    EXPECT_EQ(returned("To: Club <news@own.example>"), "");
+    EXPECT_EQ(returned("To: devs@lists.example\nList-Post: <mailto:devs@lists.example>"), "");
+    EXPECT_EQ(returned("Received: by mx for <a@x.example>; today\nTo: b@y.example\n"
+                       "List-Id: <devs.lists.example>"),
+              "a@x.example unknown-mailbox suppress");
 }
 
 TEST(Advice, OfAReportIsForTheRecipientOfEachGroup) {
@@ -141,6 +166,16 @@ TEST(Advice, OfAReportIsForTheRecipientOfEachGroup) {
     EXPECT_EQ(read("<b@x.example>: over quota\n<a@x.example>: user unknown\n",
                    silent + group("b@x.example", "")),
               "a@x.example unknown-mailbox suppress; b@x.example mailbox-full retry");
+    // one address of several people, some of whom got it
+    const auto member = [](const std::string& address, const std::string& action) {
+        return "Original-Recipient: rfc822;team@x.example\nFinal-Recipient: rfc822;" + address +
+               "@y.example\nAction: " + action + "\n\n";
+    };
+    EXPECT_EQ(
+        read("Sorry.", member("a", "delivered") +
+                           member("b", "failed\nDiagnostic-Code: smtp; 550 5.1.1 unknown user") +
+                           member("c", "delivered")),
+        "team@x.example->b@y.example unknown-mailbox retry");
     EXPECT_EQ(read("user unknown", group("a@x.example", "Diagnostic-Code: smtp; 552 5.2.2 full")),
               "a@x.example mailbox-full retry");
 }
@@ -171,7 +206,8 @@ TEST(Advice, IsToUnsubscribeWhoAsksForIt) {
     }
     for (const char* fields :
          {"Subject: how do I unsubscribe?", "Subject: Re: unsubscribe", "To: leaves@own.example",
-          "To: ann.unsubscriber@own.example", "Subject: unsubscribe\nAuto-Submitted: auto-replied",
+          "To: ann.unsubscriber@own.example", "To: leave@own.example", "Subject: Remove watermark",
+          "Subject: Baja California", "Subject: unsubscribe\nAuto-Submitted: auto-replied",
           "To: leave-77@own.example\nReturn-Path: <>"}) {
         EXPECT_EQ(letter(fields), "") << fields;
     }

@@ -75,6 +75,9 @@ TEST(Verp, ReadsTheAddressesThatMailCameBackTo) {
         {"From: c@x.example\nTo: bounces+a=x.example@lists.example.org\nSubject: Re: news\n\n"
          "I wrote to d@x.example: 550 user unknown",
          ""},
+        {"From: a@x.example\nReturn-Path: <>\nTo: bounces+a=x.example@lists.example.org\n\n"
+         "My colleague has left the company.",
+         ""},
         {"From: c@x.example\nTo: b-17@x.example\nAuto-Submitted: auto-replied\n\nAway.", ""},
         {from + "To: bounces@lists.example.org\n", ""},
     };

@@ -55,10 +55,12 @@ def test_as_a_program() -> None:
 def test_problems_of_mailboxes(tmp_path: Path) -> None:
     with pytest.raises(FileNotFoundError):
         mailbox(tmp_path / "absent")
+    (tmp_path / "0").symlink_to("0")
     (tmp_path / "1").symlink_to("absent")
+    os.mkfifo(tmp_path / "3")
     (tmp_path / "2").write_bytes(b"Subject: x\n\n")
     problems: list[OSError] = []
     assert [m.source for m in mailbox(tmp_path, onerror=problems.append)] == [str(tmp_path / "2")]
-    assert [str(problem.filename) for problem in problems] == [str(tmp_path / "1")]
-    with pytest.raises(FileNotFoundError):
+    assert [Path(problem.filename).name for problem in problems] == ["0", "1", "3"]
+    with pytest.raises(OSError):
         list(mailbox(tmp_path))

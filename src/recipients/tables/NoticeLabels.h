@@ -30,7 +30,8 @@ inline constexpr auto wideMarks = std::to_array<std::string_view>({"•", "·", 
 
 /// Words in front of the address of a sender, or of whom a text greets.
 inline constexpr auto senderWords = std::to_array<std::string_view>(
-    {"from", "by", "sender", "hello", "hi", "dear", "contact", "at", "cc", "von", "de", "от"});
+    {"from", "by", "sender", "hello", "hi", "dear", "contact", "ask", "at", "cc", "von", "de", "par",
+     "l'expéditeur", "por", "da", "van", "od", "från", "fra", "от"});
 
 /// Labels that are not here are judged by what they say.
 inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({

@@ -27,6 +27,41 @@ inline constexpr std::string_view senderStages[] = {
     "your host ",
     "your domain",
     "sender address unknown",
+    // what such replies speak of
+    "client host",
+    " in helo",
+    "return address",
+    "mail from address",
+    "envelope sender",
+    "verify sender",
+    "sender domain",
+    "domain of sender",
+    "from header",
+    "to header",
+    "url domain",
+    "dkim key",
+    "smtp auth",
+    "user or password",
+    "your ip",
+    "invalid recipients from",
+    "whitelist",
+    "external sender",
+    "outside the company",
+    "accept mail from",
+    "accepts mail from",
+};
+
+/// What rows speak of that hold one of these is so for a while.
+inline constexpr std::string_view temporaryWords[] = {
+    "temporar",
+    "try again later",
+    "try again in",
+    "try later",
+    "maintenance",
+    "lookup failure",
+    "servfail",
+    "timed out",
+    "deferred",
 };
 
 /// By these, they say that it came after the message, when the recipients had been accepted.
@@ -1338,7 +1373,6 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"not been activated", Reason::inactiveMailbox},
     {"not yet activated", Reason::inactiveMailbox},
     {"administrative lockout", Reason::inactiveMailbox},
-    {"service disabled", Reason::inactiveMailbox},
     {"no longer active", Reason::inactiveMailbox},
     {"no longer in use", Reason::inactiveMailbox},
     {"not used anymore", Reason::inactiveMailbox},
@@ -2003,7 +2037,8 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"not our customer", Reason::unknownMailbox},
     {"not found in directory", Reason::unknownMailbox},
     {"recipnotfound", Reason::unknownMailbox},
-    {"resolver.adr", Reason::unknownMailbox},
+    {"resolver.adr.recip", Reason::unknownMailbox},
+    {"resolver.adr.exrecip", Reason::unknownMailbox},
     {"recipient not found", Reason::unknownMailbox},
     {"recipient notfound", Reason::unknownMailbox},
     {"recipient is not found", Reason::unknownMailbox},
@@ -2898,6 +2933,11 @@ inline constexpr PhraseRow weakPhrases[] = {
     {"invalid", Reason::unknownMailbox},
     {"unknown", Reason::unknownMailbox},
     {"temporar", Reason::system},
+    {"try again in", Reason::system},
+    {"maintenance", Reason::system},
+    {"servfail", Reason::unreachable},
+    {"deferred", Reason::system},
+    {"service disabled", Reason::inactiveMailbox},
 };
 
 }  // namespace bouncecheck

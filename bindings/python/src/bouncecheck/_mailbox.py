@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import errno
 import os
 import re
 from typing import IO, Callable, Iterator, List, Optional, Tuple, Union
@@ -67,13 +68,20 @@ def _of_folder(folder: str, onerror: OnError, one_each: bool) -> Iterator[Stored
         is_maildir = _is_maildir(path)
         inside: List[Tuple[str, bool, bool]] = []
         for entry in _listing(path, onerror):
-            if entry.is_dir(follow_symlinks=False):
-                holds_messages = is_maildir and entry.name in ("cur", "new")
-                if not is_maildir or entry.name != "tmp":
-                    inside.append((entry.path, True, holds_messages))
-            # Files beside the folders of a Maildir are the notes of mail servers.
-            elif not is_maildir and not entry.is_dir():
-                inside.append((entry.path, False, one_each))
+            try:
+                if entry.is_dir(follow_symlinks=False):
+                    holds_messages = is_maildir and entry.name in ("cur", "new")
+                    if not is_maildir or entry.name != "tmp":
+                        inside.append((entry.path, True, holds_messages))
+                # Files beside the folders of a Maildir are the notes of mail servers.
+                elif not is_maildir and not entry.is_dir():
+                    # Of a named pipe nobody may ever write the other end.
+                    if not entry.is_file():
+                        os.stat(entry.path)  # raises for a broken link
+                        raise OSError(errno.EINVAL, "not a regular file", entry.path)
+                    inside.append((entry.path, False, one_each))
+            except OSError as error:
+                _report(error, onerror)
         todo.extend(reversed(inside))
 
 
