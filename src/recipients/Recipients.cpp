@@ -223,7 +223,8 @@ private:
     /// Whether the message is what `recipient` answered, or their program, rather than a notice.
     bool isAnswerOf(std::string_view recipient) const {
         if (report_.isFound() || message_.hasField("X-Failed-Recipients")) return false;
-        if (ascii::equalsNoCase(message_.from().address, recipient)) return true;
+        const std::string& author = message_.from().address;
+        if (!author.empty() && ascii::equalsNoCase(author, recipient)) return true;
         return ascii::startsWithNoCase(message_.field("Auto-Submitted"), "auto-replied") &&
                !reading_.notice().cues().haveTrouble() && !saysTrouble(message_.field("Subject"));
     }
