@@ -224,7 +224,8 @@ private:
     bool isAnswerOf(std::string_view recipient) const {
         if (report_.isFound() || message_.hasField("X-Failed-Recipients")) return false;
         const std::string& author = message_.from().address;
-        if (!author.empty() && ascii::equalsNoCase(author, recipient)) return true;
+        if (author.empty()) return false;
+        if (ascii::equalsNoCase(author, recipient)) return true;
         return ascii::startsWithNoCase(message_.field("Auto-Submitted"), "auto-replied") &&
                !reading_.notice().cues().haveTrouble() && !saysTrouble(message_.field("Subject"));
     }
