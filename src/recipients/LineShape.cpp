@@ -27,13 +27,11 @@ bool isFrame(std::string_view text) {
 
 /// Whether `text`, between two addresses, joins them to a list.
 bool isJoint(std::string_view text) {
-    static constexpr auto words = std::to_array<std::string_view>(
-        {"and", "und", "et", "y", "e", "en", "och", "og", "и", "i"});
     if (isFrame(text)) return true;
     text = ascii::trim(text);
     if (text.starts_with(',')) text = ascii::trimLeft(text.substr(1));
     return std::ranges::any_of(
-        words, [&](std::string_view word) { return ascii::equalsNoCase(text, word); });
+        joiningWords, [&](std::string_view word) { return ascii::equalsNoCase(text, word); });
 }
 
 /// `text` without the word that begins a link to an address.

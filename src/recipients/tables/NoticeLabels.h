@@ -33,6 +33,10 @@ inline constexpr auto senderWords = std::to_array<std::string_view>(
     {"from", "by", "sender", "hello", "hi", "dear", "contact", "ask", "at", "cc", "von", "de", "par",
      "l'expéditeur", "por", "da", "van", "od", "från", "fra", "от"});
 
+/// What stands between the last two addresses of a list.
+inline constexpr auto joiningWords = std::to_array<std::string_view>(
+    {"and", "und", "et", "y", "e", "en", "och", "og", "и", "i"});
+
 /// Labels that are not here are judged by what they say.
 inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::recipient, "address"},
