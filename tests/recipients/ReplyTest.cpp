@@ -19,24 +19,20 @@ TEST(Reply, IsAboutWhatItMeans) {
     const Case cases[] = {
         {"unknown-mailbox suppress",
          {
-             "550 Message was not accepted -- invalid mailbox. Local mailbox user@x.example is "
-             "unavailable: user not found",
+             "550 invalid mailbox. user@x.example is unavailable: user not found",
              "550 5.5.0 Requested action not taken: mailbox unavailable (S2017062302).",
              "550 5.4.1 Recipient address rejected: Access denied. AS(201806281)",
              "550 5.1.1 <user@x.example>: Recipient address rejected: x.example",
              "550 5.1.1 unable to deliver to <user@x.example>; recipient rejected",
              "550 Requested action not taken: mailbox unavailable",
-             "550 5.1.1 <u@x.example>: Recipient address rejected: User unknown in relay recipient "
-             "table",
+             "550 5.1.1 <u@x.example>: Recipient address rejected: User unknown in table",
              "550 5.1.1 Address rejected: user@x.example",
              "550 #5.1.0 Address rejected.",
          }},
         {"inactive-mailbox suppress",
          {
-             "550 Message was not accepted -- invalid mailbox.  Local mailbox user@x.example is "
-             "unavailable: account is disabled",
-             "550 Message was not accepted -- invalid mailbox.  Local mailbox user@x.example is "
-             "unavailable: user is terminated",
+             "550 invalid mailbox. user@x.example is unavailable: account is disabled",
+             "550 invalid mailbox. user@x.example is unavailable: user is terminated",
              "550 5.2.1 Mailbox disabled, not accepting messages",
          }},
         {"inactive-mailbox retry",
@@ -46,11 +42,9 @@ TEST(Reply, IsAboutWhatItMeans) {
         {"unknown-domain suppress",
          {
              "550 5.1.2 <u@x.example>: Recipient address rejected: Domain not found",
-             "Host or domain name not found. Name service error for name=x.example type=A: Host "
-             "not found",
+             "Name service error for name=x.example type=A: Host not found",
              "DNS Error: Domain name not found",
-             "Name service error for name=x.example type=AAAA: Host found but no data record of "
-             "requested type",
+             "Name service error for name=x.example: Host found but no data record of type",
              "550 Host unknown (Name server: x.example: host not found)",
              "550 5.1.10 Domain x.example does not accept mail (nullMX)",
              "550 Host or domain name not found",
@@ -63,8 +57,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "The user(s) account is temporarily over quota.",
              "The user(s) account is temporarily limited.",
              "552 5.2.2 The email account that you tried to reach is over quota and inactive.",
-             "554 5.2.2 mailbox full; "
-             "STOREDRV.Deliver.Exception:QuotaExceededException.MapiExceptionShutoffQuotaExceeded",
+             "554 5.2.2 mailbox full; STOREDRV.Deliver.Exception:QuotaExceededException",
              "552 5.2.2 Mailbox size limit exceeded",
          }},
         {"message-too-large fix",
@@ -74,26 +67,20 @@ TEST(Reply, IsAboutWhatItMeans) {
         {"content fix",
          {
              "554 5.7.1 Mail contained a URL rejected by Spamhaus DBL",
-             "552-5.7.0 This message was blocked because its content presents a potential security "
-             "issue.",
+             "552-5.7.0 blocked because its content presents a potential security issue.",
              "554 5.7.1 Message rejected as spam by Content Filtering.",
-             "554 5.7.1 This message has been blocked because it contains a virus: "
-             "Eicar-Test-Signature",
+             "554 5.7.1 blocked because it contains a virus: Eicar-Test-Signature",
              "550 5.7.1 Blocked attachment type (.exe)",
              "554 5.6.0 Message contains invalid header",
              "550 5.7.1 The message was rejected: it contains a URL listed in SURBL",
              "554 5.7.1 Spam message rejected; If this is not spam contact abuse@x.example",
-             "550 Mail content denied. "
-             "http://service.x.example/cgi-bin/help?subtype=1&&id=20022&&no=1000726",
+             "550 Mail content denied. http://x.example/cgi-bin/help?subtype=1&&id=20022",
          }},
         {"authentication fix",
          {
-             "550 5.7.1 <me@own.example>: Recipient address rejected: Please see "
-             "http://www.openspf.example/Why?s=mfrom",
-             "550 5.7.26 Unauthenticated email from example.org is not accepted due to domain's "
-             "DMARC policy. Please contact the administrator of example.org domain",
-             "550-5.7.26 Your email has been blocked because the sender is unauthenticated. We "
-             "require all senders to authenticate with either SPF or DKIM.",
+             "550 5.7.1 Recipient rejected: Please see http://openspf.example/Why",
+             "550 5.7.26 Unauthenticated email is not accepted due to domain's DMARC policy.",
+             "550-5.7.26 Your email has been blocked because the sender is unauthenticated.",
              "550 5.7.23 The message was rejected because of Sender Policy Framework violation",
              "550 #5.7.1 DMARC unauthenticated mail is prohibited.",
              "550 Message rejected: failed SPF check",
@@ -103,21 +90,15 @@ TEST(Reply, IsAboutWhatItMeans) {
          }},
         {"reputation fix",
          {
-             "554 5.7.1 Service unavailable; Client host [192.0.2.1] blocked using "
-             "zen.spamhaus.org; https://www.spamhaus.org/query/ip/192.0.2.1",
-             "550 5.7.606 Access denied, banned sending IP [192.0.2.1]. To request removal from "
-             "this list please visit https://sender.example/",
+             "554 5.7.1 Service unavailable; Client host [192.0.2.1] blocked using a list",
+             "550 5.7.606 Access denied, banned sending IP [192.0.2.1]. Visit https://x.example/",
              "554 5.7.1 Your message was rejected due to poor sending reputation.",
-             "550 5.1.0 Your host is not allowed to connect: 192.0.2.1 listed at zen.spamhaus.org. "
-             "AUP#In-1310",
-             "554-x.example (mx101) Nemesis ESMTP Service not available 554-No SMTP service "
-             "554-Bad DNS PTR resource record.",
-             "421 4.7.0 Nemesis ESMTP Service not available. No SMTP service. IP address is block "
-             "listed.",
+             "550 5.1.0 Your host is not allowed to connect: listed at zen.spamhaus.org.",
+             "554-x.example Service not available 554-No SMTP service 554-Bad DNS PTR record.",
+             "421 4.7.0 Service not available. No SMTP service. IP address is block listed.",
              "450 4.7.1 Client host rejected: cannot find your reverse hostname, [192.0.2.1]",
              "550 5.7.1 Client host rejected: cannot find your hostname, [192.0.2.1]",
-             "550 5.7.1 Mail from IP 192.0.2.1 was rejected due to listing in Barracuda. See "
-             "https://www.barracudacentral.org/rbl/removal-request",
+             "550 5.7.1 rejected due to listing in Barracuda. See barracudacentral.org",
          }},
         {"policy fix",
          {
@@ -129,14 +110,10 @@ TEST(Reply, IsAboutWhatItMeans) {
          }},
         {"rate-limit retry",
          {
-             "421 Too many concurrent SMTP connections from this IP address; please try again "
-             "later.",
-             "451 4.7.650 The mail server [192.0.2.1] has been temporarily rate limited due to IP "
-             "reputation.",
-             "450 4.2.0 <u@x.example>: Recipient address rejected: Greylisted, see "
-             "http://postgrey.example/help/x.html",
-             "421 4.1.0 192.0.2.1 Throttled - try again later. Please see "
-             "https://postmaster.example",
+             "421 Too many concurrent connections from this IP address; try again later.",
+             "451 4.7.650 [192.0.2.1] has been temporarily rate limited due to IP reputation.",
+             "450 4.2.0 <u@x.example>: Recipient address rejected: Greylisted",
+             "421 4.1.0 192.0.2.1 Throttled - try again later. See https://x.example",
              "421 4.4.5 Too many connections, try again later",
              "451 4.7.1 Please try again later (greylisted)",
              "451 Temporarily deferred - greylisted for 300 seconds",
@@ -144,8 +121,7 @@ TEST(Reply, IsAboutWhatItMeans) {
          }},
         {"unreachable retry",
          {
-             "Host or domain name not found. Name service error for name=x.example type=MX: Host "
-             "not found, try again",
+             "Name service error for name=x.example type=MX: Host not found, try again",
              "500 5.4.4 Unable to route due to invalid MX records",
              "550 5.4.4 unable to route: dns lookup failure (unrouteable)",
              "The recipient server did not accept our requests to connect.",
