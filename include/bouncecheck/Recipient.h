@@ -84,7 +84,7 @@ struct Recipient {
 /// Its sources, the surest first: an address made for one recipient, if `verp` has the form of
 /// it; the delivery status, complaint or receipt; header fields that name failed recipients; the
 /// text that people read; and the message that came back, where it has one recipient and nobody
-/// else is named. Mail that is no notice names nobody.
+/// else is named. Of other mail only a request to be removed names somebody: its author.
 ///
 /// Any bytes do. Linear in the size of the message; `limits::recipients` at most, of
 /// `limits::facts` bytes in all: what is beyond reads as absent, never as part of a value.
