@@ -71,6 +71,7 @@ is_installed() {
         nodejs) command -v node >/dev/null ;;
         llvm-19) command -v llvm-ar-19 >/dev/null ;;
         wasi-libc) header wasm32-wasi/stdio.h ;;
+        dpkg-dev) command -v dpkg-buildflags >/dev/null ;;
         libc++*-19-dev-wasm32) [ -e "/usr/lib/llvm-19/lib/wasm32-wasi/${1%-19-dev-wasm32}.a" ] ;;
         libclang-rt-19-dev-wasm32) [ -e /usr/lib/llvm-19/lib/clang/19/lib/wasi ] ;;
         libclang-rt-*) compgen -G "$(clang -print-resource-dir)/lib/*/libclang_rt.fuzzer*" >/dev/null ;;

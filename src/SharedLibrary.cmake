@@ -12,7 +12,8 @@ set_target_properties(bouncecheck_shared PROPERTIES
     LINK_DEPENDS ${symbols}
     OUTPUT_NAME bouncecheck
     VERSION ${PROJECT_VERSION}
-    SOVERSION ${PROJECT_VERSION_MAJOR})
+    # Before 1.0, what C++ programs use may change with any minor version.
+    SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
 
 # Programs get the one that BUILD_SHARED_LIBS asks for. Where it says nothing, both are
 # installed, as packages of distributions have them.
