@@ -3,14 +3,14 @@
 namespace bouncecheck {
 namespace {
 
-constexpr auto rows = [] {
+constexpr auto phraseBookRows = [] {
     std::array<phrases::Row, book::layout.count> used{};
     std::copy_n(book::layout.rows.begin(), used.size(), used.begin());
     return used;
 }();
 
 constexpr phrases::Catalog catalog =
-    phrases::CompiledCatalog<rows>::catalog(book::rowsOf(BounceDataMarkers));
+    phrases::CompiledCatalog<phraseBookRows>::catalog(book::rowsOf(BounceDataMarkers));
 
 }  // namespace
 

@@ -50,7 +50,9 @@ struct Catalog {
     bool holds(const RowSet& found, std::size_t row, std::string_view text) const;
 };
 
-/// The tables of a catalog for `Rows`, a constant array, made by the compiler.
+/// The tables of a catalog for `Rows`, a constant array, made by the compiler. No two arrays may
+/// have the same name, not even in unnamed namespaces: some versions of GCC (14, for one) make
+/// these members global, so that the linker takes those of one array for both.
 template <const auto& Rows>
 struct CompiledCatalog {
     static constexpr RowGroups groups{Rows};

@@ -23,7 +23,7 @@ constexpr phrases::RowRange rangeOf(PhraseKind kind) noexcept {
     return range;
 }
 
-constexpr auto rows = [] {
+constexpr auto replyRows = [] {
     std::array<phrases::Row, rangeOf(PhraseKind::weak).end> all{};
     std::size_t count = 0;
     for (const std::span<const PhraseRow> kind : kinds) {
@@ -32,7 +32,7 @@ constexpr auto rows = [] {
     return all;
 }();
 
-constexpr phrases::Catalog catalog = phrases::CompiledCatalog<rows>::catalog({});
+constexpr phrases::Catalog catalog = phrases::CompiledCatalog<replyRows>::catalog({});
 
 constexpr auto stageRows = [] {
     std::array<phrases::Row, std::size(senderStages) + std::size(dataStages)> all{};
@@ -50,7 +50,7 @@ constexpr bool allAreSearchable(std::span<const phrases::Row> all) {
     }
     return true;
 }
-static_assert(allAreSearchable(rows) && allAreSearchable(stageRows),
+static_assert(allAreSearchable(replyRows) && allAreSearchable(stageRows),
               "a phrase is too short for the pass");
 
 constexpr phrases::RowSet temporaryRows = [] {
