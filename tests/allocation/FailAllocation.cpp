@@ -11,8 +11,11 @@ namespace {
 std::atomic<long> left = -1;
 std::atomic<bool> failureLasts = false;
 std::atomic<bool> failAll = false;
+std::atomic<long> count = 0;
 
 }  // namespace
+
+long bouncecheck::allocationCount() noexcept { return count; }
 
 void bouncecheck::failAllocation(long number, bool lasts) noexcept {
     failureLasts = lasts;
@@ -25,6 +28,7 @@ bool bouncecheck::takeBackFailure() noexcept {
 }
 
 void* operator new(std::size_t size) {
+    count.fetch_add(1, std::memory_order_relaxed);
     // Only one thread counts down to -1, and nobody beyond.
     if (left.load(std::memory_order_relaxed) >= 0 && left-- == 0) {
         failAll = failureLasts.load();

@@ -9,4 +9,7 @@ void failAllocation(long number, bool lasts = false) noexcept;
 /// Ends that. Whether no allocation has failed.
 bool takeBackFailure() noexcept;
 
+/// How many allocations this program has made or tried.
+long allocationCount() noexcept;
+
 }  // namespace bouncecheck
