@@ -19,14 +19,15 @@ namespace bouncecheck {
 /// the object, which refers to itself and stays where it is.
 class PhrasePass {
 public:
-    explicit PhrasePass(std::span<const std::string_view> phrases)
-        : starts_(phrases::buckets + 1), filter_(phrases::filterBits / 32) {
+    explicit PhrasePass(std::span<const std::string_view> phrases) {
         for (std::size_t i = 0; i < phrases.size(); ++i) {
             const bool isShort = phrases[i].size() < phrases::shortest;
             (isShort ? shortPhrases_ : texts_).push_back(phrases[i]);
             (isShort ? shortIndexes_ : indexes_).push_back(i);
         }
         windows_.resize(texts_.size() * phrases::stride);
+        starts_.resize(phrases::bucketsFor(windows_.size()) + 1);
+        filter_.resize(phrases::filterBitsFor(windows_.size()) / 32);
         std::vector<phrases::Window> chosen(windows_.size());
         phrases::TableView{texts_, filter_, starts_, windows_}.fill(chosen);
     }

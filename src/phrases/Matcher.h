@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -17,7 +18,7 @@
 /// Of each phrase one window of `windowSize` bytes is chosen for every alignment
 /// modulo `stride`, so that wherever the phrase stands, one of its windows begins
 /// at a multiple of `stride`. Only those places of the text are looked at: a hash
-/// of the window asks a bit set as large as a first-level cache, and few answers
+/// of the window asks a bit set that fits into a first-level cache, and few answers
 /// are yes. Those are looked up among the windows, then compared in full.
 namespace bouncecheck::phrases {
 
@@ -27,8 +28,16 @@ inline constexpr std::size_t stride = 2;
 inline constexpr std::size_t shortest = windowSize + stride - 1;
 inline constexpr std::size_t longest = 255;
 
-inline constexpr std::size_t filterBits = std::size_t{1} << 18;
-inline constexpr std::size_t buckets = std::size_t{1} << 12;
+/// Sizes of the bit set and of the table behind it for `windows` windows. Small sets leave room
+/// in the cache to others.
+inline constexpr std::size_t largestFilterBits = std::size_t{1} << 18;
+inline constexpr std::size_t bitsOfBucket = 64;
+constexpr std::size_t filterBitsFor(std::size_t windows) noexcept {
+    return std::min(largestFilterBits, std::bit_ceil(bitsOfBucket * (windows + 1)));
+}
+constexpr std::size_t bucketsFor(std::size_t windows) noexcept {
+    return filterBitsFor(windows) / bitsOfBucket;
+}
 
 /// Makes letters of either case the same. It makes some other bytes the same as
 /// well, which a filter may and a comparison must not.
@@ -46,14 +55,13 @@ constexpr std::uint64_t foldedBytes(std::string_view text, std::size_t at,
     return bytes;
 }
 
+/// Less than `largestFilterBits`; its lowest bits are used where the set has fewer.
 constexpr std::uint32_t hashOf(std::uint64_t window) noexcept {
     return static_cast<std::uint32_t>((window * 0x9E3779B97F4A7C15u) >>
-                                      (64 - std::bit_width(filterBits - 1)));
+                                      (64 - std::bit_width(largestFilterBits - 1)));
 }
 
-constexpr std::size_t bucketOf(std::uint32_t hash) noexcept {
-    return hash / (filterBits / buckets);
-}
+constexpr std::size_t bucketOf(std::uint32_t hash) noexcept { return hash / bitsOfBucket; }
 
 struct Window {
     std::uint64_t bytes = 0;
@@ -104,7 +112,7 @@ public:
 private:
     static constexpr std::size_t slots = 8192;
     static constexpr std::size_t slotOf(std::uint64_t window) noexcept {
-        return hashOf(window) / (filterBits / slots);
+        return hashOf(window) / (largestFilterBits / slots);
     }
 
     std::array<std::uint16_t, slots> counts_{};
@@ -123,8 +131,8 @@ constexpr Window windowAt(std::string_view text, std::size_t phrase, std::size_t
 /// What a matcher walks, for phrases that outlive it.
 struct TableView {
     std::span<const std::string_view> texts;
-    std::span<std::uint32_t> filter;  ///< filterBits / 32
-    /// Where the windows of each bucket begin; buckets + 1.
+    std::span<std::uint32_t> filter;  ///< filterBitsFor / 32
+    /// Where the windows of each bucket begin; bucketsFor + 1.
     std::span<std::uint16_t> starts;
     std::span<Window> windows;  ///< stride for each phrase
 
@@ -132,10 +140,13 @@ struct TableView {
     /// room like `windows`.
     constexpr void fill(std::span<Window> chosen) const {
         const Rarity rarity(texts);
+        const auto slotOf = [mask = filterBitsFor(windows.size()) - 1](const Window& window) {
+            return static_cast<std::uint32_t>(hashOf(window.bytes) & mask);
+        };
         for (std::size_t i = 0; i < chosen.size(); ++i) {
             const std::string_view text = texts[i / stride];
             chosen[i] = windowAt(text, i / stride, rarity.rarest(text, i % stride));
-            const std::uint32_t hash = hashOf(chosen[i].bytes);
+            const std::uint32_t hash = slotOf(chosen[i]);
             filter[hash / 32] |= std::uint32_t{1} << (hash % 32);
             ++starts[bucketOf(hash) + 1];
         }
@@ -144,7 +155,7 @@ struct TableView {
         }
         // Each start moves on to the next one while its bucket fills, then back.
         for (const Window& window : chosen) {
-            windows[starts[bucketOf(hashOf(window.bytes))]++] = window;
+            windows[starts[bucketOf(slotOf(window))]++] = window;
         }
         for (std::size_t i = starts.size() - 1; i > 0; --i) starts[i] = starts[i - 1];
         starts[0] = 0;
@@ -155,8 +166,8 @@ struct TableView {
 template <std::size_t Count>
 struct Tables {
     std::array<std::string_view, Count> texts{};
-    std::array<std::uint32_t, filterBits / 32> filter{};
-    std::array<std::uint16_t, buckets + 1> starts{};
+    std::array<std::uint32_t, filterBitsFor(Count* stride) / 32> filter{};
+    std::array<std::uint16_t, bucketsFor(Count* stride) + 1> starts{};
     std::array<Window, Count * stride> windows{};
 
     explicit constexpr Tables(const std::array<std::string_view, Count>& phrases) : texts(phrases) {
@@ -173,7 +184,8 @@ public:
         : texts_(tables.texts),
           filter_(tables.filter.data()),
           starts_(tables.starts.data()),
-          windows_(tables.windows.data()) {}
+          windows_(tables.windows.data()),
+          mask_(static_cast<std::uint32_t>(filterBitsFor(tables.windows.size()) - 1)) {}
 
     /// Goes over `text` and calls `onPlace.onFound(phrase, at)` for places of phrases
     /// that `onPlace.wants(phrase, at)` holds for, not in the order of the places.
@@ -194,7 +206,7 @@ public:
         }
         for (; at + windowSize <= text.size(); at += stride) {
             const std::uint64_t window = foldedBytes(text, at, windowSize);
-            const Probe last{window, hashOf(window)};
+            const Probe last{window, hashOf(window) & mask_};
             if (mayMatch(last)) verify(text, at, last, onPlace);
         }
     }
@@ -206,10 +218,10 @@ private:
     };
 
     /// Reads 8 bytes, of which the window is the first part.
-    static Probe probe(std::string_view text, std::size_t at) noexcept {
+    Probe probe(std::string_view text, std::size_t at) const noexcept {
         std::uint64_t window = loadFolded<std::uint64_t>(text, at);
         window &= (std::uint64_t{1} << (8 * windowSize)) - 1;
-        return {window, hashOf(window)};
+        return {window, hashOf(window) & mask_};
     }
 
     /// In the byte order of `foldedBytes`.
@@ -251,6 +263,7 @@ private:
     const std::uint32_t* filter_;
     const std::uint16_t* starts_;
     const Window* windows_;
+    std::uint32_t mask_;
 };
 
 }  // namespace bouncecheck::phrases

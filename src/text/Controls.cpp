@@ -1,6 +1,8 @@
 #include "text/Controls.h"
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 #include "text/Ascii.h"
 #include "text/Utf8.h"
@@ -16,10 +18,23 @@ constexpr bool reordersOrSeparates(std::uint32_t code) noexcept {
     return (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
+/// How many bytes at the start of `text` are printable ASCII for certain, eight at a time.
+std::size_t printablePrefix(std::string_view text) noexcept {
+    constexpr std::uint64_t ones = 0x0101010101010101u;
+    std::size_t at = 0;
+    for (; at + sizeof ones <= text.size(); at += sizeof ones) {
+        std::uint64_t bytes;
+        std::memcpy(&bytes, text.data() + at, sizeof bytes);
+        // The highest bit of a byte is set in one of these where the byte is not from " " to "~".
+        if (((bytes | (bytes + ones) | (bytes - ones * ' ')) & ones * 0x80) != 0) break;
+    }
+    return at;
+}
+
 }  // namespace
 
 ControlCharacter findControl(std::string_view text) noexcept {
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = printablePrefix(text); at < text.size(); ++at) {
         const char c = text[at];
         if (ascii::isControl(c)) return {at, 1, static_cast<unsigned char>(c)};
         if (c != leadOfHighControls && c != leadOfSeparators) continue;
