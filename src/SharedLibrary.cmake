@@ -3,7 +3,7 @@ add_library(bouncecheck_shared SHARED $<TARGET_OBJECTS:bouncecheck>)
 target_compile_features(bouncecheck_shared INTERFACE cxx_std_20)
 target_sources(bouncecheck_shared INTERFACE FILE_SET HEADERS
     BASE_DIRS ${PROJECT_SOURCE_DIR}/include ${made_headers} FILES ${public_headers})
-target_link_libraries(bouncecheck_shared PRIVATE $<BUILD_INTERFACE:bouncecheck_developer>)
+target_link_libraries(bouncecheck_shared PRIVATE ${Iconv_LIBRARIES} $<BUILD_INTERFACE:bouncecheck_developer>)
 # Of the C++ library's templates, too, nothing is visible.
 set(symbols ${CMAKE_CURRENT_SOURCE_DIR}/bouncecheck.map)
 target_link_options(bouncecheck_shared PRIVATE LINKER:--version-script=${symbols})

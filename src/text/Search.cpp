@@ -33,6 +33,9 @@ std::size_t findNoCaseByAutomaton(std::string_view text, std::string_view needle
 std::size_t findBytes(std::string_view text, std::string_view needle, std::size_t from) noexcept {
     if (from > text.size() || needle.size() > text.size() - from) return npos;
     if (needle.empty()) return from;
+#ifdef _WIN32
+    return text.find(needle, from);  // its C library has no other
+#else
     // The two-way search of the C library is linear; string_view::find is so for few bytes only,
     // and much faster then.
     constexpr std::size_t few = 4;
@@ -40,6 +43,7 @@ std::size_t findBytes(std::string_view text, std::string_view needle, std::size_
     const void* found =
         memmem(text.data() + from, text.size() - from, needle.data(), needle.size());
     return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : npos;
+#endif
 }
 
 std::size_t findBytesNoCase(std::string_view text, std::string_view needle, std::size_t from) {
