@@ -15,7 +15,8 @@
 namespace bouncecheck {
 
 /// The functions of libarchive. It is loaded when a file needs it, because what it
-/// depends upon would triple the time that the tool needs to start.
+/// depends upon would triple the time that the tool needs to start. A static program has it
+/// within.
 struct Libarchive {
     decltype(&::archive_read_new) readNew;
     decltype(&::archive_read_support_filter_bzip2) supportBzip2;
@@ -37,7 +38,7 @@ struct Libarchive {
     decltype(&::archive_entry_hardlink) entryHardlink;
     decltype(&::archive_entry_is_encrypted) entryIsEncrypted;
 
-    /// Throws ReadError when the library is not there.
+    /// Throws ReadError when the library has to be loaded and is not there.
     static const Libarchive& get();
 
 private:
