@@ -63,7 +63,10 @@ function hostCharsets(memory) {
     const decoderAt = (at, size) => {
         const name = utf8.decode(bytesAt(at, size));
         let decoder = decoders.get(name);
-        if (decoder === undefined) decoders.set(name, decoder = decoderOf(name));
+        // In Chromium that of ISO-2022-JP keeps its state from one text to the next.
+        if (decoder === undefined || decoder?.encoding === 'iso-2022-jp') {
+            decoders.set(name, decoder = decoderOf(name));
+        }
         return decoder;
     };
     return {
