@@ -26,4 +26,13 @@ FileKind kindOfName(std::string_view path) noexcept {
     return isMailbox ? FileKind::mailbox : FileKind::byContent;
 }
 
+FileKind kindOfMember(std::string_view path) noexcept {
+    const std::string_view folder = path.substr(0, path.find_last_of('/') + 1);
+    constexpr std::array<std::string_view, 2> parts = {"/cur/", "/new/"};
+    const bool isInMaildir = std::ranges::any_of(parts, [&](std::string_view part) {
+        return folder.ends_with(part) || folder == part.substr(1);
+    });
+    return isInMaildir ? FileKind::message : kindOfName(path);
+}
+
 }  // namespace bouncecheck

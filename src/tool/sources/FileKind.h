@@ -19,4 +19,8 @@ enum class FileKind {
 /// mailboxes. Other names say nothing.
 FileKind kindOfName(std::string_view path) noexcept;
 
+/// What a member of an archive or a folder is known to hold: one message in the folders of a
+/// Maildir, "cur" and "new"; else as a file of that name.
+FileKind kindOfMember(std::string_view path) noexcept;
+
 }  // namespace bouncecheck

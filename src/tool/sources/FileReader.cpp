@@ -1,27 +1,11 @@
 #include "tool/sources/FileReader.h"
 
-#include <string_view>
-
 #include "tool/sources/Archive.h"
 #include "tool/sources/MboxReader.h"
 #include "tool/sources/Place.h"
 #include "tool/sources/Unpacked.h"
 
 namespace bouncecheck {
-namespace {
-
-/// What a member of an archive is known to hold: as a file of that name, and one message
-/// in the folders of a Maildir.
-FileKind kindOfMember(std::string_view name) noexcept {
-    const std::string_view folder = name.substr(0, name.find_last_of('/') + 1);
-    const auto isIn = [&](std::string_view part) {
-        return folder.ends_with(part) &&
-               (folder == part || folder.ends_with("/" + std::string(part)));
-    };
-    return isIn("cur/") || isIn("new/") ? FileKind::message : kindOfName(name);
-}
-
-}  // namespace
 
 void FileReader::read(const FileToRead& file, std::unique_ptr<InputStream> packed, unsigned layers,
                       UnpackedSize& size) {
