@@ -43,7 +43,14 @@ addEventListener(
         drawTable();
     }),
 );
+// In a frame, the page around it takes what is dropped: it hears that something comes.
+if (parent !== window) addEventListener("dragenter", () => parent.postMessage("dragenter", "*"));
 readState();
 drawHead();
 drawTotals();
 update();
+// Of a single message there is nothing to count, and all to explain.
+if (messageCount === 1) {
+    document.querySelector(".charts").hidden = true;
+    toggle(0);
+}
