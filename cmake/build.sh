@@ -106,6 +106,19 @@ build() (
     fi
 )
 
+# build_wasm TARGET: builds a WebAssembly module in build/node/cmake. Heeds BOUNCECHECK_STRICT,
+# as above.
+build_wasm() (
+    cd "$root"
+    local folder=build/node/cmake
+    [ -e "$folder/build.ninja" ] || quietly cmake -S bindings/node -B "$folder" -G Ninja \
+        --toolchain wasm32.cmake -D CMAKE_BUILD_TYPE=MinSizeRel || exit 1
+    [ -z "${BOUNCECHECK_STRICT:-}" ] ||
+        quietly cmake -D "BOUNCECHECK_STRICT=$BOUNCECHECK_STRICT" "$folder" || exit 1
+    echo "Building the WebAssembly module ..." >&2
+    quietly cmake --build "$folder" --target "$1"
+)
+
 # Runs a command and shows what it printed only when it fails.
 quietly() {
     local log status=0

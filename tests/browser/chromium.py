@@ -18,6 +18,7 @@ class Chromium:
 
     def __init__(self, width=1280, height=900):
         self.complaints = []
+        self._frames = []
         self._last_id = 0
         self._received = b""
         self._profile = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
@@ -39,6 +40,9 @@ class Chromium:
                                    flatten=True)["sessionId"]
         for domain in ("Page", "Runtime", "Log"):
             self.call(f"{domain}.enable")
+        # A frame without rights is a target of its own.
+        self.call("Target.setAutoAttach", autoAttach=True, waitForDebuggerOnStart=False,
+                  flatten=True)
 
     def __enter__(self):
         return self
@@ -61,13 +65,28 @@ class Chromium:
         while not self._loaded:
             self._take(self._receive())
 
-    def evaluate(self, expression):
-        """The value of a JavaScript expression, awaited."""
-        answer = self.call("Runtime.evaluate", expression=expression, returnByValue=True,
-                           awaitPromise=True, userGesture=True)
+    def evaluate(self, expression, frame=None):
+        """The value of a JavaScript expression, awaited; in a frame if one is given."""
+        answer = self._call("Runtime.evaluate", frame or self._session, expression=expression,
+                            returnByValue=True, awaitPromise=True, userGesture=True)
         if "exceptionDetails" in answer:
             raise RuntimeError(answer["exceptionDetails"]["exception"].get("description"))
         return answer["result"].get("value")
+
+    def frame(self):
+        """The frame without rights that came last, or None."""
+        return self._frames[-1] if self._frames else None
+
+    def choose(self, selector, files):
+        """Gives files, by their paths, to an input."""
+        field = self.call("Runtime.evaluate", expression=f"document.querySelector('{selector}')")
+        self.call("DOM.setFileInputFiles", files=list(map(str, files)),
+                  objectId=field["result"]["objectId"])
+
+    def drag(self, kind, x, y, files):
+        """A step of dragging files: dragEnter, dragOver or drop."""
+        data = {"items": [], "files": list(map(str, files)), "dragOperationsMask": 1}
+        self.call("Input.dispatchDragEvent", type=kind, x=x, y=y, data=data)
 
     def press(self, key, code):
         """A key that types nothing, such as "Enter" with its code 13."""
@@ -109,8 +128,12 @@ class Chromium:
 
     def _take(self, event):
         method, about = event.get("method"), event.get("params", {})
-        if method == "Page.loadEventFired":
+        if method == "Page.loadEventFired" and event["sessionId"] == self._session:
             self._loaded = True
+        elif method == "Target.attachedToTarget" and about["targetInfo"]["type"] == "iframe":
+            self._frames.append(about["sessionId"])
+        elif method == "Target.detachedFromTarget" and about["sessionId"] in self._frames:
+            self._frames.remove(about["sessionId"])
         elif method == "Runtime.exceptionThrown":
             self.complaints.append(json.dumps(about["exceptionDetails"]))
         elif method == "Log.entryAdded" and about["entry"]["level"] in ("error", "warning"):
