@@ -16,7 +16,7 @@ class BOUNCECHECK_EXPORT VerpPattern {
 public:
     /// What an address of the form carries.
     struct Match {
-        /// local-part@domain; "" for a form with a tag.
+        /// As `local-part@domain`; "" for a form with a tag.
         std::string address;
         /// "" for a form with an address.
         std::string tag;
