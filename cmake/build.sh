@@ -63,6 +63,7 @@ is_installed() {
         nlohmann-json3-dev) header nlohmann/json.hpp ;;
         libarchive-dev) header archive.h ;;
         zlib1g-dev) header zlib.h ;;
+        googletest) [ -e /usr/src/googletest/CMakeLists.txt ] ;;
         libgtest-dev) header gtest/gtest.h ;;
         libbenchmark-dev) header benchmark/benchmark.h ;;
         python3-dev) [ -e "$(python3 -c 'import sysconfig; print(sysconfig.get_path("include"))' 2>/dev/null)/Python.h" ] ;;
