@@ -1,27 +1,17 @@
 #include "tool/Batch.h"
 
-#include <sched.h>
-
-#include <algorithm>
 #include <new>
 #include <ostream>
 #include <stdexcept>
 #include <utility>
 
-#include "tool/OrderedPipeline.h"
+#include "tool/ClassifyAll.h"
 #include "tool/Problem.h"
 #include "tool/View.h"
 #include "tool/sources/Sources.h"
 
 namespace bouncecheck {
 namespace {
-
-/// The cores that this process may use, which can be fewer than there are.
-std::size_t availableCores() {
-    cpu_set_t cores;
-    if (sched_getaffinity(0, sizeof cores, &cores) != 0) return 1;
-    return static_cast<std::size_t>(std::max(1, CPU_COUNT(&cores)));
-}
 
 /// Rows on the terminal show how far the work is.
 bool showsProgress(const Options& options, const Terminal& terminal) {
@@ -56,27 +46,16 @@ Wanted Batch::wanted() const {
 }
 
 int Batch::run() {
-    const std::size_t jobs = options_.jobs > 0 ? options_.jobs : availableCores();
-    // Enough to keep a worker busy while the one before it has a large message.
-    constexpr std::size_t bytesPerWorker = std::size_t{4} << 20;
-    OrderedPipeline<Classified> pipeline(
-        jobs, jobs * bytesPerWorker,
+    classifyAll<Classified>(
+        options_.sources, options_.jobs,
         [wanted = wanted(), this] {
             return [classifier = std::make_shared<ToolClassifier>(wanted, options_.verp)](
                        Classified& message) { classifier->classify(message); };
         },
-        [this](const Classified& message) { show(message); });
-    readSources(
-        options_.sources,
-        [&](SourceMessage message) {
-            constexpr std::size_t ofEmptyMessage = 4096;
-            const std::size_t weight = message.bytes.size() + ofEmptyMessage;
-            pipeline.push(asRead(std::move(message)), weight);
-        },
+        [this](const Classified& message) { show(message); },
         [this](std::string_view source, std::string_view reason) {
             noteProblem(source, 0, reason);
         });
-    pipeline.finish();
     progress_.clear();
     output_->finish();
     if (page_) page_->finish();

@@ -2,21 +2,18 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
-#include <limits>
 #include <ostream>
 #include <stdexcept>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include <bouncecheck/Version.h>
-#include "text/Ascii.h"
+#include "tool/Arguments.h"
 #include "tool/ExitStatus.h"
 #include "tool/Help.h"
+#include "tool/InputOptions.h"
 #include "tool/OutputTargets.h"
-#include "tool/output/TerminalText.h"
 
 namespace bouncecheck {
 namespace {
@@ -32,90 +29,6 @@ struct CommandLine {
     bool explain = false;
     bool listPhrases = false;
 };
-
-/// The size that "500k" or "64M" means, in bytes.
-std::size_t parseSize(std::string_view text) {
-    std::size_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const std::string_view suffix = text.substr(static_cast<std::size_t>(end - text.data()));
-    constexpr std::string_view suffixes = "kmg";
-    std::size_t shift = 0;
-    if (suffix.size() == 1) {
-        const std::size_t at = suffixes.find(ascii::toLower(suffix.front()));
-        shift = at == std::string_view::npos ? 0 : 10 * (at + 1);
-    }
-    const bool isSize = error == std::errc() && suffix.size() == (shift > 0 ? 1 : 0) &&
-                        number > 0 &&
-                        number <= std::numeric_limits<std::size_t>::max() >> 1 >> shift;
-    if (!isSize) {
-        throw std::invalid_argument("\"" + std::string(text) +
-                                    "\" is no size such as 500k, 64m or 1g");
-    }
-    return number << shift;
-}
-
-/// What is wrong with a value becomes a usage error.
-template <class Parse>
-auto checkedBy(Parse parse) {
-    return [parse](const std::string& value) {
-        try {
-            parse(value);
-        } catch (const std::invalid_argument& error) {
-            throw CLI::ValidationError(error.what(), CLI::ExitCodes::ValidationError);
-        }
-    };
-}
-
-VerpPattern verpOf(const std::string& pattern) {
-    if (auto parsed = VerpPattern::parse(pattern)) return *std::move(parsed);
-    throw CLI::ValidationError(
-        "\"" + pattern + "\" is no form of an address with {local} and {domain}, or {tag}",
-        CLI::ExitCodes::ValidationError);
-}
-
-CLI::Validator oneOf(std::vector<std::string> names) {
-    return CLI::IsMember(std::move(names)).description("");  // the option's own names them
-}
-
-void declareInput(CLI::App& app, Options& options) {
-    constexpr const char* group = "Input";
-    app.add_option(
-           "PATH", options.sources.paths,
-           "Message and mailbox files, Maildirs, tar and zip archives, or folders\nof them, "
-           "compressed or not; '-' or none reads standard input")
-        ->type_name("");
-    app.add_option("--from-list", options.sources.listFile,
-                   "Read more paths from a file ('-': standard input), one a line")
-        ->type_name("FILE")
-        ->group(group);
-    app.add_flag("-0", options.sources.nulSeparated, "The list has a NUL behind each path")
-        ->group(group);
-    app.add_flag("--single", options.sources.single,
-                 "Read standard input and each file as one message, never as a\nmailbox")
-        ->group(group);
-    app.add_option_function<std::string>(
-           "--max-message-size",
-           checkedBy([&](std::string_view v) { options.sources.maxMessageSize = parseSize(v); }),
-           "Report and skip larger messages; k, m, g behind the number [64m]")
-        ->type_name("SIZE")
-        ->group(group);
-    app.add_option_function<std::vector<std::string>>(
-           "--verp",
-           [&](const std::vector<std::string>& patterns) {
-               for (const std::string& pattern : patterns) options.verp.push_back(verpOf(pattern));
-           },
-           "The form of the addresses that your mail comes back to, such as\n"
-           "bounces+{local}={domain}@lists.example.org or bounces-{tag}@example.org;\nrepeatable")
-        ->type_name("PATTERN")
-        ->expected(1)
-        ->allow_extra_args(false)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->group(group);
-    app.add_option("-j", options.jobs, "Classify N messages at a time [all cores]")
-        ->type_name("N")
-        ->check(CLI::Range(1, 1024).description(""))
-        ->group(group);
-}
 
 void declareOutput(CLI::App& app, CommandLine& line) {
     Options& options = line.options;
@@ -215,32 +128,17 @@ void declareOther(CLI::App& app, CommandLine& line) {
 }
 
 void declare(CLI::App& app, CommandLine& line) {
-    declareInput(app, line.options);
+    declareSources(app, line.options.sources);
+    declareMaxMessageSize(app, line.options.sources.maxMessageSize);
+    declareVerp(app, line.options.verp);
+    declareJobs(app, line.options.jobs);
     declareOutput(app, line);
     declareOther(app, line);
 }
 
-/// What stands behind an argument such as "[Gmail]", which CLI11 would take for a list of
-/// values. No argument holds it.
-constexpr char bracketGuard = '\0';
-
-/// The arguments from the last to the first, as CLI11 wants them.
-std::vector<std::string> guardedArguments(int argc, const char* const* argv) {
-    std::vector<std::string> arguments;
-    for (int i = argc - 1; i > 0; --i) {
-        std::string& argument = arguments.emplace_back(argv[i]);
-        if (argument.starts_with('[') && argument.ends_with(']')) argument += bracketGuard;
-    }
-    return arguments;
-}
-
 void removeGuards(Options& options) {
-    const auto removeGuard = [](std::string& path) {
-        if (path.ends_with(bracketGuard)) path.pop_back();
-    };
-    std::ranges::for_each(options.sources.paths, removeGuard);
-    for (auto* path :
-         {&options.sources.listFile, &options.outFile, &options.pageFile, &options.sortInto}) {
+    removeGuards(options.sources);
+    for (auto* path : {&options.outFile, &options.pageFile, &options.sortInto}) {
         if (*path) removeGuard(**path);
     }
 }
@@ -323,32 +221,17 @@ Options optionsOf(CommandLine line) {
 
 std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostream& out,
                                     std::ostream& err, int& status) {
-    const auto reportWrongUsage = [&](const char* problem) {
-        err << "bouncecheck: " << printable(problem) << " (see --help)\n";
-        status = EXIT_WRONG_USAGE;
-    };
-    const auto printRequested = [&](const std::string& text) {
-        if (!out.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
-            throw std::runtime_error("the output could not be written");
-        }
-        status = EXIT_ALL_CLASSIFIED;
-    };
     CLI::App app("Reports what returned and automatic e-mail means.", "bouncecheck");
     CommandLine line;
     declare(app, line);
-    try {
-        app.parse(guardedArguments(argc, argv));
-        return optionsOf(std::move(line));
-    } catch (const CLI::CallForHelp&) {
-        printRequested(helpText(app));
-    } catch (const CLI::CallForVersion& version) {
-        printRequested(version.what() + std::string("\n"));
-    } catch (const CLI::ParseError& error) {
-        reportWrongUsage(error.what());
-    } catch (const std::invalid_argument& error) {
-        reportWrongUsage(error.what());
-    }
-    return std::nullopt;
+    const Arguments arguments = {.argc = argc,
+                                 .argv = argv,
+                                 .help = [&] { return helpText(app); },
+                                 .hint = "see --help",
+                                 .wrongUsage = EXIT_WRONG_USAGE};
+    std::optional<Options> options;
+    status = readArguments(app, arguments, out, err, [&] { options = optionsOf(std::move(line)); });
+    return options;
 }
 
 }  // namespace bouncecheck

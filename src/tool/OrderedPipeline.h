@@ -34,7 +34,8 @@ template <class Item>
 class OrderedPipeline {
 public:
     using Work = std::function<void(Item&)>;
-    using Sink = std::function<void(const Item&)>;
+    /// May take the item apart.
+    using Sink = std::function<void(Item&)>;
 
     /// `makeWork` is called for the owner at once, and once by each worker, for a piece
     /// of work of its own.

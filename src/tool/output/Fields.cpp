@@ -7,6 +7,7 @@
 #include <bouncecheck/BounceType.h>
 #include "text/Ascii.h"
 #include "tool/output/Address.h"
+#include "tool/output/Evidence.h"
 #include "tool/sources/Place.h"
 
 namespace bouncecheck {
@@ -57,13 +58,8 @@ std::string_view feedbackType(const Shown& shown, std::string&) {
     return {};
 }
 
-/// What gave the reason: the words of the message, or else the code.
 std::string_view evidence(const Shown& shown, std::string&) {
-    if (!shown.recipient) return {};
-    const Recipient& recipient = *shown.recipient;
-    if (!recipient.quote.empty()) return recipient.quote;
-    return recipient.basis == ReasonBasis::status ? std::string_view(recipient.status)
-                                                  : recipient.row;
+    return shown.recipient ? evidenceOf(*shown.recipient) : std::string_view();
 }
 
 using Source = Field::Source;

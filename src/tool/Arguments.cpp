@@ -1,0 +1,69 @@
+#include "tool/Arguments.h"
+
+#include <algorithm>
+#include <ostream>
+#include <utility>
+
+#include "tool/ExitStatus.h"
+#include "tool/output/TerminalText.h"
+
+namespace bouncecheck {
+namespace {
+
+/// What stands behind an argument such as "[Gmail]", which CLI11 would take for a list of
+/// values. No argument holds it.
+constexpr char bracketGuard = '\0';
+
+/// The arguments from the last to the first, as CLI11 wants them.
+std::vector<std::string> guardedArguments(int argc, const char* const* argv) {
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i) {
+        std::string& argument = arguments.emplace_back(argv[i]);
+        if (argument.starts_with('[') && argument.ends_with(']')) argument += bracketGuard;
+    }
+    return arguments;
+}
+
+void print(std::ostream& out, const std::string& text) {
+    if (!out.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
+        throw std::runtime_error("the output could not be written");
+    }
+}
+
+}  // namespace
+
+int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, std::ostream& err,
+                  const std::function<void()>& complete) {
+    const auto reportWrongUsage = [&](const char* problem) {
+        err << "bouncecheck: " << printable(problem) << " (" << arguments.hint << ")\n";
+        return arguments.wrongUsage;
+    };
+    try {
+        app.parse(guardedArguments(arguments.argc, arguments.argv));
+        complete();
+    } catch (const CLI::CallForHelp&) {
+        print(out, arguments.help());
+    } catch (const CLI::CallForVersion& version) {
+        print(out, version.what() + std::string("\n"));
+    } catch (const CLI::ParseError& error) {
+        return reportWrongUsage(error.what());
+    } catch (const std::invalid_argument& error) {
+        return reportWrongUsage(error.what());
+    }
+    return EXIT_ALL_CLASSIFIED;
+}
+
+void removeGuard(std::string& path) {
+    if (path.ends_with(bracketGuard)) path.pop_back();
+}
+
+void removeGuards(SourceOptions& sources) {
+    std::ranges::for_each(sources.paths, removeGuard);
+    if (sources.listFile) removeGuard(*sources.listFile);
+}
+
+CLI::Validator oneOf(std::vector<std::string> names) {
+    return CLI::IsMember(std::move(names)).description("");  // the option's own names them
+}
+
+}  // namespace bouncecheck
