@@ -15,7 +15,8 @@ help_if_asked() {
 }
 
 # What the builds of the tool, of the npm package and of the benchmarks need.
-tool_packages=(g++ cmake ninja-build libcli11-dev libarchive-dev zlib1g-dev)
+tool_packages=(g++ cmake ninja-build libcli11-dev libarchive-dev zlib1g-dev libsqlite3-dev
+    nettle-dev)
 wasm_packages=(cmake ninja-build clang-19 lld-19 llvm-19 libc++-19-dev-wasm32
     libc++abi-19-dev-wasm32 libclang-rt-19-dev-wasm32 wasi-libc nodejs npm)
 bench_packages=(g++ cmake ninja-build pkg-config libbenchmark-dev libarchive-dev zlib1g-dev)
@@ -64,6 +65,8 @@ is_installed() {
         libarchive-dev) header archive.h ;;
         zlib1g-dev) header zlib.h ;;
         googletest) [ -e /usr/src/googletest/CMakeLists.txt ] ;;
+        libsqlite3-dev) header sqlite3.h ;;
+        nettle-dev) header nettle/sha2.h ;;
         libgtest-dev) header gtest/gtest.h ;;
         libbenchmark-dev) header benchmark/benchmark.h ;;
         python3-dev) [ -e "$(python3 -c 'import sysconfig; print(sysconfig.get_path("include"))' 2>/dev/null)/Python.h" ] ;;

@@ -1,0 +1,128 @@
+#include "ledger/Checking.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "ledger/AddressKey.h"
+#include "ledger/AddressStates.h"
+
+namespace bouncecheck::ledger {
+namespace {
+
+/// What an address should have.
+struct Expected {
+    AddressState state;
+    std::int64_t count = 0;
+    std::optional<Time> firstSeen;
+    std::optional<Time> lastSeen;
+
+    bool operator==(const Expected&) const = default;
+};
+
+/// Computes all from all reports, one after the other. The states themselves are kept another
+/// way (AddressStates), which does not read everything again for each report.
+class PlainStates {
+public:
+    explicit PlainStates(Ledger& ledger)
+        : protection_(ledger),
+          rules_(rulesOf(ledger)),
+          reports_(ledger.database(),
+                   "SELECT seen, bearing, reason FROM events WHERE address = ?1 "
+                   "ORDER BY seen, bearing = 'success', reason"),
+          decisions_(ledger.database(),
+                     "SELECT decision, made FROM decisions WHERE address = ?1 ORDER BY id") {}
+
+    Expected of(std::int64_t id, std::string_view key, bool isMailbox) {
+        Expected expected;
+        AddressHistory history;
+        history.isMailbox = isMailbox;
+        history.isProtected = !protection_.patternFor(key).empty();
+        RetryDays days(rules_);
+        std::optional<Bearing> retries;
+        reports_.with(id);
+        while (reports_.step()) {
+            const Time seen = reports_.number(0);
+            const std::string_view bearing = reports_.text(1);
+            const auto extend = [&](std::optional<Bearing>& whole) {
+                if (!whole) whole = Bearing{seen, ""};
+                whole->lastReason = reports_.text(2);
+            };
+            if (bearing == "success") days.clear();
+            if (bearing == "retry") days.add(seen);
+            if (bearing == "retry") extend(retries);
+            if (bearing == "suppress") extend(history.suppressed);
+            if (bearing == "unsubscribe") extend(history.unsubscribed);
+            if (bearing.empty() || bearing == "success") continue;
+            ++expected.count;
+            expected.firstSeen = std::min(seen, expected.firstSeen.value_or(seen));
+            expected.lastSeen = seen;
+        }
+        if (days.reached()) history.exhausted = Bearing{*days.reached(), retries->lastReason};
+        decisions_.with(id);
+        while (decisions_.step()) {
+            history.decision = decisions_.text(0);
+            history.decided = decisions_.number(1);
+        }
+        expected.state = stateOf(history);
+        return expected;
+    }
+
+private:
+    Protection protection_;
+    Rules rules_;
+    Statement reports_, decisions_;
+};
+
+std::int64_t numberOf(Ledger& ledger, const char* sql) {
+    Statement statement(ledger.database(), sql);
+    return statement.step() ? statement.number(0) : 0;
+}
+
+void checkFile(Ledger& ledger, const OnFault& onFault) {
+    Statement integrity(ledger.database(), "PRAGMA integrity_check");
+    while (integrity.step()) {
+        if (integrity.text(0) != "ok") onFault(integrity.text(0));
+    }
+    Statement keys(ledger.database(), "PRAGMA foreign_key_check");
+    while (keys.step()) {
+        onFault("a row of " + std::string(keys.text(0)) + " refers to none of " +
+                std::string(keys.text(2)));
+    }
+}
+
+void checkStates(Ledger& ledger, const OnFault& onFault) {
+    PlainStates states(ledger);
+    Statement addresses(ledger.database(),
+                        "SELECT id, key, is_mailbox, state, cause, reason, since, count, "
+                        "first_seen, last_seen FROM addresses");
+    while (addresses.step()) {
+        const Expected found = {{addresses.text(3) == "suppressed", std::string(addresses.text(4)),
+                                 std::string(addresses.text(5)), addresses.optionalNumber(6)},
+                                addresses.number(7),
+                                addresses.optionalNumber(8),
+                                addresses.optionalNumber(9)};
+        const std::string key(addresses.text(1));
+        if (found != states.of(addresses.number(0), key, addresses.number(2) != 0)) {
+            onFault("the state of " + key + " does not follow from its reports");
+        }
+    }
+}
+
+}  // namespace
+
+Contents check(Ledger& ledger, const OnFault& onFault) {
+    checkFile(ledger, onFault);
+    // What is read belongs together, whoever writes meanwhile.
+    ledger.database().run("BEGIN");
+    checkStates(ledger, onFault);
+    const Contents contents = {
+        numberOf(ledger, "SELECT count(*) FROM messages"),
+        numberOf(ledger, "SELECT count(*) FROM events"),
+        numberOf(ledger, "SELECT count(*) FROM addresses"),
+        numberOf(ledger, "SELECT count(*) FROM addresses WHERE state = 'suppressed'")};
+    ledger.database().run("COMMIT");
+    return contents;
+}
+
+}  // namespace bouncecheck::ledger

@@ -1,0 +1,141 @@
+#include "ledger/Ledger.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include "ledger/LedgerError.h"
+#include "ledger/Schema.h"
+
+namespace bouncecheck::ledger {
+namespace {
+
+using Kind = LedgerError::Kind;
+
+/// A file descriptor.
+class Descriptor {
+public:
+    explicit Descriptor(int fd) noexcept : fd_(fd) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    int get() const noexcept { return fd_; }
+    explicit operator bool() const noexcept { return fd_ >= 0; }
+
+private:
+    int fd_;
+};
+
+[[noreturn]] void failToOpen(const std::string& path) {
+    throw LedgerError(errno == ENOENT ? Kind::missing : Kind::unavailable,
+                      path + ": " + std::strerror(errno));
+}
+
+bool writeAll(int fd, std::span<const std::byte> bytes) noexcept {
+    while (!bytes.empty()) {
+        const ssize_t size = ::write(fd, bytes.data(), bytes.size());
+        if (size < 0 && errno == EINTR) continue;
+        if (size <= 0) return false;
+        bytes = bytes.subspan(static_cast<std::size_t>(size));
+    }
+    return ::fsync(fd) == 0;
+}
+
+/// A file beside `path`, which is removed again.
+class UnfinishedFile {
+public:
+    explicit UnfinishedFile(const std::string& path)
+        : name_(path + ".XXXXXX"), fd_(::mkostemp(name_.data(), O_CLOEXEC)) {
+        if (!fd_) failToOpen(path);
+    }
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+    ~UnfinishedFile() {
+        if (fd_) ::unlink(name_.c_str());
+    }
+
+    int fd() const noexcept { return fd_.get(); }
+    /// Gives it the name `path`, unless another file has that by now.
+    bool linkTo(const std::string& path) const noexcept {
+        return ::link(name_.c_str(), path.c_str()) == 0 || errno == EEXIST;
+    }
+
+private:
+    std::string name_;
+    Descriptor fd_;
+};
+
+bool exists(const std::string& path) noexcept {
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0;
+}
+
+void create(const std::string& path) {
+    // What SQLite would read into any database of that name.
+    const std::string log = path + "-wal";
+    if (exists(log) && !exists(path)) {
+        throw LedgerError(Kind::refused, path + ": is not there, but " + log +
+                                             " is: put the ledger back, or remove that");
+    }
+    const UnfinishedFile file(path);
+    const std::vector<std::byte> empty = emptyLedger();
+    // It says who got what mail.
+    constexpr mode_t mode = 0640;
+    if (!writeAll(file.fd(), empty) || ::fchmod(file.fd(), mode) != 0 || !file.linkTo(path)) {
+        failToOpen(path);
+    }
+}
+
+/// Throws unless the file begins like a ledger that this version reads.
+void checkHeader(const std::string& path, int fd) {
+    std::array<char, fileHeaderSize> bytes{};
+    const ssize_t size = ::pread(fd, bytes.data(), bytes.size(), 0);
+    if (size < 0) failToOpen(path);
+    const FileHeader header =
+        readFileHeader(std::string_view(bytes.data(), static_cast<std::size_t>(size)));
+    if (!header.isDatabase || header.applicationId != applicationId) {
+        throw LedgerError(Kind::refused, path + ": is no ledger");
+    }
+    if (header.version > schemaVersion()) {
+        throw LedgerError(Kind::refused, path + ": was written by a later version of bouncecheck");
+    }
+}
+
+/// The path of a ledger that is there.
+const std::string& madeSure(const std::string& path, Ledger::Missing missing) {
+    constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
+    int fd = ::open(path.c_str(), flags);
+    if (fd < 0 && errno == ENOENT && missing == Ledger::Missing::create) {
+        create(path);
+        fd = ::open(path.c_str(), flags);
+    }
+    const Descriptor file(fd);
+    if (!file) {
+        if (errno == ENOENT) throw LedgerError(Kind::missing, path + ": there is no such ledger");
+        failToOpen(path);
+    }
+    checkHeader(path, file.get());
+    return path;
+}
+
+}  // namespace
+
+Ledger::Ledger(std::string path, Missing missing, Durability durability)
+    : path_(std::move(path)), database_(madeSure(path_, missing)) {
+    database_.run("PRAGMA foreign_keys = ON; PRAGMA cell_size_check = ON;");
+    database_.run(durability == Durability::each ? "PRAGMA synchronous = FULL"
+                                                 : "PRAGMA synchronous = NORMAL");
+    migrate(database_);
+}
+
+}  // namespace bouncecheck::ledger

@@ -1,0 +1,53 @@
+#include "ledger/Listing.h"
+
+#include <string>
+
+namespace bouncecheck::ledger {
+namespace {
+
+constexpr const char* columns =
+    "SELECT coalesce(written, key), state = 'suppressed', cause, reason, since, first_seen, "
+    "last_seen, count, CASE WHEN cause IN ('deny', 'allow') "
+    "THEN (SELECT text FROM decisions d WHERE d.address = a.id ORDER BY d.id DESC LIMIT 1) "
+    "ELSE (SELECT coalesce(evidence, diagnostic) FROM events e "
+    "WHERE e.address = a.id AND e.bearing = a.cause ORDER BY e.seen DESC, e.reason DESC LIMIT 1) "
+    "END, changed FROM addresses a ";
+
+void handOut(Statement& statement, const OnAddress& onAddress) {
+    while (statement.step()) {
+        onAddress({.address = statement.text(0),
+                   .isSuppressed = statement.number(1) != 0,
+                   .cause = statement.text(2),
+                   .reason = statement.text(3),
+                   .since = statement.optionalNumber(4),
+                   .firstSeen = statement.optionalNumber(5),
+                   .lastSeen = statement.optionalNumber(6),
+                   .count = statement.number(7),
+                   .evidence = statement.text(8),
+                   .changed = statement.optionalNumber(9)});
+    }
+}
+
+void handOutWhere(Ledger& ledger, const char* condition, const OnAddress& onAddress) {
+    Statement statement(ledger.database(), (std::string(columns) + condition).c_str());
+    handOut(statement, onAddress);
+}
+
+}  // namespace
+
+void forEachSuppressed(Ledger& ledger, const OnAddress& onAddress) {
+    handOutWhere(ledger, "WHERE state = 'suppressed' ORDER BY key", onAddress);
+}
+
+void forEachProtected(Ledger& ledger, const OnAddress& onAddress) {
+    handOutWhere(ledger, "WHERE cause = 'protected' ORDER BY key", onAddress);
+}
+
+void forEachChanged(Ledger& ledger, Time time, const OnAddress& onAddress) {
+    Statement statement(
+        ledger.database(),
+        (std::string(columns) + "WHERE changed >= ?1 ORDER BY changed, id").c_str());
+    handOut(statement.with(time), onAddress);
+}
+
+}  // namespace bouncecheck::ledger

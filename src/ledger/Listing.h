@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "ledger/Entries.h"
+#include "ledger/Ledger.h"
+
+namespace bouncecheck::ledger {
+
+/// An address as `forEachAddress` hands it out. What is not known is empty.
+struct ListedAddress {
+    std::string_view address;
+    bool isSuppressed = false;
+    /// As in `AddressState`.
+    std::string_view cause;
+    std::string_view reason;
+    std::optional<Time> since;
+    /// Of the reports against it.
+    std::optional<Time> firstSeen;
+    std::optional<Time> lastSeen;
+    std::int64_t count = 0;
+    /// The words of the last report that counts, or those of the decision.
+    std::string_view evidence;
+    std::optional<Time> changed;
+};
+
+using OnAddress = std::function<void(const ListedAddress& address)>;
+
+/// The addresses that are suppressed, in the order of their keys.
+void forEachSuppressed(Ledger& ledger, const OnAddress& onAddress);
+/// Those that would be, but are protected.
+void forEachProtected(Ledger& ledger, const OnAddress& onAddress);
+/// All whose suppression began, ended or got another cause at `time` or later, in the order of
+/// these changes. A reader that asks with the last `changed` that it has got misses none.
+void forEachChanged(Ledger& ledger, Time time, const OnAddress& onAddress);
+
+}  // namespace bouncecheck::ledger

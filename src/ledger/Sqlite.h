@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/// SQLite as the ledger uses it. What fails throws LedgerError, or std::bad_alloc.
+namespace bouncecheck::ledger {
+
+/// A connection to a database file that is there. One thread at a time.
+class Database {
+public:
+    explicit Database(const std::string& path);
+
+    /// Runs statements that give no rows, one after the other.
+    void run(const char* sql);
+    /// The number of rows that the last insertion, update or deletion changed.
+    std::int64_t changes() const noexcept;
+    std::int64_t lastRow() const noexcept;
+    /// Leaves the write-ahead log beside the file when the connection closes, rather than move it
+    /// into the file, which waits for the disk twice. It moves when it has grown.
+    void leaveLog();
+
+private:
+    friend class Statement;
+    struct Close {
+        void operator()(sqlite3* connection) const noexcept;
+    };
+    [[noreturn]] void fail(int code) const;
+
+    std::string path_;
+    std::unique_ptr<sqlite3, Close> connection_;
+};
+
+/// A statement that is prepared once and run any number of times. The texts that are bound
+/// have to live until the next `reset`.
+class Statement {
+public:
+    /// `database` has to outlive it.
+    Statement(Database& database, const char* sql);
+
+    /// Begins again, with these values for ?1, ?2, ...
+    template <class... Values>
+    Statement& with(const Values&... values) {
+        reset();
+        int place = 0;
+        (bind(++place, values), ...);
+        return *this;
+    }
+    /// Runs it to its next row; false at the end.
+    bool step();
+    /// Runs it to its end.
+    void run() {
+        while (step()) {
+        }
+        reset();
+    }
+    void reset() noexcept;
+
+    // --- The values of a row, valid until the next step ---------------------
+
+    bool isNull(int column) const noexcept;
+    std::int64_t number(int column) const noexcept;
+    std::optional<std::int64_t> optionalNumber(int column) const noexcept;
+    /// "" for NULL.
+    std::string_view text(int column) const noexcept;
+
+private:
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const noexcept;
+    };
+    void bind(int place, std::int64_t value);
+    void bind(int place, std::optional<std::int64_t> value);
+    void bind(int place, std::string_view text);
+    void bind(int place, std::span<const std::byte> bytes);
+
+    Database& database_;
+    std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+};
+
+/// Either all of its changes are in the database or none. Other processes that want to write
+/// wait from the beginning, so that what is read within stays true.
+class Transaction {
+public:
+    explicit Transaction(Database& database) : database_(&database) {
+        database.run("BEGIN IMMEDIATE");
+    }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction();
+
+    void commit();
+
+private:
+    /// Null once it is committed.
+    Database* database_;
+};
+
+/// A text that is NULL where it is empty.
+std::string_view orNull(std::string_view text) noexcept;
+
+}  // namespace bouncecheck::ledger
