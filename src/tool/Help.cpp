@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <string_view>
 
+#include "tool/commands/Command.h"
 #include "tool/output/Fields.h"
 
 namespace bouncecheck {
@@ -49,11 +50,10 @@ std::string namesOf(const CLI::Option& option) {
     return names;
 }
 
-}  // namespace
-
-std::string helpText(const CLI::App& app) {
-    std::string text =
-        app.get_description() + "\n\nUsage: " + app.get_name() + " [OPTION]... [PATH]...\n";
+/// The description, the line of usage, and all options by their groups.
+std::string optionsText(const CLI::App& app, std::string_view arguments) {
+    std::string text = app.get_description() + "\n\nUsage: " + app.get_name() + " ";
+    text.append(arguments).append("\n");
     std::string group;
     for (const CLI::Option* option : app.get_options()) {
         const bool isOption = !option->get_positional();
@@ -67,10 +67,26 @@ std::string helpText(const CLI::App& app) {
         appendWords(line, option->get_description(), descriptionColumn);
         text.append(line).append("\n");
     }
+    return text;
+}
+
+}  // namespace
+
+std::string helpText(const CLI::App& app) {
+    std::string text = optionsText(app, "[OPTION]... [PATH]...");
     text += "\nFields:";
     for (const Field& field : allFields()) appendWords(text, field.name, 2);
+    text += "\n\nCommands on a ledger of bounces, each with its --help:";
+    for (const CommandRow& command : allCommands()) appendWords(text, command.name, 2);
     text += "\n\n";
     appendWords(text, exitStatus, 0);
+    return text + "\n";
+}
+
+std::string commandHelpText(const CLI::App& app, std::string_view arguments,
+                            std::string_view closing) {
+    std::string text = optionsText(app, arguments) + "\n";
+    appendWords(text, closing, 0);
     return text + "\n";
 }
 

@@ -13,6 +13,7 @@
 #include "tool/Options.h"
 #include "tool/Problem.h"
 #include "tool/RunFiles.h"
+#include "tool/commands/Command.h"
 #include "tool/sources/Sources.h"
 
 namespace bouncecheck {
@@ -43,6 +44,9 @@ int runWith(Options options, std::ostream& standardOut, std::ostream& err,
 
 int runTool(int argc, const char* const* argv, std::ostream& out, std::ostream& err,
             const Terminal& terminal) {
+    // A file of that name is "./NAME".
+    const CommandRow* command = argc > 1 ? commandNamed(argv[1]) : nullptr;
+    if (command) return runCommand(*command, argc - 1, argv + 1, {out, err, terminal});
     try {
         int status = EXIT_ALL_CLASSIFIED;
         std::optional<Options> options = parseOptions(argc, argv, out, err, status);

@@ -125,6 +125,11 @@ private:
     /// Null for what is no source but written by the run. Once it is open, it cannot
     /// become another file.
     std::unique_ptr<InputStream> open(const std::string& path) const {
+        // Opening and closing a database would take away its locks.
+        if (path != "-" && !excluded_.empty()) {
+            const auto excluded = identityOf(path);
+            if (excluded && isAmong(excluded_, *excluded)) return nullptr;
+        }
         auto stream = path == "-" ? openStandardInput() : openFile(path);
         const auto file = stream->identity();
         if (file && isAmong(excluded_, *file)) return nullptr;

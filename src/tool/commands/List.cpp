@@ -1,0 +1,116 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ledger/AddressKey.h"
+#include "ledger/Listing.h"
+#include "tool/Arguments.h"
+#include "tool/RecipientFilter.h"
+#include "tool/commands/Command.h"
+#include "tool/commands/LedgerOptions.h"
+#include "tool/commands/ListForms.h"
+#include "tool/commands/Times.h"
+
+namespace bouncecheck {
+namespace {
+
+constexpr std::pair<std::string_view, ListForm> forms[] = {{"table", ListForm::table},
+                                                           {"json", ListForm::json},
+                                                           {"csv", ListForm::csv},
+                                                           {"tsv", ListForm::tsv}};
+
+class List final : public Command {
+public:
+    void declare(CLI::App& app) override {
+        constexpr const char* group = "Output";
+        declareLedger(app, file_);
+        app.add_option_function<std::string>(
+               "--advice", checkedBy([&](std::string_view v) { filter_.keepAdvices(v); }),
+               "Only what was suppressed by this advice: suppress, unsubscribe, retry, or\nnone "
+               "(by hand)")
+            ->type_name("LIST")
+            ->group(group);
+        app.add_option_function<std::string>(
+               "--reason", checkedBy([&](std::string_view v) { filter_.keepReasons(v); }),
+               "Only what failed for these reasons, such as unknown-mailbox,mailbox-full")
+            ->type_name("LIST")
+            ->group(group);
+        declareTime(app, "--since", since_,
+                    "Only what was suppressed at this time or later: 2026-11-22,\n"
+                    "2026-11-22T10:00:00Z, or 7d for the last seven days");
+        declareTime(app, "--changes-since", changesSince_,
+                    "Instead, all whose suppression began, ended or got another cause at this\n"
+                    "time or later, in the order of the changes");
+        app.add_option("--format", format_, "table, json (an object a line), csv or tsv [table]")
+            ->type_name("FORMAT")
+            ->check(oneOf({"table", "json", "csv", "tsv"}))
+            ->group(group);
+    }
+
+    int run(const CommandStreams& streams) override {
+        ledger::Ledger file(file_, ledger::Ledger::Missing::refuse);
+        const auto* form =
+            std::ranges::find(forms, format_, [](const auto& one) { return one.first; });
+        const auto show = makeList(form->second, streams.out,
+                                   styleFor(ColorWhen::automatic, streams.terminal, false));
+        const auto showWanted = [&](const ledger::ListedAddress& address) {
+            if (isWanted(address)) show(address);
+            if (!streams.out) throw std::runtime_error("the output could not be written");
+        };
+        if (changesSince_) {
+            ledger::forEachChanged(file, *changesSince_, showWanted);
+        } else {
+            ledger::forEachSuppressed(file, showWanted);
+        }
+        if (!streams.out.flush()) throw std::runtime_error("the output could not be written");
+        warnOfProtected(file, streams.err);
+        return EXIT_ALL_CLASSIFIED;
+    }
+
+private:
+    static void declareTime(CLI::App& app, const char* name, std::optional<ledger::Time>& time,
+                            const char* description) {
+        app.add_option_function<std::string>(
+               name, checkedBy([&time](std::string_view v) { time = parseTime(v, timeNow()); }),
+               description)
+            ->type_name("TIME")
+            ->group("Output");
+    }
+
+    bool isWanted(const ledger::ListedAddress& address) const {
+        if (since_ && address.since < since_) return false;
+        Recipient recipient;
+        recipient.advice = adviceNamed(address.cause).value_or(Advice::none);
+        recipient.reason = reasonNamed(address.reason).value_or(Reason::none);
+        return filter_.wants(recipient);
+    }
+
+    static void warnOfProtected(ledger::Ledger& file, std::ostream& err) {
+        const ledger::Protection protection(file);
+        std::vector<ledger::SparedAddress> spared;
+        ledger::forEachProtected(file, [&](const ledger::ListedAddress& address) {
+            const std::string key = ledger::keyOf(address.address);
+            spared.push_back({std::string(address.address), std::string(protection.patternFor(key)),
+                              std::string(address.reason)});
+        });
+        warnOfSpared(err, spared);
+    }
+
+    std::string file_;
+    RecipientFilter filter_;
+    std::optional<ledger::Time> since_;
+    std::optional<ledger::Time> changesSince_;
+    std::string format_ = "table";
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeListCommand() { return std::make_unique<List>(); }
+
+}  // namespace bouncecheck

@@ -1,0 +1,47 @@
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+#include "ledger/Recorder.h"
+#include "tool/InputOptions.h"
+#include "tool/commands/Command.h"
+#include "tool/commands/Intake.h"
+#include "tool/commands/LedgerOptions.h"
+
+namespace bouncecheck {
+namespace {
+
+class Record final : public Command {
+public:
+    void declare(CLI::App& app) override {
+        declareLedger(app, file_);
+        declareRules(app, rules_);
+        declareMaxMessageSize(app, maxMessageSize_);
+        declareVerp(app, verp_);
+    }
+
+    int run(const CommandStreams& streams) override {
+        // The message first: no other process has to wait while it comes.
+        const ledger::Time now = timeNow();
+        const ledger::MessageEntry entry =
+            Intake(maxMessageSize_, verp_).read(*openStandardInput(), "", now);
+        ledger::Ledger file(file_, ledger::Ledger::Missing::create);
+        file.database().leaveLog();
+        applyRules(file, rules_);
+        const ledger::Recorded recorded = ledger::Recorder(file).record({&entry, 1}, now);
+        warnOfSpared(streams.err, recorded.spared);
+        return EXIT_ALL_CLASSIFIED;
+    }
+
+private:
+    std::string file_;
+    RuleOptions rules_;
+    std::size_t maxMessageSize_ = SourceOptions().maxMessageSize;
+    std::vector<VerpPattern> verp_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeRecordCommand() { return std::make_unique<Record>(); }
+
+}  // namespace bouncecheck

@@ -1,0 +1,143 @@
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <cstddef>
+#include <new>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ledger/Recorder.h"
+#include "tool/Arguments.h"
+#include "tool/ClassifyAll.h"
+#include "tool/InputOptions.h"
+#include "tool/Problem.h"
+#include "tool/Progress.h"
+#include "tool/commands/Command.h"
+#include "tool/commands/LedgerEntry.h"
+#include "tool/commands/LedgerOptions.h"
+#include "tool/sources/Place.h"
+
+namespace bouncecheck {
+namespace {
+
+/// A message on its way into the ledger.
+struct ScannedMessage {
+    explicit ScannedMessage(Classified read) noexcept : message(std::move(read)) {}
+
+    Classified message;
+    ledger::MessageEntry entry;
+};
+
+/// Writes entries by the batch, since a transaction takes longer than most messages.
+class BatchRecorder {
+public:
+    BatchRecorder(ledger::Ledger& file, std::ostream& err) : recorder_(file), err_(err) {}
+
+    void add(ledger::MessageEntry entry) {
+        // Little enough that other processes do not wait for long.
+        constexpr std::size_t mostReports = 1'000;
+        reports_ += 1 + entry.reports.size();
+        entries_.push_back(std::move(entry));
+        if (reports_ >= mostReports) write();
+    }
+    void write() {
+        if (entries_.empty()) return;
+        ledger::Recorded recorded = recorder_.record(entries_, timeNow());
+        entries_.clear();
+        reports_ = 0;
+        std::erase_if(recorded.spared, [this](const ledger::SparedAddress& one) {
+            return !warned_.insert(one.address).second;
+        });
+        warnOfSpared(err_, recorded.spared);
+    }
+
+private:
+    ledger::Recorder recorder_;
+    std::ostream& err_;
+    std::vector<ledger::MessageEntry> entries_;
+    std::size_t reports_ = 0;
+    std::set<std::string> warned_;
+};
+
+class Scan final : public Command {
+public:
+    void declare(CLI::App& app) override {
+        declareLedger(app, file_);
+        declareRules(app, rules_);
+        declareSources(app, sources_);
+        declareMaxMessageSize(app, sources_.maxMessageSize);
+        declareVerp(app, verp_);
+        declareJobs(app, jobs_);
+    }
+
+    void complete() override {
+        removeGuards(sources_);
+        if (sources_.nulSeparated && !sources_.listFile) {
+            throw std::invalid_argument("-0 takes --from-list");
+        }
+        if (sources_.paths.empty() && !sources_.listFile) sources_.paths.emplace_back("-");
+    }
+
+    int run(const CommandStreams& streams) override {
+        ledger::Ledger file(file_, ledger::Ledger::Missing::create,
+                            ledger::Ledger::Durability::last);
+        applyRules(file, rules_);
+        for (const char* end : {"", "-wal", "-shm"}) sources_.excluded.push_back(file_ + end);
+        BatchRecorder recorder(file, streams.err);
+        Progress progress(streams.err, streams.terminal.isErr);
+        int status = EXIT_ALL_CLASSIFIED;
+        const auto noteProblem = [&](std::string_view source, std::uint64_t index,
+                                     std::string_view reason) {
+            progress.clear();
+            reportProblem(streams.err, source, index, reason);
+            status = EXIT_SOME_UNREADABLE;
+        };
+        classifyAll<ScannedMessage>(
+            sources_, jobs_, [this] { return work(); },
+            [&](ScannedMessage& scanned) {
+                const Classified& message = scanned.message;
+                progress.update(message.size, message.progress);
+                if (message.problem.empty()) {
+                    recorder.add(std::move(scanned.entry));
+                } else {
+                    noteProblem(message.source, message.inMailbox ? message.index : 0,
+                                message.problem);
+                }
+            },
+            [&](std::string_view source, std::string_view reason) {
+                noteProblem(source, 0, reason);
+            });
+        recorder.write();
+        return status;
+    }
+
+private:
+    OrderedPipeline<ScannedMessage>::Work work() {
+        return [classifier = std::make_shared<ToolClassifier>(wantedByLedger, verp_),
+                now = timeNow()](ScannedMessage& scanned) {
+            Classified& message = scanned.message;
+            const ledger::Digest digest = ledger::digestOf(message.bytes);
+            classifier->classify(message);
+            try {
+                scanned.entry =
+                    entryOf(message, digest,
+                            placeOf(message.source, message.index, message.inMailbox), now);
+            } catch (const std::bad_alloc&) {
+                message.problem = outOfMemory;
+            }
+        };
+    }
+
+    std::string file_;
+    RuleOptions rules_;
+    SourceOptions sources_;
+    std::vector<VerpPattern> verp_;
+    std::size_t jobs_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeScanCommand() { return std::make_unique<Scan>(); }
+
+}  // namespace bouncecheck
