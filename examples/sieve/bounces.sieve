@@ -2,5 +2,5 @@
 require ["envelope", "vnd.dovecot.pipe"];
 
 if envelope :localpart "to" "bounces" {
-    pipe "record-bounce" ["/var/lib/bounces/bounces.jsonl"];
+    pipe "bouncecheck" ["record", "--ledger", "/var/lib/bounces/bounces.db"];
 }
