@@ -64,6 +64,7 @@ is_installed() {
         nlohmann-json3-dev) header nlohmann/json.hpp ;;
         libarchive-dev) header archive.h ;;
         zlib1g-dev) header zlib.h ;;
+        tcl) command -v tclsh >/dev/null ;;
         googletest) [ -e /usr/src/googletest/CMakeLists.txt ] ;;
         libsqlite3-dev) header sqlite3.h ;;
         nettle-dev) header nettle/sha2.h ;;
