@@ -31,7 +31,7 @@ struct OutputParts {
     std::vector<const Field*> fields;
     bool data = false;
     bool trace = false;
-    RowChoice rows;
+    RowChoice rows = {};
     /// Of CSV and TSV: a line of names above the values.
     bool headings = true;
     /// Of CSV: put an apostrophe before values that spreadsheets take for formulas.
