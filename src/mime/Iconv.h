@@ -36,7 +36,8 @@ private:
     /// Forgets the text before.
     void reset();
 
-    const char* charset_;
+    // Not every build has what it is for.
+    [[maybe_unused]] const char* charset_;
     std::unique_ptr<void, Close> handle_;
 };
 
