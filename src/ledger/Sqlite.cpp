@@ -83,6 +83,10 @@ std::int64_t Database::lastRow() const noexcept {
     return ::sqlite3_last_insert_rowid(connection_.get());
 }
 
+void Database::waitForLocks(std::chrono::milliseconds most) noexcept {
+    ::sqlite3_busy_timeout(connection_.get(), static_cast<int>(most.count()));
+}
+
 void Database::leaveLog() {
     ::sqlite3_db_config(connection_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     ::sqlite3_wal_hook(connection_.get(), moveLongLog, nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -24,6 +25,8 @@ public:
     /// The number of rows that the last insertion, update or deletion changed.
     std::int64_t changes() const noexcept;
     std::int64_t lastRow() const noexcept;
+    /// How long to wait for another process that writes; half a minute if nothing is said.
+    void waitForLocks(std::chrono::milliseconds most) noexcept;
     /// Leaves the write-ahead log beside the file when the connection closes, rather than move it
     /// into the file, which waits for the disk twice. It moves when it has grown.
     void leaveLog();

@@ -69,6 +69,7 @@ int runCommand(const CommandRow& row, int argc, const char* const* argv,
 // One file each.
 std::unique_ptr<Command> makeRecordCommand();
 std::unique_ptr<Command> makeScanCommand();
+std::unique_ptr<Command> makeWatchCommand();
 std::unique_ptr<Command> makeListCommand();
 std::unique_ptr<Command> makeWhyCommand();
 std::unique_ptr<Command> makeAllowCommand();
