@@ -7,6 +7,7 @@
 #include "text/ByteSet.h"
 #include "text/NextByte.h"
 #include "text/Search.h"
+#include "text/Utf8.h"
 
 namespace bouncecheck {
 namespace {
@@ -16,6 +17,22 @@ struct PlainByte {
     char byte = ' ';
     std::size_t length = 1;
 };
+
+/// The plain letters of U+00C0 to U+00FF and of U+0100 to U+017F; "." for what has none. Replies
+/// are often in ASCII, whatever their language.
+constexpr std::string_view plainLatin =
+    "aaaaaa.ceeeeiiii.nooooo.ouuuuy..aaaaaa.ceeeeiiii.nooooo.ouuuuy.y"
+    "aaaaaaccccccccddddeeeeeeeeeegggggggghhhhiiiiiiiiii..jjkkkllllllllllnnnnnnnnnoooooo.."
+    "rrrrrrssssssssttttttuuuuuuuuuuuuwwyyyzzzzzzs";
+static_assert(plainLatin.size() == 0x180 - 0xC0);
+
+/// The plain letter of the character at the start of `text`; "." for none.
+char plainLatinAt(std::string_view text) noexcept {
+    const auto first = static_cast<unsigned char>(text[0]);
+    if (first < 0xC3 || first > 0xC5 || text.size() < 2 || !continuesCharacter(text[1])) return '.';
+    const auto second = static_cast<unsigned char>(text[1]);
+    return plainLatin[(first - 0xC3u) * 0x40 + (second - 0x80u)];
+}
 
 /// The letters of two bytes whose small form has two as well.
 PlainByte letterAt(std::string_view text, std::size_t at) noexcept {
@@ -34,6 +51,7 @@ PlainByte plainByteAt(std::string_view text, std::size_t at) noexcept {
     if (ascii::isSpace(c)) return {' '};
     if (ascii::isAscii(c)) return {c};
     const std::string_view rest = text.substr(at, 3);
+    if (const char letter = plainLatinAt(rest); letter != '.') return {letter, 2};
     if (rest == "\xE2\x80\x99" || rest == "\xE2\x80\x98") return {'\'', 3};
     if (rest == "\xE3\x80\x80") return {' ', 3};
     if (rest.starts_with("\xC2\xA0")) return {' ', 2};
@@ -65,7 +83,7 @@ constexpr ByteSet atomBytes = bytesWhere(
 constexpr std::string_view quoteMarks = "<>|*";
 /// The first bytes of characters that may stand as others in the plain form, and those of them
 /// whose second byte does so.
-constexpr std::string_view changedStarts = "\xC2\xC3\xD0\xE2\xE3";
+constexpr std::string_view changedStarts = "\xC2\xC3\xC4\xC5\xD0\xE2\xE3";
 constexpr std::string_view pairStarts = "\xC3\xD0";
 /// What stands in the plain form as it does in the text, unless it begins a word, goes on with a
 /// pair, or is part of an address.

@@ -28,6 +28,9 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.1.1 <u@x.example>: Recipient address rejected: User unknown in table",
              "550 5.1.1 Address rejected: user@x.example",
              "550 #5.1.0 Address rejected.",
+             "550 El buz\xC3\xB3n no existe",
+             "550 5.7.1 UZYTKOWNIK NIE ISTNIEJE",
+             "553 sorry, this recipient is not in my validrcptto list (#5.7.1)",
          }},
         {"inactive-mailbox suppress",
          {

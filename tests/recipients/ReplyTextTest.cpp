@@ -26,8 +26,10 @@ TEST(ReplyText, HasPhrasesAsTheTablesHaveThem) {
         {"5a@x.example 5.1.1@x.example *c@x.example", "@ @ @"},
         {"a@ b@@c <@> @d <e", "a@ b@@c <@> @d <e"},
         {"x@y.example.in z", "@ z"},
-        // letters of two bytes, and what is typeset
-        {"\xC3\x84\xC3\x97\xD0\x9D\xD0\xA0", "\xC3\xA4\xC3\x97\xD0\xBD\xD1\x80"},
+        // letters of two bytes, whole and cut, and what is typeset
+        {"\xC3\x84\xC3\x97\xD0\x9D\xD0\xA0", "a\xC3\x97\xD0\xBD\xD1\x80"},
+        {"\xC3\x86\xC3\xB1\xC4\x99\xC5\x81\xC5\xBF", "\xC3\xA6nels"},
+        {"\xC3 \xC4", "\xC3 \xC4"},
         {"don\xE2\x80\x99t\xC2\xA0\xE3\x80\x80\xE4\xB8\x8D\xE5\xAD\x98",
          "don't \xE4\xB8\x8D\xE5\xAD\x98"},
         {"\xE4\xB8\x8D"
