@@ -18,7 +18,8 @@ TEST(Rules, SayWhatTheyAreAbout) {
         EXPECT_TRUE(labels.insert(label).second) << "twice";
         EXPECT_EQ(label.substr(0, label.find('.')), std::to_string(rule.type));
         EXPECT_EQ(ruleOf(label), &rule);
-        EXPECT_FALSE(rule.meaning.empty() || rule.looksFor.empty());
+        EXPECT_FALSE(rule.meaning.empty());
+        EXPECT_FALSE(rule.looksFor.empty());
         EXPECT_FALSE(adviceFor(rule.type, &rule).empty());
         for (const std::string_view name : rule.lists) {
             EXPECT_TRUE(name.empty() ||

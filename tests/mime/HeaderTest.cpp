@@ -43,8 +43,10 @@ TEST(Header, UsesParameters) {
 TEST(Header, MatchesWholeValues) {
     const Email2 mail("x-autoreply:  Yes \nX-Two: no\nX-Two: =?utf-8?Q?a_b?=\n\n"s);
     const auto match = std::bind_front(&Email2::hasHeaderMatchingUtf8, &mail);
-    EXPECT_TRUE(match("X-Autoreply", "yes", true, noLog) && match("X-Two", "a*", false, noLog));
-    EXPECT_FALSE(match("X-Autoreply", "yes", false, noLog) || match("X-Two", "a", true, noLog));
+    EXPECT_TRUE(match("X-Autoreply", "yes", true, noLog));
+    EXPECT_TRUE(match("X-Two", "a*", false, noLog));
+    EXPECT_FALSE(match("X-Autoreply", "yes", false, noLog));
+    EXPECT_FALSE(match("X-Two", "a", true, noLog));
 }
 
 TEST(Header, IsReadUpToItsLimits) {
@@ -57,7 +59,8 @@ TEST(Header, IsReadUpToItsLimits) {
     std::string fields;
     for (std::size_t i = 1; i < limits::headerFields; ++i) fields += "a:\n";
     const Entity mail(fields + "Last: 1\nBeyond: 1\n\nbody");
-    EXPECT_TRUE(mail.header().find("Last") && !mail.header().find("Beyond"));
+    EXPECT_TRUE(mail.header().find("Last"));
+    EXPECT_FALSE(mail.header().find("Beyond"));
     EXPECT_EQ(mail.body().view(), "body");
 }
 

@@ -34,7 +34,8 @@ TEST(ReportPart, HandsOutItsWholeText) {
     const Email2 mail(report(part(type, "X: 1\n\nX:\n failed\n")));
     EXPECT_EQ(statusOf(mail) + rawBodyOf(*mail.findContentType(type.c_str())), wire + wire);
     const Email2 complaint(report(part("message/feedback-report", "X: 1")));
-    EXPECT_TRUE(statusOf(complaint) == "X: 1" && !complaint.findContentType(type.c_str()));
+    EXPECT_EQ(statusOf(complaint), "X: 1");
+    EXPECT_FALSE(complaint.findContentType(type.c_str()));
 }
 
 TEST(ReportPart, HandsOutAttachedMessages) {
@@ -42,7 +43,9 @@ TEST(ReportPart, HandsOutAttachedMessages) {
     const Text last = part("message/rfc822\nContent-Transfer-Encoding: base64", "VG86IGJAYg==");
     const Text text = part("x/y", "To: x@y") + part("multipart/x; boundary=c", nested) + last;
     auto mail = std::make_unique<Email2>(report(text));
-    EXPECT_TRUE(!attachedTo(*mail, -1) && !attachedTo(*mail, 2) && !attachedTo(Email2()));
+    EXPECT_FALSE(attachedTo(*mail, -1));
+    EXPECT_FALSE(attachedTo(*mail, 2));
+    EXPECT_FALSE(attachedTo(Email2()));
     const auto first = attachedTo(*mail), second = attachedTo(*mail, 1);
     mail.reset();
     ASSERT_TRUE(first && second);

@@ -51,10 +51,14 @@ TEST(Structure, HandsOutParts) {
     const Text leaf = type + "X/Y\n\n";
     const Email2 mail(outer + "--b\n" + inner + "c\n\n--c\n" + leaf + "1\n--b\n" + leaf + "2");
     EXPECT_TRUE(Email2(type + "Multipart/Report; x").isMultipartReport());
-    EXPECT_TRUE(!mail.getPart(-1) && !mail.getPart(2) && !mail.getPart(1)->getPart(0));
+    EXPECT_FALSE(mail.getPart(-1));
+    EXPECT_FALSE(mail.getPart(2));
+    EXPECT_FALSE(mail.getPart(1)->getPart(0));
     EXPECT_EQ(mail.findContentType("x/y"), mail.getPart(0)->getPart(0));
-    EXPECT_TRUE(mail.findContentType("multipart/x") == &mail && !mail.findContentType(nullptr));
-    EXPECT_TRUE(mail.getPart(1)->getNonMultipartBody3() && !mail.getNonMultipartBody3());
+    EXPECT_EQ(mail.findContentType("multipart/x"), &mail);
+    EXPECT_FALSE(mail.findContentType(nullptr));
+    EXPECT_TRUE(mail.getPart(1)->getNonMultipartBody3());
+    EXPECT_FALSE(mail.getNonMultipartBody3());
 }
 
 TEST(Structure, StopsAtItsLimits) {
@@ -65,7 +69,8 @@ TEST(Structure, StopsAtItsLimits) {
     std::size_t levels = 0;
     while (last->getNumParts() > 0) last = last->getPart(0), ++levels;
     EXPECT_EQ(levels, limits::nesting);
-    EXPECT_TRUE(bodyOf(*last).starts_with("--bbb") && bodyOf(*last).ends_with("\r\nend"));
+    EXPECT_TRUE(bodyOf(*last).starts_with("--bbb"));
+    EXPECT_TRUE(bodyOf(*last).ends_with("\r\nend"));
     EXPECT_EQ(row.getNumParts(), static_cast<int>(limits::parts));
     EXPECT_TRUE(rawBodyOf(row).ends_with("beyond"));
 }

@@ -47,10 +47,17 @@ TEST(Search, AgreesWithThePlainSearchAndMatch) {
 
 TEST(Search, TakesCStrings) {
     const char *s = "a?cab\xE9", *null = nullptr;
-    EXPECT_TRUE(bxStrChr(s, 'a') == s && bxStrChr(s, 0xE9) == s + 5 && bxStrChr(s, -23) == s + 5);
-    EXPECT_TRUE(bxStrrChr(s, 'a') == s + 3 && bxStrStr(s, "ab\xE9") == s + 3);
-    EXPECT_TRUE(bxStrStr(s, "") == s && bxStrStr(s, null) == s && !bxStrStr(s, "abd"));
-    EXPECT_TRUE(!bxStrrChr(s, 'x') && !bxStrChr(null, 'a') && !bxStrStr(null, s));
+    EXPECT_EQ(bxStrChr(s, 'a'), s);
+    EXPECT_EQ(bxStrChr(s, 0xE9), s + 5);
+    EXPECT_EQ(bxStrChr(s, -23), s + 5);
+    EXPECT_EQ(bxStrrChr(s, 'a'), s + 3);
+    EXPECT_EQ(bxStrStr(s, "ab\xE9"), s + 3);
+    EXPECT_EQ(bxStrStr(s, ""), s);
+    EXPECT_EQ(bxStrStr(s, null), s);
+    EXPECT_FALSE(bxStrStr(s, "abd"));
+    EXPECT_FALSE(bxStrrChr(s, 'x'));
+    EXPECT_FALSE(bxStrChr(null, 'a'));
+    EXPECT_FALSE(bxStrStr(null, s));
 }
 
 // Where the time grows with the square of the size, these do not come to an end.

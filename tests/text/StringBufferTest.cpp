@@ -21,7 +21,9 @@ void splitFields(StringBuffer& sb, bool exceptQuoted, bool trimEach) {
     sb.clear();
     for (int i = 1; fields.elementAt(i); ++i) sb.append(*fields.elementAt(i)), sb.append("|");
     fields.removeAllSbs();
-    EXPECT_TRUE(fields.getSize() == 0 && !fields.elementAt(0) && !fields.elementAt(-1));
+    EXPECT_EQ(fields.getSize(), 0);
+    EXPECT_FALSE(fields.elementAt(0));
+    EXPECT_FALSE(fields.elementAt(-1));
 }
 
 TEST(StringBuffer, ChangesItsText) {
@@ -69,22 +71,41 @@ TEST(StringBuffer, AnswersAboutItsText) {
     StringBuffer none, a, n;
     a.append("aBc");
     n.append("a\0bc\0b"sv);
-    EXPECT_TRUE(none.equals(null) && none.beginsWith("") && !none.beginsWith("a"));
-    EXPECT_TRUE(a.equalsIgnoreCase("AbC") && !a.equalsIgnoreCase("AbCd") && !n.equals("a"));
-    EXPECT_TRUE(a.beginsWith("aB") && !a.beginsWith("ab") && !a.beginsWithIgnoreCase("abcd"));
-    EXPECT_TRUE(a.beginsWithIgnoreCaseN("ABx", 2) && !a.beginsWithIgnoreCaseN("abc:", 4));
-    EXPECT_FALSE(a.beginsWithIgnoreCaseN("ax", 2) || a.beginsWithIgnoreCaseN("abc", 9));
-    EXPECT_TRUE(a.endsWith("Bc") && !a.endsWith("bc") && !a.endsWith("aaBc") && !n.endsWith("c"));
-    EXPECT_TRUE(n.containsSubstring("bc") && !a.containsSubstring("bc"));
-    EXPECT_TRUE(a.containsSubstringNoCase("bC") && n.containsChar('c') && !a.containsChar('\0'));
-    EXPECT_TRUE(n.indexOf("b") == 2 && a.indexOf("aBc") == 0 && a.indexOf("aBcd") == -1);
-    EXPECT_TRUE(n.countCharOccurances('\0') == 2 && a.charAt(2) == 'c' && a.pCharAt(1)[1] == 'c');
+    EXPECT_TRUE(none.equals(null));
+    EXPECT_TRUE(none.beginsWith(""));
+    EXPECT_FALSE(none.beginsWith("a"));
+    EXPECT_TRUE(a.equalsIgnoreCase("AbC"));
+    EXPECT_FALSE(a.equalsIgnoreCase("AbCd"));
+    EXPECT_FALSE(n.equals("a"));
+    EXPECT_TRUE(a.beginsWith("aB"));
+    EXPECT_FALSE(a.beginsWith("ab"));
+    EXPECT_FALSE(a.beginsWithIgnoreCase("abcd"));
+    EXPECT_TRUE(a.beginsWithIgnoreCaseN("ABx", 2));
+    EXPECT_FALSE(a.beginsWithIgnoreCaseN("abc:", 4));
+    EXPECT_FALSE(a.beginsWithIgnoreCaseN("ax", 2));
+    EXPECT_FALSE(a.beginsWithIgnoreCaseN("abc", 9));
+    EXPECT_TRUE(a.endsWith("Bc"));
+    EXPECT_FALSE(a.endsWith("bc"));
+    EXPECT_FALSE(a.endsWith("aaBc"));
+    EXPECT_FALSE(n.endsWith("c"));
+    EXPECT_TRUE(n.containsSubstring("bc"));
+    EXPECT_FALSE(a.containsSubstring("bc"));
+    EXPECT_TRUE(a.containsSubstringNoCase("bC"));
+    EXPECT_TRUE(n.containsChar('c'));
+    EXPECT_FALSE(a.containsChar('\0'));
+    EXPECT_EQ(n.indexOf("b"), 2);
+    EXPECT_EQ(a.indexOf("aBc"), 0);
+    EXPECT_EQ(a.indexOf("aBcd"), -1);
+    EXPECT_EQ(n.countCharOccurances('\0'), 2);
+    EXPECT_EQ(a.charAt(2), 'c');
+    EXPECT_EQ(a.pCharAt(1)[1], 'c');
     EXPECT_EQ(a.charAt(3) + a.charAt(~0U) + none.lastChar() + *a.pCharAt(3) + *a.pCharAt(~0U), 0);
     XString x;
     x.appendUtf8(null);
     x.appendUtf8(" LOCAL; \u00E5\t");
     x.trim2();
-    EXPECT_TRUE(x.beginsWithUtf8("local;", true) && !x.beginsWithUtf8("local;", false));
+    EXPECT_TRUE(x.beginsWithUtf8("local;", true));
+    EXPECT_FALSE(x.beginsWithUtf8("local;", false));
     x.replaceFirstOccuranceUtf8("LOCAL; ", "", false);
     EXPECT_STREQ(x.getAnsi(), "\u00E5");
 }

@@ -40,7 +40,8 @@ TEST_F(OutputFileTest, AppearsOnlyWhenWhole) {
     // What a link leads to need not be there yet.
     fs::create_symlink("new", folder_ / "dangling");
     OutputFile(path("dangling")).commit();
-    EXPECT_TRUE(fs::is_symlink(folder_ / "dangling") && fs::is_regular_file(folder_ / "new"));
+    EXPECT_TRUE(fs::is_symlink(folder_ / "dangling"));
+    EXPECT_TRUE(fs::is_regular_file(folder_ / "new"));
 }
 
 TEST_F(OutputFileTest, TellsWhatCannotBeWritten) {
@@ -152,7 +153,8 @@ TEST_F(OutputFileTest, IsNoMessageOfTheNextRun) {
 int statusAfter(int signal, const std::vector<std::string>& arguments, const std::string& ready) {
     int input[2];
     int output[2];
-    EXPECT_TRUE(::pipe(input) == 0 && ::pipe(output) == 0);
+    EXPECT_EQ(::pipe(input), 0);
+    EXPECT_EQ(::pipe(output), 0);
     const pid_t child = ::fork();
     if (child == 0) {
         ::dup2(input[0], STDIN_FILENO);
@@ -209,7 +211,8 @@ TEST_F(OutputFileTest, SortsCopiesIntoMaildirs) {
         }
         EXPECT_EQ(count, copies);
     }
-    EXPECT_TRUE(fs::is_empty(out + "/hard/tmp") && fs::is_directory(out + "/hard/cur"));
+    EXPECT_TRUE(fs::is_empty(out + "/hard/tmp"));
+    EXPECT_TRUE(fs::is_directory(out + "/hard/cur"));
     EXPECT_FALSE(fs::exists(out + "/none"));
     EXPECT_EQ(run({path("in/1"), "--sort-into", path("in/2")}).status, EXIT_SOME_UNREADABLE);
 }
