@@ -54,12 +54,12 @@ struct AddressHistory {
     bool isMailbox = false;
     bool isProtected = false;
     /// The last decision by hand: "allow" or "deny", "" where there is none.
-    std::string decision;
+    std::string decision{};
     Time decided = 0;
-    std::optional<Bearing> unsubscribed;
-    std::optional<Bearing> suppressed;
+    std::optional<Bearing> unsubscribed{};
+    std::optional<Bearing> suppressed{};
     /// Since when it has failed too often, with the reason of the last failure.
-    std::optional<Bearing> exhausted;
+    std::optional<Bearing> exhausted{};
 };
 
 /// What follows from a history, by the first of these: a protection, what was decided, a wish to

@@ -25,16 +25,16 @@ AddressStates::AddressStates(Ledger& ledger, Time now)
       add_(ledger.database(),
            "INSERT INTO addresses (key, written, is_mailbox, state, count) "
            "VALUES (?1, nullif(?2, ?1), ?3, 'active', 0)"),
-      count_(ledger.database(),
-             "UPDATE addresses SET count = count + 1, "
-             "first_seen = min(coalesce(first_seen, ?2), ?2), "
-             "last_seen = max(coalesce(last_seen, ?2), ?2) WHERE id = ?1"),
       read_(ledger.database(),
-            "SELECT key, is_mailbox, state, cause, reason, since, coalesce(written, key) "
+            "SELECT key, is_mailbox, state, cause, reason, since, count, first_seen, last_seen, "
+            "coalesce(written, key), "
+            "EXISTS (SELECT 1 FROM decisions WHERE address = ?1), "
+            "EXISTS (SELECT 1 FROM events WHERE address = ?1 AND bearing = 'unsubscribe'), "
+            "EXISTS (SELECT 1 FROM events WHERE address = ?1 AND bearing = 'suppress') "
             "FROM addresses WHERE id = ?1"),
       write_(ledger.database(),
-             "UPDATE addresses SET state = ?2, cause = ?3, reason = ?4, since = ?5, "
-             "changed = coalesce(?6, changed) WHERE id = ?1"),
+             "UPDATE addresses SET state = ?2, cause = ?3, reason = ?4, since = ?5, count = ?6, "
+             "first_seen = ?7, last_seen = ?8, changed = coalesce(?9, changed) WHERE id = ?1"),
       decision_(ledger.database(),
                 "SELECT decision, made FROM decisions WHERE address = ?1 ORDER BY id DESC LIMIT 1"),
       ends_(ledger.database(),
@@ -59,8 +59,6 @@ std::int64_t AddressStates::idOf(std::string_view address, bool isMailbox) {
     add_.with(key, address, isMailbox ? 1 : 0).run();
     return database_.lastRow();
 }
-
-void AddressStates::count(std::int64_t id, Time seen) { count_.with(id, seen).run(); }
 
 std::optional<Bearing> AddressStates::bearing(std::int64_t id, std::string_view name) {
     std::optional<Bearing> found;
@@ -91,41 +89,55 @@ std::optional<Bearing> AddressStates::exhaustion(std::int64_t id) {
     return found;
 }
 
-AddressHistory AddressStates::historyOf(std::int64_t id) {
-    AddressHistory history;
-    read_.with(id).step();
-    history.isMailbox = read_.number(1) != 0;
-    history.isProtected = !protection_.patternFor(read_.text(0)).empty();
-    read_.reset();
-    if (decision_.with(id).step()) {
+/// Of the address in the row that was read. Once something decides, the rest is not looked at.
+AddressHistory AddressStates::historyOf(std::int64_t id, bool isProtected) {
+    AddressHistory history = {.isMailbox = read_.number(1) != 0, .isProtected = isProtected};
+    const bool isDecided = read_.number(10) != 0;
+    if (isDecided && decision_.with(id).step()) {
         history.decision = decision_.text(0);
         history.decided = decision_.number(1);
     }
     decision_.reset();
-    if (!history.decision.empty() || !history.isMailbox) return history;
-    history.unsubscribed = bearing(id, "unsubscribe");
-    if (!history.unsubscribed) history.suppressed = bearing(id, "suppress");
-    if (!history.unsubscribed && !history.suppressed) history.exhausted = exhaustion(id);
+    if (isDecided || !history.isMailbox) return history;
+    if (read_.number(11) != 0) {
+        history.unsubscribed = bearing(id, "unsubscribe");
+    } else if (read_.number(12) != 0) {
+        history.suppressed = bearing(id, "suppress");
+    } else {
+        history.exhausted = exhaustion(id);
+    }
     return history;
 }
 
-void AddressStates::update(std::int64_t id) {
-    const AddressState state = stateOf(historyOf(id));
+void AddressStates::update(std::int64_t id, const Counted& more) {
     read_.with(id).step();
+    const std::string_view pattern = protection_.patternFor(read_.text(0));
+    const AddressState state = stateOf(historyOf(id, !pattern.empty()));
     if (state.cause == "protected") {
-        spared_.push_back({std::string(read_.text(6)),
-                           std::string(protection_.patternFor(read_.text(0))), state.reason});
+        spared_.push_back({std::string(read_.text(9)), std::string(pattern), state.reason});
     }
     const bool wasSuppressed = read_.text(2) == "suppressed";
     const bool isOther = wasSuppressed != state.isSuppressed || read_.text(3) != state.cause;
-    const bool isSame =
-        !isOther && read_.text(4) == state.reason && read_.optionalNumber(5) == state.since;
+    const bool isSame = !isOther && more.count == 0 && read_.text(4) == state.reason &&
+                        read_.optionalNumber(5) == state.since;
+    Counted all = {read_.number(6), read_.optionalNumber(7), read_.optionalNumber(8)};
     read_.reset();
     if (isSame) return;
+    if (more.count > 0) {
+        all = {all.count + more.count, std::min(*more.first, all.first.value_or(*more.first)),
+               std::max(*more.last, all.last.value_or(*more.last))};
+    }
     write_
         .with(id, state.isSuppressed ? "suppressed" : "active", orNull(state.cause),
-              orNull(state.reason), state.since, isOther ? std::optional(now_) : std::nullopt)
+              orNull(state.reason), state.since, all.count, all.first, all.last,
+              isOther ? std::optional(now_) : std::nullopt)
         .run();
+}
+
+void Counted::add(Time seen) noexcept {
+    ++count;
+    first = std::min(seen, first.value_or(seen));
+    last = std::max(seen, last.value_or(seen));
 }
 
 Rules rulesOf(Ledger& ledger) {

@@ -19,6 +19,15 @@ struct SparedAddress {
     std::string reason;
 };
 
+/// Reports against an address.
+struct Counted {
+    std::int64_t count = 0;
+    std::optional<Time> first;
+    std::optional<Time> last;
+
+    void add(Time seen) noexcept;
+};
+
 /// The states of addresses within one transaction: makes them follow from what the ledger holds,
 /// whatever order that has come in. What it takes does not grow with the number of reports on an
 /// address, only with that of the days on which mail failed.
@@ -30,23 +39,21 @@ public:
 
     /// The id of `address`, which is added when the ledger does not have it.
     std::int64_t idOf(std::string_view address, bool isMailbox);
-    /// Counts a report against an address.
-    void count(std::int64_t id, Time seen);
-    /// Writes the state that follows for the address. What it finds to be protected from
-    /// suppression is added to `spared`.
-    void update(std::int64_t id);
+    /// Writes the state that follows for the address, to which `more` reports were added. What it
+    /// finds to be protected from suppression is added to `spared`.
+    void update(std::int64_t id, const Counted& more = {});
 
-    AddressHistory historyOf(std::int64_t id);
     const std::vector<SparedAddress>& spared() const noexcept { return spared_; }
 
 private:
+    AddressHistory historyOf(std::int64_t id, bool isProtected);
     std::optional<Bearing> bearing(std::int64_t id, std::string_view name);
     std::optional<Bearing> exhaustion(std::int64_t id);
 
     Protection protection_;
     Rules rules_;
     Time now_;
-    Statement find_, add_, count_, read_, write_, decision_, ends_, lastSuccess_, nextRetry_;
+    Statement find_, add_, read_, write_, decision_, ends_, lastSuccess_, nextRetry_;
     Database& database_;
     std::vector<SparedAddress> spared_;
 };

@@ -107,15 +107,25 @@ void addHeader(Sha256& hash, std::string_view& text) {
     hash.add("\n\n");
 }
 
+/// Adds `text`, which has no CRs, in pieces as large as may be.
+void addUnquoted(Sha256& hash, std::string_view text) {
+    constexpr std::string_view from = "From ";
+    std::size_t added = 0;
+    for (std::size_t at = 0; (at = text.find(from, at)) != text.npos; at += from.size()) {
+        std::size_t quotes = at;
+        while (quotes > added && text[quotes - 1] == '>') --quotes;
+        if (quotes > 0 && text[quotes - 1] != '\n') continue;
+        hash.add(text.substr(added, quotes - added));
+        added = at;
+    }
+    hash.add(text.substr(added));
+    hash.add("\n");
+}
+
 void addBody(Sha256& hash, std::string_view text) {
     text = text.substr(0, text.find_last_not_of("\r\n") + 1);
-    while (!text.empty()) {
-        std::string_view line = takeLine(text);
-        const std::size_t quotes = std::min(line.find_first_not_of('>'), line.size());
-        if (line.substr(quotes).starts_with("From ")) line.remove_prefix(quotes);
-        hash.add(line);
-        hash.add("\n");
-    }
+    if (text.find('\r') == text.npos) return addUnquoted(hash, text);
+    while (!text.empty()) addUnquoted(hash, takeLine(text));
 }
 
 }  // namespace

@@ -45,10 +45,7 @@ Recorded Recorder::record(std::span<const MessageEntry> messages, Time now) {
             addReport(report, id, happened(message, now), states);
         }
     }
-    std::ranges::sort(touched_);
-    const auto rest = std::ranges::unique(touched_);
-    touched_.erase(rest.begin(), rest.end());
-    for (const std::int64_t address : touched_) states.update(address);
+    for (const auto& [address, more] : touched_) states.update(address, more);
     transaction.commit();
     recorded.spared = states.spared();
     return recorded;
@@ -73,8 +70,8 @@ void Recorder::addReport(const Report& report, std::int64_t message, Time seen,
               cut(report.replyCode), cut(report.diagnostic), cut(report.evidence), cut(report.tag))
         .run();
     if (!address || bearing.empty()) return;
-    if (bearing != "success") states.count(*address, seen);
-    touched_.push_back(*address);
+    Counted& more = touched_[*address];
+    if (bearing != "success") more.add(seen);
 }
 
 }  // namespace bouncecheck::ledger

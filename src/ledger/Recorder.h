@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <span>
 #include <vector>
 
@@ -32,8 +33,8 @@ private:
 
     Ledger& ledger_;
     Statement addMessage_, addEvent_;
-    /// Whose states may have changed.
-    std::vector<std::int64_t> touched_;
+    /// Whose states may have changed, with the reports against them that are new.
+    std::map<std::int64_t, Counted> touched_;
 };
 
 }  // namespace bouncecheck::ledger

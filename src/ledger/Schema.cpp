@@ -40,7 +40,7 @@ CREATE TABLE addresses (
     count INTEGER NOT NULL,
     changed INTEGER);
 CREATE INDEX addresses_by_change ON addresses (changed) WHERE changed IS NOT NULL;
-CREATE INDEX addresses_by_cause ON addresses (cause) WHERE cause IN ('allow', 'protected');
+CREATE INDEX addresses_protected ON addresses (key) WHERE cause = 'protected';
 CREATE TABLE events (
     id INTEGER PRIMARY KEY,
     message INTEGER NOT NULL REFERENCES messages,

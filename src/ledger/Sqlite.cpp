@@ -35,6 +35,11 @@ std::string problemOf(int code, const char* words) {
     }
 }
 
+/// Counting memory takes a lock for each allocation, and nobody asks.
+bool withoutMemoryCounts() noexcept {
+    return ::sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
+}
+
 /// Called behind each commit, in place of what SQLite does by itself: that finds out how much of
 /// the log was moved only within one process, and would let the log of many short ones grow.
 int moveLongLog(void*, sqlite3* connection, const char* name, int pages) {
@@ -51,6 +56,8 @@ int moveLongLog(void*, sqlite3* connection, const char* name, int pages) {
 }  // namespace
 
 Database::Database(const std::string& path) : path_(path) {
+    // It takes effect before the first connection only.
+    [[maybe_unused]] static const bool isConfigured = withoutMemoryCounts();
     sqlite3* connection = nullptr;
     const int code = ::sqlite3_open_v2(
         path.c_str(), &connection,

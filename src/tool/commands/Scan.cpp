@@ -36,7 +36,7 @@ public:
 
     void add(ledger::MessageEntry entry) {
         // Little enough that other processes do not wait for long.
-        constexpr std::size_t mostReports = 1'000;
+        constexpr std::size_t mostReports = 5'000;
         reports_ += 1 + entry.reports.size();
         entries_.push_back(std::move(entry));
         if (reports_ >= mostReports) write();
