@@ -9,6 +9,14 @@ if(BOUNCECHECK_TOOL)
     install(TARGETS bouncecheck_main COMPONENT tool)
     install(FILES ${PROJECT_SOURCE_DIR}/docs/bouncecheck.1
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+    set(completions ${PROJECT_SOURCE_DIR}/docs/completions)
+    install(FILES ${completions}/bouncecheck.bash
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME bouncecheck
+        COMPONENT tool)
+    install(FILES ${completions}/_bouncecheck
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)
+    install(FILES ${completions}/bouncecheck.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
 endif()
 
 # What a C compiler has to be told to link the static library.

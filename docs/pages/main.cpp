@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "pages/Completions.h"
 #include "pages/LabelsPage.h"
 #include "pages/ReasonsPage.h"
 
@@ -15,6 +16,9 @@ int main(int argc, char** argv) {
     const std::pair<const char*, std::string (*)()> pages[] = {
         {"labels.md", bouncecheck::labelsPage},
         {"reasons.md", bouncecheck::reasonsPage},
+        {"completions/bouncecheck.bash", bouncecheck::bashCompletion},
+        {"completions/_bouncecheck", bouncecheck::zshCompletion},
+        {"completions/bouncecheck.fish", bouncecheck::fishCompletion},
     };
     for (const auto& [name, write] : pages) {
         const std::string file = std::string(argv[1]) + "/" + name;

@@ -234,4 +234,11 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostr
     return options;
 }
 
+void lookAtOptions(const std::function<void(const CLI::App& app)>& look) {
+    CLI::App app("Reports what returned and automatic e-mail means.", "bouncecheck");
+    CommandLine line;
+    declare(app, line);
+    look(app);
+}
+
 }  // namespace bouncecheck

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -12,6 +13,10 @@
 #include "tool/View.h"
 #include "tool/output/Output.h"
 #include "tool/sources/Sources.h"
+
+namespace CLI {
+class App;
+}
 
 namespace bouncecheck {
 
@@ -37,5 +42,8 @@ struct Options {
 /// were printed, or one line about wrong usage, and `status` is that to exit with.
 std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostream& out,
                                     std::ostream& err, int& status);
+
+/// Calls `look` with the options that there are without a command.
+void lookAtOptions(const std::function<void(const CLI::App& app)>& look);
 
 }  // namespace bouncecheck
