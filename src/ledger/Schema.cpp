@@ -169,7 +169,8 @@ std::vector<std::byte> emptyLedger() {
 
 FileHeader readFileHeader(std::string_view bytes) noexcept {
     // SQLite's file format, section 1.3.
-    constexpr std::string_view magic("SQLite format 3", 16);
+    using namespace std::string_view_literals;
+    constexpr std::string_view magic = "SQLite format 3\0"sv;
     if (bytes.size() < fileHeaderSize || !bytes.starts_with(magic)) return {};
     return {true, bigEndian(bytes.substr(68, 4)), bigEndian(bytes.substr(60, 4))};
 }
