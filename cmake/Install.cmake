@@ -7,7 +7,8 @@ include(GNUInstallDirs)
 
 if(BOUNCECHECK_TOOL)
     install(TARGETS bouncecheck_main COMPONENT tool)
-    install(FILES ${PROJECT_SOURCE_DIR}/docs/bouncecheck.1
+    file(GLOB manual_pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/man/*.1)
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/bouncecheck.1 ${manual_pages}
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
     set(completions ${PROJECT_SOURCE_DIR}/docs/completions)
     install(FILES ${completions}/bouncecheck.bash

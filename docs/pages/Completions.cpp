@@ -1,63 +1,13 @@
 #include "pages/Completions.h"
 
-#include <CLI/CLI.hpp>
 #include <string_view>
 #include <vector>
 
-#include "tool/Options.h"
+#include "pages/CommandTexts.h"
 #include "tool/commands/Command.h"
 
 namespace bouncecheck {
 namespace {
-
-struct OptionText {
-    /// With their dashes.
-    std::vector<std::string> names;
-    /// "FILE"; empty for a flag.
-    std::string value;
-    /// In one line.
-    std::string description;
-};
-
-/// A command and what it takes; without a name, the tool without a command.
-struct CommandText {
-    std::string name;
-    std::string purpose;
-    std::vector<OptionText> options;
-};
-
-std::string inOneLine(std::string text) {
-    for (char& c : text) {
-        if (c == '\n') c = ' ';
-    }
-    return text;
-}
-
-std::vector<OptionText> optionsOf(const CLI::App& app) {
-    std::vector<OptionText> options;
-    for (const CLI::Option* option : app.get_options()) {
-        if (option->get_positional()) continue;
-        OptionText& text = options.emplace_back();
-        for (const std::string& name : option->get_snames()) text.names.push_back("-" + name);
-        for (const std::string& name : option->get_lnames()) text.names.push_back("--" + name);
-        if (option->get_expected_max() > 0) text.value = option->get_type_name();
-        text.description = inOneLine(option->get_description());
-    }
-    return options;
-}
-
-/// The tool without a command first.
-std::vector<CommandText> allTexts() {
-    std::vector<CommandText> texts(1);
-    lookAtOptions([&](const CLI::App& app) { texts.front().options = optionsOf(app); });
-    for (const CommandRow& row : allCommands()) {
-        CLI::App app;
-        const auto command = row.make();
-        declareCommand(*command, app);
-        texts.push_back({std::string(row.name), std::string(row.purpose), optionsOf(app)});
-    }
-    return texts;
-}
 
 bool isPath(const OptionText& option) { return option.value == "FILE" || option.value == "DIR"; }
 
@@ -101,7 +51,7 @@ std::string bashCompletion() {
         "\"\n"
         "    case ${COMP_WORDS[1]} in\n";
     std::string others;
-    for (const CommandText& command : allTexts()) {
+    for (const CommandText& command : allCommandTexts()) {
         const std::string row =
             "        " + (command.name.empty() ? "*" : command.name) + ")\n            options=\"" +
             namesOf(command, [](const OptionText&) { return true; }) + "\"\n            values=\"" +
@@ -130,7 +80,7 @@ std::string zshCompletion() {
         "if ((CURRENT == 2)); then\n"
         "    local -a commands=(\n";
     std::string cases;
-    for (const CommandText& command : allTexts()) {
+    for (const CommandText& command : allCommandTexts()) {
         if (!command.name.empty()) {
             text += "        " + inQuotes(command.name + ":" + command.purpose) + "\n";
         }
@@ -158,7 +108,7 @@ std::string zshCompletion() {
 std::string fishCompletion() {
     std::string text = "# Completes the arguments of bouncecheck in fish.\n";
     const std::string names = commandNames();
-    for (const CommandText& command : allTexts()) {
+    for (const CommandText& command : allCommandTexts()) {
         const std::string condition = command.name.empty()
                                           ? "not __fish_seen_subcommand_from " + names
                                           : "__fish_seen_subcommand_from " + command.name;

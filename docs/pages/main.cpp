@@ -1,11 +1,8 @@
 #include <fstream>
 #include <iostream>
 #include <string>
-#include <utility>
 
-#include "pages/Completions.h"
-#include "pages/LabelsPage.h"
-#include "pages/ReasonsPage.h"
+#include "pages/MadePages.h"
 
 // Writes the pages that are made from the code's tables.
 int main(int argc, char** argv) {
@@ -13,17 +10,10 @@ int main(int argc, char** argv) {
         std::cerr << "usage: " << argv[0] << " FOLDER\n";
         return 2;
     }
-    const std::pair<const char*, std::string (*)()> pages[] = {
-        {"labels.md", bouncecheck::labelsPage},
-        {"reasons.md", bouncecheck::reasonsPage},
-        {"completions/bouncecheck.bash", bouncecheck::bashCompletion},
-        {"completions/_bouncecheck", bouncecheck::zshCompletion},
-        {"completions/bouncecheck.fish", bouncecheck::fishCompletion},
-    };
-    for (const auto& [name, write] : pages) {
-        const std::string file = std::string(argv[1]) + "/" + name;
+    for (const bouncecheck::MadePage& made : bouncecheck::madePages()) {
+        const std::string file = std::string(argv[1]) + "/" + made.file;
         std::ofstream page(file, std::ios::binary);
-        if (!(page << write() << std::flush)) {
+        if (!(page << made.text << std::flush)) {
             std::cerr << argv[0] << ": " << file << " could not be written\n";
             return 1;
         }
