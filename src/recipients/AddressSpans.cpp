@@ -1,6 +1,7 @@
 #include "recipients/AddressSpans.h"
 
 #include <algorithm>
+#include <array>
 
 #include "text/Ascii.h"
 #include "text/Controls.h"
@@ -134,6 +135,24 @@ bool touchesControl(std::string_view line, std::size_t begin, std::size_t end) {
     return findControl(part).at != npos;
 }
 
+/// Whether what ends at `end` is only the last part of what stands in brackets:
+/// "<john smith@example.org>". It is whole behind its kind ("<mailto:ann@example.org>") or a route
+/// (RFC 5321, section 4.1.2).
+bool isTailOfBracketed(std::string_view line, std::size_t begin, std::size_t end) {
+    if (begin == 0 || end >= line.size() || line[end] != '>') return false;
+    constexpr std::size_t longest = longestLocalPart;
+    const std::size_t first = begin - std::min(begin, longest);
+    const std::string_view before = line.substr(first, begin - first);
+    const std::size_t bracket = before.find_last_of("<>");
+    if (bracket == npos || before[bracket] == '>') return false;
+    const std::string_view kind = ascii::trim(before.substr(bracket + 1));
+    static constexpr auto kinds =
+        std::to_array<std::string_view>({"mailto:", "smtp:", "rfc822;", "rfc822:", "utf-8;"});
+    if (kind.empty() || kind.starts_with('@')) return false;
+    return std::ranges::none_of(
+        kinds, [&](std::string_view one) { return ascii::equalsNoCase(kind, one); });
+}
+
 }  // namespace
 
 std::vector<AddressSpan> findAddresses(std::string_view line) {
@@ -157,6 +176,7 @@ std::vector<AddressSpan> findAddresses(std::string_view line) {
         const bool followsAt = begin > 0 && line[begin - 1] == '@';
         if (followsAt || (end < line.size() && line[end] == '@')) continue;
         if (touchesControl(line, begin, end)) continue;
+        if (!isBracketed && isTailOfBracketed(line, begin, end)) continue;
         // What seemed to be one within a quoted local part.
         while (!spans.empty() && spans.back().end > begin) spans.pop_back();
         spans.push_back({begin, end, isBracketed});

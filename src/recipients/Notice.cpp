@@ -54,11 +54,19 @@ bool isOwnType(const std::string& type) {
                      ReportKind::message, ReportKind::header);
 }
 
+/// The start of `text`, `most` bytes at most. What is cut loses its last word: the rest of an
+/// address may be another one.
+std::string_view wholeWords(std::string_view text, std::size_t most) {
+    if (text.size() <= most) return text;
+    text = text.substr(0, most);
+    return text.substr(0, text.find_last_of(" \t\r\n") + 1);
+}
+
 /// Appends the text of `part` as a paragraph.
 void append(std::string& text, std::string_view part) {
     if (text.size() >= limits::notice) return;
     const std::size_t room = limits::notice - text.size();
-    part = wholeCharacters(part, room);
+    part = wholeWords(part, room);
     // Of one part there is no second copy.
     if (text.empty()) text.reserve(part.size() + 2 * crLf.size());
     // Text of an unknown charset may be no UTF-8.
@@ -148,7 +156,7 @@ Notice::Notice(const Entity& message) {
     if (ascii::trim(whole_).empty()) {
         whole_.clear();
         const Entity* html = message.findType("text/html");
-        if (html) append(whole_, htmlToText(html->body().view().substr(0, 4 * limits::notice)));
+        if (html) append(whole_, htmlToText(wholeWords(html->body().view(), 4 * limits::notice)));
     }
     const std::size_t header = divide();
     findCues();
@@ -196,10 +204,11 @@ std::size_t Notice::announced() const {
 }
 
 /// Whether line number `i`, which has words that announce the returned message, does so: it is
-/// drawn as a rule, or a header follows.
+/// drawn as a rule or stands alone as a heading, or a header follows.
 bool Notice::beginsReturned(std::size_t i) const {
     const std::string_view line = ascii::trim(lines_[i].text);
     if (line.starts_with("--") || line.starts_with("==") || line.starts_with("**")) return true;
+    if (line.ends_with(':') && i + 1 < lines_.size() && lines_[i + 1].isBlank()) return true;
     while (++i < lines_.size() && lines_[i].isBlank()) {
     }
     return i < lines_.size() && (!fieldName(ascii::trimLeft(lines_[i].text)).empty() ||

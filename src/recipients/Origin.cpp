@@ -32,19 +32,29 @@ bool isPassedOn(std::string_view subject) {
     });
 }
 
+/// Whether a program answers for its owner. Mail systems say so of their notices, too, but they
+/// have other marks.
+bool isAutomaticReply(const Entity& message) {
+    return ascii::startsWithNoCase(message.field("Auto-Submitted"), "auto-replied") ||
+           message.hasField("X-Autoreply") || message.hasField("X-Autorespond");
+}
+
 }  // namespace
 
 bool isWrittenBySystem(const Entity& message) {
+    if (message.is("multipart/report") || message.hasField("X-Failed-Recipients")) return true;
+    // What a list distributes is by its members.
+    if (message.hasField("List-Id")) return false;
     const std::string& from = message.from().address;
     const bool bySender = from.empty() || std::ranges::any_of(systemSenders, [&](auto sender) {
                               return beginsWithName(from, sender);
                           });
-    if (bySender || message.is("multipart/report") || message.hasField("X-Failed-Recipients") ||
-        message.field("Return-Path") == "<>") {
-        return true;
-    }
+    if (bySender) return true;
+    if (message.field("Return-Path") == "<>" && !isAutomaticReply(message)) return true;
     const std::string subject = message.field("Subject");
-    return !isPassedOn(subject) && std::ranges::any_of(noticeSubjects, [&](auto words) {
+    // Only people ask.
+    const bool isByPerson = isPassedOn(subject) || subject.find('?') != npos;
+    return !isByPerson && std::ranges::any_of(noticeSubjects, [&](auto words) {
         return containsNoCase(subject, words);
     });
 }

@@ -44,7 +44,7 @@ void ReportSource::read() {
     // In a letter it is what somebody passes on.
     if (!status.empty() && reading_.isBySystem()) addStatus(status);
     const std::string_view complaint = bodyOf(message, ReportKind::complaint);
-    if (!complaint.empty()) addComplaint(complaint);
+    if (!complaint.empty() && reading_.isBySystem()) addComplaint(complaint);
     const std::string_view receipt = bodyOf(message, ReportKind::receipt);
     if (!receipt.empty()) addReceipt(receipt);
 }

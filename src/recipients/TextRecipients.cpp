@@ -67,6 +67,7 @@ public:
             const bool isSharing = !answered_.contains(i) && !saysWhy(stated[i].said);
             if (isSharing) stated[i].said.append(shared_);
         }
+        for (TextRecipient& one : stated) one.isLone = one.isLone && !saysWhy(one.said);
         dropAccepted(stated);
         dropAddressees(stated);
         for (std::vector<TextRecipient>& tier : named_) {
@@ -97,6 +98,7 @@ private:
         if (readDialogue(text)) return;
         if (!readAddresses(line)) addWords(text);
         lastCues_ = line.cues;
+        lastText_ = text;
     }
 
     /// Gathers the phrases of the paragraph that begins at line `number`.
@@ -217,7 +219,13 @@ private:
     bool readAlone(const Notice::Line& line, const LineShape& shape) {
         if (followsContact() || line.has(Cue::sender)) return true;
         if (continuesOpen(line, shape.first())) return false;
-        for (const AddressSpan& span : shape.spans()) openBlock(line, span.in(line.text));
+        const bool isFirst = !open_ || hasWords_ || isListClosed_;
+        if (isFirst) isLone_ = !lastCues_.has(Cue::failure) && !explains(lastText_);
+        for (const AddressSpan& span : shape.spans()) {
+            const std::size_t known = named_[0].size();
+            openBlock(line, span.in(line.text));
+            if (open_ == known) named_[0][*open_].isLone = isLone_;
+        }
         return true;
     }
 
@@ -381,6 +389,9 @@ private:
     std::optional<bool> isExplained_;
     /// Those of the line before that was not blank.
     Cues lastCues_;
+    std::string_view lastText_;
+    /// Whether the list of addresses that is being read has no heading.
+    bool isLone_ = false;
     /// Whom the last command of a dialogue named.
     std::optional<std::size_t> command_;
     bool isSharedReply_ = false;

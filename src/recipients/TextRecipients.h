@@ -16,6 +16,8 @@ struct TextRecipient {
     std::string finalAddress{};
     /// What the notice says of the recipient, line by line.
     std::string said{};
+    /// Whether nothing says why the address stands there.
+    bool isLone = false;
 };
 
 /// Whom the text of `notice`, which is about mail that was not delivered, names as not reached, in

@@ -132,6 +132,32 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
     for (const auto& [text, expected] : cases) EXPECT_EQ(advised(notice(text)), expected) << text;
 }
 
+/// An address that stands in a notice without a word that ties it to the failure, or behind what
+/// begins the returned mail.
+TEST(Advice, IsNotToSuppressWhoeverElseIsNamed) {
+    for (const char* text : {
+             "No such user.\n\n-- \na@x.example\n",
+             "Unknown user.\n\nSuccessfully delivered to:\n  a@x.example\n",
+             "Unknown user.\n\nContact:\na@x.example\n",
+             "The user has moved to a@x.example\n",
+             "<john a@x.example>: user unknown\n",
+             "<john,a@x.example>: user unknown\n",
+             "Mail to b@x.example failed: mailbox full.\n\nYour message was:\n\n"
+             "a@x.example: user unknown\n",
+             "Mail to b@x.example failed: mailbox full.\n\nIhre Nachricht lautete:\n\n"
+             "a@x.example: user unknown\n",
+         }) {
+        EXPECT_EQ(advised(notice(text)).find("suppress"), std::string::npos) << text;
+    }
+    for (const char* text : {
+             "The following addresses failed:\n\na@x.example\n\nuser unknown\n",
+             "User unknown:\n\na@x.example\n",
+             "<mailto:a@x.example>: user unknown\n",
+         }) {
+        EXPECT_EQ(advised(notice(text)), "a@x.example unknown-mailbox suppress") << text;
+    }
+}
+
 /// What came back names others than who failed: its own sender, a list, whom it answers.
 TEST(Advice, IsNotAboutWhoeverTheReturnedMailIsTo) {
     const auto returned = [](const std::string& header) {
@@ -187,11 +213,23 @@ TEST(Advice, IsNeverToSuppressForTheWordsOfPeople) {
          {"From: b@x.example\nSubject: hello", "From: b@x.example\nSubject: Re: Undelivered Mail",
           "From: b@x.example\nSubject: SV: Undelivered Mail",
           "From: b@x.example\nSubject: WG: Mail delivery failed",
-          "From: b@x.example\nAuto-Submitted: auto-replied\nSubject: Away"}) {
+          "From: b@x.example\nSubject: returned mail?",
+          "From: owner-devs@lists.example\nList-Id: <devs.lists.example>\nSubject: Mail failure",
+          "From: b@x.example\nAuto-Submitted: auto-replied\nSubject: Away",
+          "Return-Path: <>\nFrom: b@x.example\nAuto-Submitted: auto-replied\nSubject: Away"}) {
         EXPECT_EQ(advised(header + quoted).find("suppress"), std::string::npos) << header;
     }
     EXPECT_EQ(advised("From: b@x.example\nSubject: Re: yours\n\nMy mail to a@x.example came back, "
                       "user unknown. Do you have a new address?\n"),
+              "");
+}
+
+TEST(Advice, IsNotToUnsubscribeForAComplaintThatIsPassedOn) {
+    EXPECT_EQ(advised("From: b@x.example\nSubject: look\n"
+                      "Content-Type: multipart/mixed; boundary=b\n\n" +
+                      part("message/feedback-report",
+                           "Feedback-Type: abuse\nOriginal-Rcpt-To: a@x.example") +
+                      "--b--\n"),
               "");
 }
 

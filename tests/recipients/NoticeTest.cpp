@@ -69,6 +69,11 @@ TEST(Notice, IsReadOfThePartsForPeople) {
               "a@x.example");
     const std::string far(limits::notice, '.');
     EXPECT_EQ(addressesIn(notice(reply + far + "\n<b@x.example>: no such user\n")), "a@x.example");
+    // What is left of an address may be another one.
+    const std::string words = "could not be delivered: no such user\r\n";
+    const std::string filled = words + std::string(limits::notice - words.size() - 9, '.') + "\r\n";
+    EXPECT_EQ(addressesIn(notice(filled + "b@x.com.example\r\n")), "");
+    EXPECT_EQ(addressesIn(notice(filled.substr(0, 99) + "\r\nb@x.com\r\n")), "b@x.com");
     EXPECT_EQ(Notice(Entity(notice(far.substr(1) + "é"))).text().find('\xC3'), std::string::npos);
 }
 
