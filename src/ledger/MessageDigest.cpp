@@ -45,8 +45,8 @@ void skipWhatIsNotOfTheMessage(std::string_view& text) noexcept {
 }
 
 /// The fields that count, in the order of their numbers from 1.
-constexpr std::string_view countedFields[] = {"Message-ID", "Date",    "From",
-                                              "To",         "Subject", "Content-Type"};
+constexpr std::string_view countedFields[] = {
+    "Message-ID", "Date", "From", "To", "Subject", "Content-Type", "X-Failed-Recipients"};
 constexpr char lastThatIdentifies = 2;
 
 /// The number of the field that `line` begins; 0 for any other field.

@@ -40,7 +40,11 @@ std::string_view Protection::patternFor(std::string_view key) const noexcept {
 
 std::string patternOf(std::string_view text) {
     std::string pattern = keyOf(text);
-    if (pattern.find_first_not_of("*@.") == std::string::npos) return "";
+    const bool isOdd = pattern.find_first_of(" \t\r\n<>,;:()") != std::string::npos ||
+                       pattern.ends_with('.') || std::ranges::count(pattern, '@') > 1;
+    if (isOdd || pattern.find_first_not_of("*@.") == std::string::npos) return "";
+    // A name without a dot is no domain, and may have been meant as "name@*".
+    if (pattern.find_first_of("@.*") == std::string::npos) return "";
     if (pattern.find('@') == std::string::npos) pattern.insert(0, "@");
     if (pattern.starts_with('@')) pattern.insert(0, "*");
     return pattern;

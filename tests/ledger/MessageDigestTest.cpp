@@ -54,6 +54,7 @@ TEST(MessageDigest, IsAnotherOfAnotherMessage) {
         changed("\n\nHello", "\nDate: x\n\nHello"),
         changed("\n\nHello", "\nTo: x\n\nHello"),
         changed("\n\nHello", "\nContent-Type: x\n\nHello"),
+        changed("\n\nHello", "\nX-Failed-Recipients: a@x.example\n\nHello"),
         changed("\n\nHello.", "\n Hello."),
         changed("a@example.net\nSubject:", "a@example.net Subject:"),
     };
