@@ -31,6 +31,12 @@ public:
             if (!isAddress(address)) {
                 throw std::invalid_argument("\"" + address + "\" is no address");
             }
+            // It may be part of one (RFC 5322, section 3.2.3), but is nearly always meant to stand
+            // for others.
+            if (address.find('*') != std::string::npos) {
+                throw std::invalid_argument("\"" + address +
+                                            "\" is a pattern, which only protect takes");
+            }
         }
     }
 
