@@ -1,7 +1,7 @@
-# What `cmake --install` installs: the tool with its manual page, and for other programs the
-# library with its public headers, by find_package(bouncecheck) and by pkg-config. Components
-# are what distributions make a package each of: tool, runtime (the shared library) and
-# development.
+# What `cmake --install` installs: the tool with its manual pages and what shells complete it by,
+# and for other programs the library with its public headers, by find_package(bouncecheck) and by
+# pkg-config. Components are what distributions make a package each of: tool, runtime (the shared
+# library) and development.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 

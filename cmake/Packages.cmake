@@ -1,5 +1,5 @@
 # What `cpack` makes: three packages for Debian and those who take its packages. The script
-# packages/deb builds, checks and tries them.
+# packages/deb builds and checks them.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME bouncecheck)
 set(CPACK_PACKAGE_VENDOR "The BounceCheck authors")

@@ -165,13 +165,15 @@ struct TableView {
 /// The tables for `Count` phrases, made by the compiler.
 template <std::size_t Count>
 struct Tables {
+    static constexpr std::size_t windowCount = Count * stride;
+
     std::array<std::string_view, Count> texts{};
-    std::array<std::uint32_t, filterBitsFor(Count* stride) / 32> filter{};
-    std::array<std::uint16_t, bucketsFor(Count* stride) + 1> starts{};
-    std::array<Window, Count * stride> windows{};
+    std::array<std::uint32_t, filterBitsFor(windowCount) / 32> filter{};
+    std::array<std::uint16_t, bucketsFor(windowCount) + 1> starts{};
+    std::array<Window, windowCount> windows{};
 
     explicit constexpr Tables(const std::array<std::string_view, Count>& phrases) : texts(phrases) {
-        std::array<Window, Count * stride> chosen{};
+        std::array<Window, windowCount> chosen{};
         TableView{texts, filter, starts, windows}.fill(chosen);
     }
 };

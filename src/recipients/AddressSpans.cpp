@@ -140,8 +140,7 @@ bool touchesControl(std::string_view line, std::size_t begin, std::size_t end) {
 /// (RFC 5321, section 4.1.2).
 bool isTailOfBracketed(std::string_view line, std::size_t begin, std::size_t end) {
     if (begin == 0 || end >= line.size() || line[end] != '>') return false;
-    constexpr std::size_t longest = longestLocalPart;
-    const std::size_t first = begin - std::min(begin, longest);
+    const std::size_t first = begin - std::min(begin, longestLocalPart);
     const std::string_view before = line.substr(first, begin - first);
     const std::size_t bracket = before.find_last_of("<>");
     if (bracket == npos || before[bracket] == '>') return false;

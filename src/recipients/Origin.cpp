@@ -32,14 +32,12 @@ bool isPassedOn(std::string_view subject) {
     });
 }
 
-/// Whether a program answers for its owner. Mail systems say so of their notices, too, but they
-/// have other marks.
+}  // namespace
+
 bool isAutomaticReply(const Entity& message) {
     return ascii::startsWithNoCase(message.field("Auto-Submitted"), "auto-replied") ||
            message.hasField("X-Autoreply") || message.hasField("X-Autorespond");
 }
-
-}  // namespace
 
 bool isWrittenBySystem(const Entity& message) {
     if (message.is("multipart/report") || message.hasField("X-Failed-Recipients")) return true;

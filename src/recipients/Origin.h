@@ -10,6 +10,10 @@ class Entity;
 /// that was not delivered.
 bool isWrittenBySystem(const Entity& message);
 
+/// Whether the header of `message` says that a program answers for its owner. Mail systems say so
+/// of their notices, too, but they have other marks.
+bool isAutomaticReply(const Entity& message);
+
 /// Whether the header of `message` says that people talk to each other: it answers or passes on
 /// what somebody else wrote ("Fwd: ..."), or a list distributes it.
 bool isDiscussion(const Entity& message);

@@ -228,8 +228,8 @@ private:
         const std::string& author = message_.from().address;
         if (author.empty()) return false;
         if (ascii::equalsNoCase(author, recipient)) return true;
-        return ascii::startsWithNoCase(message_.field("Auto-Submitted"), "auto-replied") &&
-               !reading_.notice().cues().haveTrouble() && !saysTrouble(message_.field("Subject"));
+        return isAutomaticReply(message_) && !reading_.notice().cues().haveTrouble() &&
+               !saysTrouble(message_.field("Subject"));
     }
 
     // --- What the message is ---------------------------------------------------

@@ -41,11 +41,13 @@ bool isSuccess(Outcome outcome) noexcept {
 void ReportSource::read() {
     const Entity& message = reading_.message();
     const std::string_view status = bodyOf(message, ReportKind::delivery);
-    // In a letter it is what somebody passes on.
-    if (!status.empty() && reading_.isBySystem()) addStatus(status);
     const std::string_view complaint = bodyOf(message, ReportKind::complaint);
-    if (!complaint.empty() && reading_.isBySystem()) addComplaint(complaint);
     const std::string_view receipt = bodyOf(message, ReportKind::receipt);
+    const bool isReport = !status.empty() || !complaint.empty() || !receipt.empty();
+    // In a letter it is what somebody passes on.
+    if (!isReport || !reading_.isBySystem()) return;
+    if (!status.empty()) addStatus(status);
+    if (!complaint.empty()) addComplaint(complaint);
     if (!receipt.empty()) addReceipt(receipt);
 }
 

@@ -95,6 +95,7 @@ private:
         const bool isQuoted = text.starts_with('>') && !text.starts_with(">>>");
         if (isSigned_ || isQuoted) return;
         if (!std::exchange(inParagraph_, true)) readParagraph(number);
+        wasAlone_ = std::exchange(isAlone_, false);
         if (readDialogue(text)) return;
         if (!readAddresses(line)) addWords(text);
         lastCues_ = line.cues;
@@ -219,8 +220,9 @@ private:
     bool readAlone(const Notice::Line& line, const LineShape& shape) {
         if (followsContact() || line.has(Cue::sender)) return true;
         if (continuesOpen(line, shape.first())) return false;
-        const bool isFirst = !open_ || hasWords_ || isListClosed_;
-        if (isFirst) isLone_ = !lastCues_.has(Cue::failure) && !explains(lastText_);
+        // The heading of the first address is that of the list.
+        if (!wasAlone_) isLone_ = !lastCues_.has(Cue::failure) && !explains(lastText_);
+        isAlone_ = true;
         for (const AddressSpan& span : shape.spans()) {
             const std::size_t known = named_[0].size();
             openBlock(line, span.in(line.text));
@@ -390,7 +392,10 @@ private:
     /// Those of the line before that was not blank.
     Cues lastCues_;
     std::string_view lastText_;
-    /// Whether the list of addresses that is being read has no heading.
+    /// Whether this line, and the one before that was not blank, have only addresses.
+    bool isAlone_ = false;
+    bool wasAlone_ = false;
+    /// Whether the list of such lines that is being read has no heading.
     bool isLone_ = false;
     /// Whom the last command of a dialogue named.
     std::optional<std::size_t> command_;

@@ -18,6 +18,8 @@
 namespace bouncecheck {
 namespace {
 
+constexpr const char* purpose = "Reports what returned and automatic e-mail means.";
+
 /// What the command line says, before the view is known.
 struct CommandLine {
     Options options;
@@ -221,7 +223,7 @@ Options optionsOf(CommandLine line) {
 
 std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostream& out,
                                     std::ostream& err, int& status) {
-    CLI::App app("Reports what returned and automatic e-mail means.", "bouncecheck");
+    CLI::App app(purpose, "bouncecheck");
     CommandLine line;
     declare(app, line);
     const Arguments arguments = {.argc = argc,
@@ -235,7 +237,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostr
 }
 
 void lookAtOptions(const std::function<void(const CLI::App& app)>& look) {
-    CLI::App app("Reports what returned and automatic e-mail means.", "bouncecheck");
+    CLI::App app;
     CommandLine line;
     declare(app, line);
     look(app);

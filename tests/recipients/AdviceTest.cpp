@@ -152,6 +152,7 @@ TEST(Advice, IsNotToSuppressWhoeverElseIsNamed) {
     for (const char* text : {
              "The following addresses failed:\n\na@x.example\n\nuser unknown\n",
              "User unknown:\n\na@x.example\n",
+             "User unknown:\n\nmailer-daemon@x.example\n\na@x.example\n",
              "<mailto:a@x.example>: user unknown\n",
          }) {
         EXPECT_EQ(advised(notice(text)), "a@x.example unknown-mailbox suppress") << text;
@@ -224,13 +225,18 @@ TEST(Advice, IsNeverToSuppressForTheWordsOfPeople) {
               "");
 }
 
-TEST(Advice, IsNotToUnsubscribeForAComplaintThatIsPassedOn) {
-    EXPECT_EQ(advised("From: b@x.example\nSubject: look\n"
-                      "Content-Type: multipart/mixed; boundary=b\n\n" +
-                      part("message/feedback-report",
-                           "Feedback-Type: abuse\nOriginal-Rcpt-To: a@x.example") +
-                      "--b--\n"),
-              "");
+TEST(Advice, IsNotAboutReportsThatAPersonPassesOn) {
+    for (const std::string& report :
+         {part("message/feedback-report", "Feedback-Type: abuse\nOriginal-Rcpt-To: a@x.example"),
+          part("message/disposition-notification",
+               "Final-Recipient: rfc822;a@x.example\nDisposition: manual-action; displayed"),
+          part("message/delivery-status", "Final-Recipient: rfc822;a@x.example\nAction: failed")}) {
+        EXPECT_EQ(advised("From: b@x.example\nSubject: look\n"
+                          "Content-Type: multipart/mixed; boundary=b\n\n" +
+                          report + "--b--\n"),
+                  "")
+            << report;
+    }
 }
 
 TEST(Advice, IsToUnsubscribeWhoAsksForIt) {

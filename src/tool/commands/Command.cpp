@@ -31,15 +31,14 @@ constexpr CommandRow rows[] = {
     {"scan", "--ledger FILE [OPTION]... [PATH]...",
      "Records the messages of mailboxes in a ledger.",
      "Exit status: 0 when all messages were recorded, 1 when something could not be read or "
-     "written "
-     "(the rest is still done), 2 for wrong usage. A message that the ledger has is not recorded "
+     "written (the rest is still done), 2 for wrong usage. A message that the ledger has is not "
+     "recorded "
      "again, so a scan that was interrupted can be started again.",
      makeScanCommand},
     {"watch", "--ledger FILE [OPTION]... MAILDIR...",
      "Records what is in Maildirs in a ledger, then each message as it comes.",
-     "SIGTERM and SIGINT end it. Exit status: 0 after these, 1 when the ledger cannot be used, 2 "
-     "for "
-     "wrong usage.",
+     "SIGTERM and SIGINT end it. Exit status: 0 after these, 1 when the ledger cannot be used, "
+     "2 for wrong usage.",
      makeWatchCommand},
     {"list", "--ledger FILE [OPTION]...", "Lists the addresses to stop mailing.", usualStatus,
      makeListCommand},
