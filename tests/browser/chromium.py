@@ -13,6 +13,14 @@ def executable():
     return next(filter(None, map(shutil.which, names)), None)
 
 
+class CommandError(RuntimeError):
+    """The browser refused a command."""
+
+
+class EvaluationError(RuntimeError):
+    """An expression threw, or the document that it was for went away meanwhile."""
+
+
 class Chromium:
     """One page. Console errors and broken rules of the page are kept in `complaints`."""
 
@@ -67,10 +75,13 @@ class Chromium:
 
     def evaluate(self, expression, frame=None):
         """The value of a JavaScript expression, awaited; in a frame if one is given."""
-        answer = self._call("Runtime.evaluate", frame or self._session, expression=expression,
-                            returnByValue=True, awaitPromise=True, userGesture=True)
+        try:
+            answer = self._call("Runtime.evaluate", frame or self._session, expression=expression,
+                                returnByValue=True, awaitPromise=True, userGesture=True)
+        except CommandError as error:
+            raise EvaluationError(str(error)) from error
         if "exceptionDetails" in answer:
-            raise RuntimeError(answer["exceptionDetails"]["exception"].get("description"))
+            raise EvaluationError(json.dumps(answer["exceptionDetails"]))
         return answer["result"].get("value")
 
     def frame(self):
@@ -113,7 +124,7 @@ class Chromium:
             if message.get("id") != self._last_id:
                 self._take(message)
             elif "error" in message:
-                raise RuntimeError(f"{method}: {message['error']['message']}")
+                raise CommandError(f"{method}: {message['error']['message']}")
             else:
                 return message["result"]
 

@@ -92,13 +92,21 @@ class WebTest(unittest.TestCase):
         """Waits until an expression has a value."""
         end = time.monotonic() + 30
         while True:
-            found = self.browser.evaluate("null" if in_frame else expression)
-            if in_frame and self.browser.frame():
-                found = self.browser.evaluate(expression, self.browser.frame())
+            found = self.frame_value(expression) if in_frame else self.browser.evaluate(expression)
             if found == value or time.monotonic() > end:
                 break
             time.sleep(0.02)
         self.assertEqual(found, value, expression)
+
+    def frame_value(self, expression):
+        """The value in the frame of the report, or None while there is none or it is replaced."""
+        self.browser.evaluate("null")  # Takes what the browser told of frames since the last call.
+        if not self.browser.frame():
+            return None
+        try:
+            return self.browser.evaluate(expression, self.browser.frame())
+        except chromium.EvaluationError:
+            return None
 
     def expect_state(self, text):
         self.expect("document.querySelector('#state').textContent.replaceAll('\\u00a0', ' ')", text)
