@@ -20,12 +20,26 @@ struct LineEndCounts {
     bool hasBareCr() const noexcept { return cr > pairs; }
 };
 
+// Small counters in short blocks are what compilers make vectors of.
+constexpr std::size_t block = 128;
+
+std::size_t countLf(std::string_view text) noexcept {
+    std::size_t count = 0;
+    for (; !text.empty(); text.remove_prefix(std::min(block, text.size()))) {
+        unsigned char inBlock = 0;
+        for (const char c : text.substr(0, block)) {
+            inBlock = static_cast<unsigned char>(inBlock + (c == '\n'));
+        }
+        count += inBlock;
+    }
+    return count;
+}
+
 LineEndCounts countLineEnds(std::string_view text) noexcept {
     LineEndCounts counts;
+    if (text.find('\r') == npos) return {.lf = countLf(text)};
     if (text.starts_with('\n')) ++counts.lf;
     if (text.ends_with('\r')) ++counts.cr;
-    // Small counters in short blocks are what compilers make vectors of.
-    constexpr std::size_t block = 128;
     for (std::size_t start = 1; start < text.size(); start += block) {
         const std::size_t end = std::min(start + block, text.size());
         unsigned char cr = 0;
@@ -58,35 +72,50 @@ LineEndCounts countWithinLimit(std::string_view& text) noexcept {
     return countLineEnds(text);
 }
 
-/// A text without a bare CR, as most files have it.
-std::string withCrBeforeLf(std::string_view text, std::size_t missing) {
-    std::string result(text.size() + missing, '\0');
-    char* out = result.data();
+/// Writes a text without a bare CR, as most files have it, with a CR before each LF.
+/// `out` may lie before the text in the same storage: what is written
+/// does not pass what is read when the room between them is what the text lacks.
+void writeCompleted(std::string_view text, char* out) {
     for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
         const bool isComplete = end > 0 && text[end - 1] == '\r';
         out = std::copy_n(text.data(), end - (isComplete ? 1 : 0), out);
         out = std::copy_n(crLf.data(), crLf.size(), out);
     }
     std::copy_n(text.data(), text.size(), out);
-    return result;
 }
 
-/// Completes the line ends, by `added` bytes in all, from the last to the first: no
-/// byte is written over before it has moved.
-void completeInPlace(std::string& text, std::size_t added) {
-    std::size_t from = text.size();
-    std::size_t to = from + added;
-    text.resize(to);
-    while (to > from) {
-        const char c = text[--from];
-        if (c == '\n' || c == '\r') {
-            if (c == '\n' && from > 0 && text[from - 1] == '\r') --from;
-            text[--to] = '\n';
-            text[--to] = '\r';
+/// The same for any text.
+void writeCompletedBareCr(std::string_view text, char* out) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c != '\n' && c != '\r') {
+            *out++ = c;
         } else {
-            text[--to] = c;
+            if (c == '\r' && text.substr(i + 1).starts_with('\n')) ++i;
+            out = std::copy_n(crLf.data(), crLf.size(), out);
         }
     }
+}
+
+/// Completes the line ends in the text's own storage: the text moves to the end of it, and from
+/// there line by line to its place.
+void completeInPlace(std::string& text, const LineEndCounts& counts) {
+    const std::size_t missing = counts.missing();
+    if (missing == 0) return;
+    text.insert(0, missing, '\0');
+    const std::string_view moved = std::string_view(text).substr(missing);
+    if (counts.hasBareCr()) {
+        writeCompletedBareCr(moved, text.data());
+    } else {
+        writeCompleted(moved, text.data());
+    }
+}
+
+/// The same into new storage, for a text without a bare CR.
+std::string completedCopy(std::string_view text, std::size_t missing) {
+    std::string result(text.size() + missing, '\0');
+    writeCompleted(text, result.data());
+    return result;
 }
 
 }  // namespace
@@ -96,19 +125,19 @@ std::string withCrLf(std::string text) {
     const LineEndCounts counts = countWithinLimit(read);
     text.resize(read.size());
     const bool hasRoom = text.capacity() - text.size() >= counts.missing();
-    if (!hasRoom && !counts.hasBareCr()) return withCrBeforeLf(text, counts.missing());
-    completeInPlace(text, counts.missing());
+    if (!hasRoom && !counts.hasBareCr()) return completedCopy(text, counts.missing());
+    completeInPlace(text, counts);
     return text;
 }
 
 std::string copyWithCrLf(std::string_view text) {
     const LineEndCounts counts = countWithinLimit(text);
     if (counts.missing() == 0) return std::string(text);
-    if (!counts.hasBareCr()) return withCrBeforeLf(text, counts.missing());
+    if (!counts.hasBareCr()) return completedCopy(text, counts.missing());
     std::string copy;
     copy.reserve(text.size() + counts.missing());
     copy = text;
-    completeInPlace(copy, counts.missing());
+    completeInPlace(copy, counts);
     return copy;
 }
 

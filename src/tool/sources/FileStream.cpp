@@ -20,19 +20,19 @@ public:
     explicit FileStream(UniqueFd fd) : fd_(std::move(fd)) {
         struct stat status;
         if (::fstat(fd_.get(), &status) == 0 && S_ISREG(status.st_mode)) {
-            size_ = static_cast<std::uint64_t>(status.st_size);
+            // Files of the kernel have no size and are read to their end.
+            if (status.st_size > 0) size_ = static_cast<std::uint64_t>(status.st_size);
             identity_ = identityIn(status);
         }
     }
 
     std::size_t read(std::span<char> room) override {
-        // What is added from now on is for the next run. Files of the kernel have no
-        // size and are read to their end.
-        if (size_ && *size_ > 0 && position_ >= *size_) return 0;
+        // What is added from now on is for the next run.
+        if (size_ && position_ >= *size_) return 0;
         for (;;) {
             const ssize_t count = ::read(fd_.get(), room.data(), room.size());
             if (count >= 0) {
-                if (count == 0 && size_ && *size_ > 0 && !room.empty()) {
+                if (count == 0 && size_ && !room.empty()) {
                     size_ = position_;
                     throw ReadError("became shorter while it was read");
                 }

@@ -129,9 +129,8 @@ bool MboxReader::fill() {
     }
     const std::size_t size = buffer_.size();
     // A small file gets a small buffer: it is handed out with the message.
-    const std::uint64_t left = stream_.sizeLeft().value_or(chunkSize) + 1;
-    const auto room =
-        static_cast<std::size_t>(std::clamp<std::uint64_t>(left, smallestRoom, chunkSize));
+    const auto room = static_cast<std::size_t>(
+        std::min<std::uint64_t>(stream_.sizeLeft().value_or(chunkSize), chunkSize));
     if (buffer_.capacity() < size + room) {
         buffer_.reserve(std::max(size + room, size + size / 2));
     }
