@@ -43,7 +43,8 @@ void removeTemporariesOnSignals() noexcept {
     struct sigaction action {};
     action.sa_handler = removeAndEnd;
     sigfillset(&action.sa_mask);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGQUIT, SIGXCPU, SIGABRT}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGQUIT, SIGXCPU, SIGABRT, SIGALRM,
+                             SIGVTALRM, SIGPROF, SIGUSR1, SIGUSR2}) {
         struct sigaction before {};
         ::sigaction(signal, nullptr, &before);
         if (before.sa_handler != SIG_IGN) ::sigaction(signal, &action, nullptr);

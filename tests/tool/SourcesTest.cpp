@@ -78,6 +78,32 @@ TEST_F(SourcesTest, ReadsMaildirs) {
     EXPECT_EQ(read("m/cur/../new/2"), Seen{"m/cur/../new/2=S: 1"});
 }
 
+TEST_F(SourcesTest, ReadsMessagesOfMaildirsThatAreRenamedMeanwhile) {
+    for (const std::string name : {"cur/1:2,", "cur/2:2,", "new/3", "new/4", "new/5"}) {
+        write("m/" + name, "S: " + name);
+    }
+    const auto rename = [&](const std::string& from, const std::string& to) {
+        fs::rename(folder_ / "m" / from, folder_ / "m" / to);
+    };
+    Seen seen;
+    readSources(
+        {.paths = {path("m")}},
+        [&](const SourceMessage& m) {
+            if (seen.empty()) {
+                rename("cur/2:2,", "cur/2:2,S");
+                rename("new/3", "cur/3:2,");
+                rename("new/4", "cur/4");
+                fs::remove(folder_ / "m/new/5");
+            }
+            seen.push_back(nameIn(m.source) + '=' + m.bytes);
+        },
+        [&](std::string_view source, std::string_view) {
+            seen.push_back('!' + nameIn(std::string(source)));
+        });
+    EXPECT_EQ(seen, (Seen{"m/cur/1:2,=S: cur/1:2,", "m/cur/2:2,S=S: cur/2:2,",
+                          "m/cur/3:2,=S: new/3", "m/cur/4=S: new/4", "!m/new/5"}));
+}
+
 TEST_F(SourcesTest, GoesByTheNamesOfFiles) {
     for (const char* name : {"1.eml", "2.EML", "3.eml.gz", "4.txt", "5.mbox", "mbox-6"}) {
         write(name, mailbox);

@@ -13,7 +13,10 @@
 namespace bouncecheck {
 namespace {
 
-[[noreturn]] void failWithErrno() { throw ReadError(std::strerror(errno)); }
+[[noreturn]] void failWithErrno() {
+    if (errno == ENOENT) throw NoSuchFile(std::strerror(errno));
+    throw ReadError(std::strerror(errno));
+}
 
 class FileStream final : public InputStream {
 public:

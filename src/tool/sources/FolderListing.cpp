@@ -56,4 +56,17 @@ bool FolderListing::hasFolder(std::string_view wanted) const noexcept {
     return false;
 }
 
+std::optional<std::string_view> FolderListing::findMessage(std::string_view uniqueName) const {
+    const auto nameAt = [&](std::size_t start) {
+        return std::string_view(names_.data() + start + 1);
+    };
+    for (const std::string& wanted : {std::string(uniqueName), std::string(uniqueName) + ':'}) {
+        const auto found = std::ranges::lower_bound(starts_, std::string_view(wanted), {}, nameAt);
+        if (found == starts_.end()) continue;
+        const std::string_view name = nameAt(*found);
+        if (name.substr(0, name.find(':')) == uniqueName) return name;
+    }
+    return std::nullopt;
+}
+
 }  // namespace bouncecheck

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,9 @@ public:
     /// cannot be opened.
     Kind kind(std::size_t i) const noexcept { return static_cast<Kind>(names_[starts_[i]]); }
     bool hasFolder(std::string_view name) const noexcept;
+    /// The name that a message of a Maildir has here, whatever its flags ("NAME:2,S"); nothing when
+    /// it is not here. `uniqueName` is the part in front of them.
+    std::optional<std::string_view> findMessage(std::string_view uniqueName) const;
 
 private:
     /// Each with its kind before and a NUL behind it.

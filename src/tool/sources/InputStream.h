@@ -19,6 +19,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Nothing has the name: it never existed, or was removed or renamed.
+class NoSuchFile : public ReadError {
+public:
+    using ReadError::ReadError;
+};
+
 /// Bytes in order, from a file, a pipe or what unpacks one.
 class InputStream {
 public:
@@ -41,7 +47,7 @@ public:
 };
 
 /// Opens a regular file, or a pipe by way of /dev/fd. Others are no mail and
-/// could block for ever: ReadError says what they are.
+/// could block for ever: ReadError says what they are. Throws NoSuchFile, too.
 std::unique_ptr<InputStream> openFile(const std::string& path);
 
 std::unique_ptr<InputStream> openStandardInput();

@@ -17,6 +17,7 @@
 #include "tool/sources/FolderListing.h"
 #include "tool/sources/InputStream.h"
 #include "tool/sources/Place.h"
+#include "tool/sources/RenamedMessages.h"
 
 namespace bouncecheck {
 namespace {
@@ -218,16 +219,20 @@ private:
     /// looked at, and files beside them are the notes of mail servers.
     void readMaildir(const std::string& folder, const FolderListing& listing, Stretch stretch) {
         EntryPath path(folder);
-        const auto cur = list(path.of("cur"));
+        // In this order: who moves a message meanwhile moves it from new to cur.
         const auto fresh = list(path.of("new"));
+        const auto cur = list(path.of("cur"));
+        RenamedMessages renamed;
         const auto sizeOf = [](const auto& names) { return names ? names->size() : 0; };
         const std::size_t count = listing.size() + sizeOf(cur) + sizeOf(fresh);
         std::size_t done = 0;
-        const auto readMessages = [&](const std::string& from, const auto& names) {
+        const auto readMessages = [&](const std::string& from, const auto& names,
+                                      RenamedMessages::Folder kind) {
             EntryPath message(from);
             for (std::size_t i = 0; i < sizeOf(names); ++i) {
                 if (names->kind(i) != FolderListing::Kind::file) continue;
-                readFile(message.of(names->name(i)), true, stretch.part(done + i, count));
+                const std::string& file = message.of(names->name(i));
+                if (!readIfThere(file, stretch.part(done + i, count))) renamed.add(file, kind);
             }
             done += sizeOf(names);
         };
@@ -236,14 +241,19 @@ private:
             const std::string& entry = path.of(name);
             const bool isFolder = listing.kind(i) == FolderListing::Kind::folder;
             if (name == "cur") {
-                readMessages(entry, cur);
+                readMessages(entry, cur, RenamedMessages::Folder::cur);
             } else if (name == "new") {
-                readMessages(entry, fresh);
+                readMessages(entry, fresh, RenamedMessages::Folder::fresh);
             } else if (isFolder && name != "tmp") {
                 readFolder(entry, stretch.part(done, count));
             }
             ++done;
         }
+        if (renamed.empty()) return;
+        const std::string curPath = path.of("cur");
+        renamed.readAgain(curPath, cur, list(curPath), [&](const std::string& file) {
+            readFile(file, true, {stretch.begin + stretch.size, 0});
+        });
     }
 
     /// The names in a folder; nothing when it cannot be read, which is reported.
@@ -253,12 +263,27 @@ private:
         return listing;
     }
 
+    /// Reads a message of a Maildir; false when there is no such file.
+    bool readIfThere(const std::string& path, Stretch stretch) {
+        bool isThere = true;
+        tryReading(path, [&] {
+            try {
+                readOpened(path, FileKind::message, stretch);
+            } catch (const NoSuchFile&) {
+                isThere = false;
+            }
+        });
+        return isThere;
+    }
+
     void readFile(const std::string& path, bool isOfMaildir, Stretch stretch) {
         const bool isMessage = options_.single || isOfMaildir;
         const FileKind kind = isMessage ? FileKind::message : kindOfName(path);
-        tryReading(path, [&] {
-            if (auto stream = open(path)) files_.read({path, kind, stretch}, std::move(stream));
-        });
+        tryReading(path, [&] { readOpened(path, kind, stretch); });
+    }
+
+    void readOpened(const std::string& path, FileKind kind, Stretch stretch) {
+        if (auto stream = open(path)) files_.read({path, kind, stretch}, std::move(stream));
     }
 
     const SourceOptions& options_;
