@@ -27,6 +27,9 @@ constexpr std::size_t smallBytes = 10'000;
 
 /// Time per byte at the largest size against the smallest.
 constexpr double mostGrowth = 1.5;
+/// What takes less of the time of ordinary mail grows with the time that memory takes, when the
+/// message no longer fits into a cache.
+constexpr double growingTimesOrdinary = 0.1;
 /// Time per byte against ordinary mail.
 constexpr double mostTimesOrdinary = 25;
 /// Memory: a multiple of the message, and a constant besides.
@@ -206,7 +209,8 @@ bool measure(const Family& family, const Options& options, double ordinary) {
     const bool lastIsKnown = costs.back().end == Outcome::End::well;
     const double growth =
         lastIsKnown ? costs.back().secondsPerByte / costs.front().secondsPerByte : 0;
-    if (growth > mostGrowth) beyond.emplace_back("growth");
+    const bool isCheap = costs.back().secondsPerByte < growingTimesOrdinary * ordinary;
+    if (growth > mostGrowth && !isCheap) beyond.emplace_back("growth");
     if (small.end != Outcome::End::well) beyond.emplace_back("small ones fail");
     const double dearest =
         std::max(small.result, std::ranges::max(costs, {}, &Cost::secondsPerByte).secondsPerByte);
