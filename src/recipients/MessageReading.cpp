@@ -3,14 +3,13 @@
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
 #include "mime/ReportBodies.h"
-#include "recipients/Origin.h"
 #include "recipients/PhraseReasons.h"
 
 namespace bouncecheck {
 
-bool MessageReading::isBySystem() const {
-    if (!isBySystem_) isBySystem_ = isWrittenBySystem(message_);
-    return *isBySystem_;
+Author MessageReading::author() const {
+    if (!author_) author_ = authorOf(message_);
+    return *author_;
 }
 
 const Notice& MessageReading::notice() const {

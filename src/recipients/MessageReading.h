@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "recipients/Notice.h"
+#include "recipients/Origin.h"
 #include "recipients/ReturnedMail.h"
 
 namespace bouncecheck {
@@ -20,8 +21,9 @@ public:
     MessageReading& operator=(const MessageReading&) = delete;
 
     const Entity& message() const noexcept { return message_; }
-    /// Whether a mail system wrote it; see isWrittenBySystem.
-    bool isBySystem() const;
+    Author author() const;
+    /// Whether a mail system wrote it, for all that is known.
+    bool isBySystem() const { return author() != Author::person; }
     /// What the message says to people.
     const Notice& notice() const;
     /// Whether its first text says that a reply came after the message was sent. That is read
@@ -34,7 +36,7 @@ public:
 
 private:
     const Entity& message_;
-    mutable std::optional<bool> isBySystem_;
+    mutable std::optional<Author> author_;
     mutable std::optional<Notice> notice_;
     mutable std::optional<bool> saysReplyToData_;
     mutable std::optional<ReturnedMail> attached_;

@@ -197,7 +197,7 @@ std::size_t Notice::announced() const {
     bool hasWords = false;
     for (std::size_t i = 0; i < lines_.size(); ++i) {
         const Line& line = lines_[i];
-        if (hasWords && !line.isOfHeader && line.has(Cue::returned) && beginsReturned(i)) return i;
+        if (hasWords && line.has(Cue::returned) && beginsReturned(i)) return i;
         hasWords = hasWords || line.cues.haveTrouble();
     }
     return lines_.size();
@@ -208,7 +208,9 @@ std::size_t Notice::announced() const {
 bool Notice::beginsReturned(std::size_t i) const {
     const std::string_view line = ascii::trim(lines_[i].text);
     if (line.starts_with("--") || line.starts_with("==") || line.starts_with("**")) return true;
-    if (line.ends_with(':') && i + 1 < lines_.size() && lines_[i + 1].isBlank()) return true;
+    const bool isBeforeBlank = i + 1 < lines_.size() && lines_[i + 1].isBlank();
+    if (line.ends_with(':') && isBeforeBlank) return true;
+    if (lines_[i].isOfHeader) return false;
     while (++i < lines_.size() && lines_[i].isBlank()) {
     }
     return i < lines_.size() && (!fieldName(ascii::trimLeft(lines_[i].text)).empty() ||

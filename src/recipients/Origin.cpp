@@ -39,22 +39,25 @@ bool isAutomaticReply(const Entity& message) {
            message.hasField("X-Autoreply") || message.hasField("X-Autorespond");
 }
 
-bool isWrittenBySystem(const Entity& message) {
-    if (message.is("multipart/report") || message.hasField("X-Failed-Recipients")) return true;
+Author authorOf(const Entity& message) {
+    if (message.is("multipart/report") || message.hasField("X-Failed-Recipients")) {
+        return Author::system;
+    }
     // What a list distributes is by its members.
-    if (message.hasField("List-Id")) return false;
+    if (message.hasField("List-Id")) return Author::person;
     const std::string& from = message.from().address;
     const bool bySender = from.empty() || std::ranges::any_of(systemSenders, [&](auto sender) {
                               return beginsWithName(from, sender);
                           });
-    if (bySender) return true;
-    if (message.field("Return-Path") == "<>" && !isAutomaticReply(message)) return true;
+    const bool isAutomatic = isAutomaticReply(message);
+    if (bySender) return isAutomatic ? Author::perhapsSystem : Author::system;
+    if (message.field("Return-Path") == "<>" && !isAutomatic) return Author::system;
     const std::string subject = message.field("Subject");
     // Only people ask.
-    const bool isByPerson = isPassedOn(subject) || subject.find('?') != npos;
-    return !isByPerson && std::ranges::any_of(noticeSubjects, [&](auto words) {
-        return containsNoCase(subject, words);
-    });
+    if (isPassedOn(subject) || subject.find('?') != npos) return Author::person;
+    const bool isNoticeSubject = std::ranges::any_of(
+        noticeSubjects, [&](auto words) { return containsNoCase(subject, words); });
+    return isNoticeSubject ? Author::perhapsSystem : Author::person;
 }
 
 bool isDiscussion(const Entity& message) {

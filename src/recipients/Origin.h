@@ -6,9 +6,16 @@ namespace bouncecheck {
 
 class Entity;
 
-/// Whether the header of `message` says that a mail system wrote it, or that it is about mail
-/// that was not delivered.
-bool isWrittenBySystem(const Entity& message);
+/// Who wrote a message, as its header tells.
+enum class Author {
+    person,
+    /// Its subject is one that mail systems give to their notices, but nothing else says so; or a
+    /// program wrote it that answers for its owner.
+    perhapsSystem,
+    system,
+};
+
+Author authorOf(const Entity& message);
 
 /// Whether the header of `message` says that a program answers for its owner. Mail systems say so
 /// of their notices, too, but they have other marks.

@@ -121,6 +121,18 @@ bool RecipientReasons::mayBeAboutOthers(const Recipient& recipient,
            !isOfDomain(host, domainOf(recipient.finalAddress));
 }
 
+/// Whether a mail system says why the recipient failed. People write such words about other things,
+/// too; codes, and the mail that comes back with them, are more than words.
+bool RecipientReasons::isFromSystem(const Recipient& recipient) const {
+    switch (reading_.author()) {
+        case Author::person: return false;
+        case Author::system: return true;
+        case Author::perhapsSystem: break;
+    }
+    return !recipient.status.empty() || !recipient.replyCode.empty() ||
+           reading_.returned().isFound();
+}
+
 void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     const std::vector<Recipient>& all = list_.all();
     Recipient& recipient = list_.all()[index];
@@ -154,8 +166,7 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
         finding.reason = Reason::policy;
         finding.isSure = false;
     }
-    // People write such words about other things, too.
-    finding.isSure = finding.isSure && reading_.isBySystem();
+    finding.isSure = finding.isSure && isFromSystem(recipient);
     recipient.reason = finding.reason;
     recipient.basis = finding.basis;
     recipient.row = finding.row;

@@ -41,6 +41,7 @@ private:
     bool isReplyToData(const Recipient& recipient) const;
     bool isAboutSender(const Recipient& recipient) const;
     bool mayBeAboutOthers(const Recipient& recipient, const ReasonFinding& finding) const;
+    bool isFromSystem(const Recipient& recipient) const;
 
     const MessageReading& reading_;
     RecipientList& list_;

@@ -54,7 +54,7 @@ std::string whoAsksForRemoval(const Entity& message) {
     if (isAutomatic(message)) return {};
     const bool byButton = message.hasField("X-Apple-Unsubscribe");
     const auto isSentToMailbox = [&] {
-        return !isWrittenBySystem(message) &&
+        return authorOf(message) == Author::person &&
                std::ranges::any_of(parseMailboxes(message.field("To"), 2),
                                    [](const Mailbox& to) { return isForRequests(to.address); });
     };

@@ -225,6 +225,17 @@ TEST(Advice, IsNeverToSuppressForTheWordsOfPeople) {
               "");
 }
 
+TEST(Advice, IsSureByACodeWhereOnlyTheSubjectIsThatOfANotice) {
+    const std::string header = "From: Ann <b@x.example>\nSubject: Mail delivery failed\n\n";
+    EXPECT_EQ(advised(header + "The courier says: recipient unknown.\n\na@x.example\n"),
+              "a@x.example unknown-mailbox retry");
+    EXPECT_EQ(advised(header + "<a@x.example>: 550 5.1.1 user unknown\n"),
+              "a@x.example unknown-mailbox suppress");
+    EXPECT_EQ(advised(header + "<a@x.example>: user unknown\n\n----- Original message -----\n"
+                               "Received: by x.example\nFrom: me@own.example\nTo: a@x.example\n"),
+              "a@x.example unknown-mailbox suppress");
+}
+
 TEST(Advice, IsNotAboutReportsThatAPersonPassesOn) {
     for (const std::string& report :
          {part("message/feedback-report", "Feedback-Type: abuse\nOriginal-Rcpt-To: a@x.example"),

@@ -21,6 +21,9 @@ TEST(Notice, EndsWhereTheReturnedMessageBegins) {
         {"======= Returned message follows\nhello\n\n", true},
         {"The original message follows.\n\nFrom: me@own.example\n\n", true},
         {"Kopie der Nachricht:\n\nFrom me@own.example Mon Jan  1\n\n", true},
+        {"Originalnachricht:\n\nhallo\n\n", true},
+        {"Исходное сообщение:\n\nhallo\n\n", true},
+        {"The first 50 lines of your message follow:\n\nhello\n\n", true},
         {"A copy of the message is kept.\n\n", false},
         {"The original message follows.\n\nhttps://x.example/\n\n", false},
         // a header without words
@@ -137,29 +140,31 @@ TEST(Notice, GivesTheRepliesOfADialogueToTheirRecipients) {
 }
 
 TEST(Origin, IsWhatTheHeaderSays) {
-    const std::pair<const char*, bool> cases[] = {
-        {"From: MAILER-DAEMON@x.example", true},
-        {"From: Postmaster <PostMaster@x.example>\nSubject: Re: your mail", true},
-        {"From: <>", true},
-        {"Subject: no sender", true},
-        {"From: b@x.example\nReturn-Path: <>", true},
-        {"From: b@x.example\nX-Failed-Recipients: a@x.example", true},
-        {"From: b@x.example\nContent-Type: multipart/report; boundary=b", true},
-        {"From: b@x.example\nSubject: Undeliverable: hello", true},
-        {"From: b@x.example\nSubject: =?utf-8?Q?Unzustellbar?=", true},
-        {"From: b@x.example\nSubject: hello", false},
-        {"From: b@x.example\nReturn-Path: <b@x.example>\nAuto-Submitted: auto-replied", false},
-        {"From: b@x.example\nSubject: Re: Undeliverable: hello", false},
-        {"From: b@x.example\nSubject: FWD : Undeliverable: hello", false},
-        {"From: b@x.example\nSubject: VB: Undeliverable: hello", false},
-        {"From: b@x.example\nSubject: [desk] [EXT] Aw: Undeliverable: hello", false},
-        {"From: b@x.example\nSubject: [desk] Undeliverable: hello", true},
-        {"From: b@x.example\nSubject: Re[2]: Undeliverable: hello", false},
-        {"From: b@x.example\nSubject: 转发：Undeliverable: hello", false},
-        {"From: info@mailer-daemon.example", false},
+    const std::pair<const char*, Author> cases[] = {
+        {"From: MAILER-DAEMON@x.example", Author::system},
+        {"From: Postmaster <PostMaster@x.example>\nSubject: Re: your mail", Author::system},
+        {"From: <>", Author::system},
+        {"Subject: no sender", Author::system},
+        {"From: b@x.example\nReturn-Path: <>", Author::system},
+        {"From: b@x.example\nX-Failed-Recipients: a@x.example", Author::system},
+        {"From: b@x.example\nContent-Type: multipart/report; boundary=b", Author::system},
+        {"From: b@x.example\nSubject: Undeliverable: hello", Author::perhapsSystem},
+        {"From: b@x.example\nSubject: =?utf-8?Q?Unzustellbar?=", Author::perhapsSystem},
+        {"From: b@x.example\nSubject: hello", Author::person},
+        {"From: b@x.example\nReturn-Path: <b@x.example>\nAuto-Submitted: auto-replied",
+         Author::person},
+        {"From: b@x.example\nSubject: Re: Undeliverable: hello", Author::person},
+        {"From: b@x.example\nSubject: FWD : Undeliverable: hello", Author::person},
+        {"From: b@x.example\nSubject: VB: Undeliverable: hello", Author::person},
+        {"From: b@x.example\nSubject: [desk] [EXT] Aw: Undeliverable: hello", Author::person},
+        {"From: b@x.example\nSubject: [desk] Undeliverable: hello", Author::perhapsSystem},
+        {"From: b@x.example\nSubject: Re[2]: Undeliverable: hello", Author::person},
+        {"From: b@x.example\nSubject: 转发：Undeliverable: hello", Author::person},
+        {"From: system@x.example\nAuto-Submitted: auto-replied", Author::perhapsSystem},
+        {"From: info@mailer-daemon.example", Author::person},
     };
-    for (const auto& [header, isSystem] : cases) {
-        EXPECT_EQ(isWrittenBySystem(Entity(std::string(header) + "\n\ntext")), isSystem) << header;
+    for (const auto& [header, author] : cases) {
+        EXPECT_EQ(authorOf(Entity(std::string(header) + "\n\ntext")), author) << header;
     }
 }
 

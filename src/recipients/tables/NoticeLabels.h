@@ -19,7 +19,7 @@ enum class LabelKind {
 
 struct NoticeLabel {
     LabelKind kind;
-    /// In lower case, without the colon.
+    /// In lower case (ASCII; other letters as they are written), without the colon.
     std::string_view label;
 };
 
@@ -93,7 +93,9 @@ inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::recipient, "vastaanottaja"},
     {LabelKind::recipient, "x-failed-recipients"},
     {LabelKind::recipient, "адрес"},
+    {LabelKind::recipient, "Адрес"},
     {LabelKind::recipient, "получатель"},
+    {LabelKind::recipient, "Получатель"},
     {LabelKind::recipient, "受信者"},
     {LabelKind::recipient, "宛先"},
     {LabelKind::recipient, "メールアドレス"},
@@ -113,6 +115,7 @@ inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::addressee, "to address"},
     {LabelKind::addressee, "à"},
     {LabelKind::addressee, "кому"},
+    {LabelKind::addressee, "Кому"},
     {LabelKind::other, "absender"},
     {LabelKind::other, "bcc"},
     {LabelKind::other, "cc"},
@@ -148,6 +151,7 @@ inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::other, "von"},
     {LabelKind::other, "x-postfix-sender"},
     {LabelKind::other, "отправитель"},
+    {LabelKind::other, "Отправитель"},
     {LabelKind::other, "差出人"},
     {LabelKind::other, "送信者"},
     {LabelKind::other, "发件人"},

@@ -56,7 +56,9 @@ inline constexpr auto removalSubjects = std::to_array<std::string_view>({
     "wypisz",
     "wypisz mnie",
     "отписаться",
+    "Отписаться",
     "отписка",
+    "Отписка",
     // Chinese and Japanese
     "退订",
     "取消订阅",
