@@ -45,7 +45,7 @@ TEST_F(OutputTest, ReadsEveryField) {
     Json expected = Json::parse(R"({"index":1,"type":7,"name":"transient","label":"7.6a",
         "address":"Old@X.Example","phrase":"","subject":"Undelivered: \"a\tb\"",
         "from":"\"Mailer, MTA\" <mta@x.example>","date":"today","message-id":"<0@x>",
-        "recipient":"Old@X.Example","final-recipient":"new@z.example","tag":"",
+        "about":"Old@X.Example","recipient":"Old@X.Example","final-recipient":"new@z.example","tag":"",
         "outcome":"failed","reason":"unknown-mailbox","advice":"retry","status":"5.1.1",
         "reply-code":"550","diagnostic":"550 \"no\", sir","remote-mta":"","last-attempt":"",
         "will-retry-until":"","found-in":"report","evidence":"5.1.1",

@@ -23,6 +23,12 @@ std::string_view ofRecipient(const Shown& shown, std::string&) {
     return shown.recipient ? shown.recipient->*member : std::string_view();
 }
 
+/// The recipient, or else the address of the verdict: who answers, asks or complains.
+std::string_view about(const Shown& shown, std::string&) {
+    const bool isNamed = shown.recipient && !shown.recipient->address.empty();
+    return isNamed ? shown.recipient->address : shown.message.address;
+}
+
 template <auto Recipient::*member>
 std::string_view nameOfRecipients(const Shown& shown, std::string&) {
     return shown.recipient ? nameOf(shown.recipient->*member) : std::string_view();
@@ -87,6 +93,7 @@ constexpr Field fields[] = {
     {"from", Source::header, 30, own<&Classified::from>},
     {"date", Source::header, 31, own<&Classified::date>},
     {"message-id", Source::header, 40, own<&Classified::messageId>},
+    {"about", Source::recipients, 37, about},
     {"recipient", Source::recipients, 37, ofRecipient<&Recipient::address>},
     {"final-recipient", Source::recipients, 30, ofRecipient<&Recipient::finalAddress>},
     {"tag", Source::recipients, 16, ofRecipient<&Recipient::tag>},

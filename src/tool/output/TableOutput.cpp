@@ -50,7 +50,7 @@ public:
     TableOutput(std::ostream& out, OutputParts parts, Style style)
         : out_(out), parts_(std::move(parts)), rows_(parts_.rows), style_(style) {
         if (parts_.fields.empty()) {
-            parts_.fields = parseFields("name,label,reason,recipient,location");
+            parts_.fields = parseFields("name,label,reason,about,location");
         }
         if (style_.width > 0) {
             widths_ = widthsWithin(parts_.fields, style_.width);
