@@ -113,16 +113,12 @@ void checkStates(Ledger& ledger, const OnFault& onFault) {
 
 Contents check(Ledger& ledger, const OnFault& onFault) {
     checkFile(ledger, onFault);
-    // What is read belongs together, whoever writes meanwhile.
-    ledger.database().run("BEGIN");
+    const Snapshot snapshot(ledger.database());
     checkStates(ledger, onFault);
-    const Contents contents = {
-        numberOf(ledger, "SELECT count(*) FROM messages"),
-        numberOf(ledger, "SELECT count(*) FROM events"),
-        numberOf(ledger, "SELECT count(*) FROM addresses"),
-        numberOf(ledger, "SELECT count(*) FROM addresses WHERE state = 'suppressed'")};
-    ledger.database().run("COMMIT");
-    return contents;
+    return {numberOf(ledger, "SELECT count(*) FROM messages"),
+            numberOf(ledger, "SELECT count(*) FROM events"),
+            numberOf(ledger, "SELECT count(*) FROM addresses"),
+            numberOf(ledger, "SELECT count(*) FROM addresses WHERE state = 'suppressed'")};
 }
 
 }  // namespace bouncecheck::ledger

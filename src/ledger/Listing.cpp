@@ -11,7 +11,7 @@ constexpr const char* columns =
     "THEN (SELECT text FROM decisions d WHERE d.address = a.id ORDER BY d.id DESC LIMIT 1) "
     "ELSE (SELECT coalesce(evidence, diagnostic) FROM events e "
     "WHERE e.address = a.id AND e.bearing = a.cause ORDER BY e.seen DESC, e.reason DESC LIMIT 1) "
-    "END, changed FROM addresses a ";
+    "END, changed, id FROM addresses a ";
 
 void handOut(Statement& statement, const OnAddress& onAddress) {
     while (statement.step()) {
@@ -24,7 +24,8 @@ void handOut(Statement& statement, const OnAddress& onAddress) {
                    .lastSeen = statement.optionalNumber(6),
                    .count = statement.number(7),
                    .evidence = statement.text(8),
-                   .changed = statement.optionalNumber(9)});
+                   .changed = statement.optionalNumber(9),
+                   .id = statement.number(10)});
     }
 }
 
@@ -48,6 +49,18 @@ void forEachChanged(Ledger& ledger, Time time, const OnAddress& onAddress) {
         ledger.database(),
         (std::string(columns) + "WHERE changed >= ?1 ORDER BY changed, id").c_str());
     handOut(statement.with(time), onAddress);
+}
+
+DecidingReports::DecidingReports(Ledger& ledger)
+    : find_(ledger.database(),
+            "SELECT outcome, status, reply_code, diagnostic, message_id, place FROM events e "
+            "JOIN messages m ON m.id = e.message WHERE e.address = ?1 AND e.bearing = ?2 "
+            "ORDER BY e.seen DESC, e.reason DESC LIMIT 1") {}
+
+DecidingReport DecidingReports::of(const ListedAddress& address) {
+    if (!find_.with(address.id, address.cause).step()) return {};
+    return {find_.text(0), find_.text(1), find_.text(2),
+            find_.text(3), find_.text(4), find_.text(5)};
 }
 
 }  // namespace bouncecheck::ledger

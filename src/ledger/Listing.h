@@ -24,6 +24,7 @@ struct ListedAddress {
     /// The words of the last report that counts, or those of the decision.
     std::string_view evidence;
     std::optional<Time> changed;
+    std::int64_t id = 0;
 };
 
 using OnAddress = std::function<void(const ListedAddress& address)>;
@@ -35,5 +36,23 @@ void forEachProtected(Ledger& ledger, const OnAddress& onAddress);
 /// All whose suppression began, ended or got another cause at `time` or later, in the order of
 /// these changes. A reader that asks with the last `changed` that it has got misses none.
 void forEachChanged(Ledger& ledger, Time time, const OnAddress& onAddress);
+
+/// A report that an address is suppressed for, with the message that has it. What is not known is
+/// empty.
+struct DecidingReport {
+    std::string_view outcome, status, replyCode, diagnostic, messageId, place;
+};
+
+/// Finds the last report of those that count.
+class DecidingReports {
+public:
+    explicit DecidingReports(Ledger& ledger);
+
+    /// Valid until the next. Empty for what was decided by hand.
+    DecidingReport of(const ListedAddress& address);
+
+private:
+    Statement find_;
+};
 
 }  // namespace bouncecheck::ledger

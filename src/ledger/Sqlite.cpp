@@ -53,6 +53,14 @@ int moveLongLog(void*, sqlite3* connection, const char* name, int pages) {
     return SQLITE_OK;
 }
 
+void rollBack(Database& database) noexcept {
+    try {
+        database.run("ROLLBACK");
+    } catch (...) {
+        // SQLite has rolled it back by itself, or does so when the connection closes.
+    }
+}
+
 }  // namespace
 
 Database::Database(const std::string& path) : path_(path) {
@@ -164,18 +172,15 @@ std::string_view Statement::text(int column) const noexcept {
 }
 
 Transaction::~Transaction() {
-    if (!database_) return;
-    try {
-        database_->run("ROLLBACK");
-    } catch (...) {
-        // SQLite has rolled it back by itself, or does so when the connection closes.
-    }
+    if (database_) rollBack(*database_);
 }
 
 void Transaction::commit() {
     database_->run("COMMIT");
     database_ = nullptr;
 }
+
+Snapshot::~Snapshot() { rollBack(database_); }
 
 std::string_view orNull(std::string_view text) noexcept {
     return text.empty() ? std::string_view() : text;

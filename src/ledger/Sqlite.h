@@ -106,6 +106,20 @@ private:
     Database* database_;
 };
 
+/// While it lasts, everything is read as it was at the first of the statements, whoever writes
+/// meanwhile.
+class Snapshot {
+public:
+    explicit Snapshot(Database& database) : database_(database) { database.run("BEGIN"); }
+    Snapshot(const Snapshot&) = delete;
+    Snapshot& operator=(const Snapshot&) = delete;
+    /// Statements that are still within their rows have to be gone.
+    ~Snapshot();
+
+private:
+    Database& database_;
+};
+
 /// A text that is NULL where it is empty.
 std::string_view orNull(std::string_view text) noexcept;
 
