@@ -1,9 +1,10 @@
-# Puts the page, its style and its scripts together as C++ source:
+# Puts a page, its style and its scripts together as C++ source:
 #
-#   cmake -D SOURCE=folder -D SCRIPTS=a.js;b.js -D OUTPUT=file.cpp -P EmbedPage.cmake
+#   cmake -D SOURCE=folder -D PAGE=name -D HEADING=text -D SCRIPTS=a.js;b.js -D OUTPUT=file.cpp \
+#       -P EmbedPage.cmake
 #
-# The scripts become one, in their order. The page's Content-Security-Policy names it
-# and the style by their hashes.
+# What differs between pages comes from the folder of its name. The scripts become one, in their
+# order. The page's Content-Security-Policy names it and the style by their hashes.
 
 # The Base64 form of hexadecimal digits.
 function(to_base64 hex result)
@@ -32,6 +33,13 @@ endfunction()
 
 file(READ ${SOURCE}/page.html page)
 file(READ ${SOURCE}/page.css style)
+string(REPLACE "{{page}}" "${PAGE}" page "${page}")
+string(REPLACE "{{heading}}" "${HEADING}" page "${page}")
+foreach(part IN ITEMS charts search)
+  file(READ ${SOURCE}/${PAGE}/${part}.html text)
+  string(STRIP "${text}" text)
+  string(REPLACE "{{${part}}}" "${text}" page "${page}")
+endforeach()
 set(script "")
 foreach(name IN LISTS SCRIPTS)
   file(READ ${SOURCE}/${name} text)
@@ -58,8 +66,7 @@ file(WRITE ${OUTPUT} "#include \"tool/output/PageText.h\"
 
 namespace bouncecheck {
 
-const std::string_view pageBeforeData = R\"page(${before})page\";
-const std::string_view pageBehindData = R\"page(${behind})page\";
+const PageText ${PAGE}Page = {R\"page(${before})page\", R\"page(${behind})page\"};
 
 }  // namespace bouncecheck
 ")

@@ -17,7 +17,7 @@ _bouncecheck() {
             values="--after --within --max-message-size --verp"
             ;;
         list)
-            options="--ledger --advice --reason --since --changes-since --format -h --help"
+            options="--ledger --advice --reason --since --changes-since --format --html -h --help"
             values="--advice --reason --since --changes-since --format"
             ;;
         why)

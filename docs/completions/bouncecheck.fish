@@ -59,6 +59,7 @@ complete -c bouncecheck -n '__fish_seen_subcommand_from list' -l reason -x -d 'O
 complete -c bouncecheck -n '__fish_seen_subcommand_from list' -l since -x -d 'Only what was suppressed at this time or later: 2026-11-22, 2026-11-22T10:00:00Z, or 7d for the last seven days'
 complete -c bouncecheck -n '__fish_seen_subcommand_from list' -l changes-since -x -d 'Instead, all whose suppression began, ended or got another cause at this time or later, in the order of the changes'
 complete -c bouncecheck -n '__fish_seen_subcommand_from list' -l format -x -d 'table, json (an object a line), csv or tsv [table]'
+complete -c bouncecheck -n '__fish_seen_subcommand_from list' -l html -r -F -d 'Instead, write a page for the browser: the development over time, and the addresses to search and sort'
 complete -c bouncecheck -n '__fish_seen_subcommand_from list' -s h -l help -d 'Print this help'
 complete -c bouncecheck -n __fish_is_first_arg -a why -d 'Explains in words what a ledger knows of an address.'
 complete -c bouncecheck -n '__fish_seen_subcommand_from why' -l ledger -r -F -d 'The file of the ledger'

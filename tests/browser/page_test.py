@@ -15,8 +15,8 @@ import time
 import unittest
 
 import chromium
+import page_case
 
-SKIPPED = 77
 HOSTILE = "<img src=x onerror=hit=1></script><script>hit=1</script>"
 FULL = "the mailbox is full"
 COUNT = 1000
@@ -50,9 +50,10 @@ def message(number):
             + "--b--\n\n")
 
 
-class PageTest(unittest.TestCase):
+class PageTest(page_case.PageCase):
     @classmethod
     def setUpClass(cls):
+        super().setUpClass()
         folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(folder.cleanup)
         mailbox = pathlib.Path(folder.name, "mbox")
@@ -63,36 +64,6 @@ class PageTest(unittest.TestCase):
         cls.recipients = [{**recipient, "verdict": message["name"]} for message
                           in map(json.loads, lines) for recipient in message["recipients"]]
         cls.downloads = folder.name
-        cls.browser = cls.enterClassContext(chromium.Chromium())
-
-    def setUp(self):
-        self.browser.complaints.clear()
-        self.browser.open(self.page.as_uri())
-
-    def tearDown(self):
-        self.assertEqual(self.browser.complaints, [])
-
-    def value(self, expression):
-        return self.browser.evaluate(expression)
-
-    def texts(self, selector):
-        return self.value(f"[...document.querySelectorAll('{selector}')].map(e => e.textContent)")
-
-    def expect(self, expression, value):
-        """Waits until an expression has a value: the page draws before the next picture."""
-        end = time.monotonic() + 5
-        while (found := self.value(expression)) != value and time.monotonic() < end:
-            time.sleep(0.02)
-        self.assertEqual(found, value, expression)
-
-    def open_at(self, fragment):
-        """Loads the page anew, which the browser would not do for another fragment."""
-        self.browser.open("about:blank")
-        self.browser.open(f"{self.page.as_uri()}#{fragment}")
-
-    def search(self, text):
-        self.value("document.querySelector('#search').focus()")
-        self.browser.type(text)
 
     def expect_found(self, count):
         self.expect("document.querySelector('#found').textContent", f"{count:,} of {ROWS}")
@@ -284,7 +255,4 @@ class PageTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    if not chromium.executable():
-        print("skipped: no Chromium is installed")
-        sys.exit(SKIPPED)
-    unittest.main(argv=sys.argv[:1])
+    page_case.main()

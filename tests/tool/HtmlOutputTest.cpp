@@ -1,7 +1,7 @@
 #include <array>
 #include <string>
 
-#include "tool/ToolRun.h"
+#include "tool/PageParts.h"
 
 namespace bouncecheck {
 namespace {
@@ -26,31 +26,6 @@ protected:
         const std::string html = contentOf(file);
         fs::remove(file);
         return html;
-    }
-
-    /// What stands in the elements that begin with `tag`.
-    static std::vector<std::string> contentsOf(const std::string& html, const std::string& tag,
-                                               const std::string& endTag) {
-        std::vector<std::string> all;
-        for (std::size_t at = html.find(tag); at != std::string::npos; at = html.find(tag, at)) {
-            at += tag.size();
-            all.push_back(html.substr(at, html.find(endTag, at) - at));
-        }
-        return all;
-    }
-
-    static std::vector<Json> blocks(const std::string& html, const std::string& name) {
-        std::vector<Json> all;
-        const std::string tag = "<script type=\"application/json\" class=\"" + name + "\">";
-        for (const std::string& json : contentsOf(html, tag, "</script>")) {
-            all.push_back(Json::parse(json));
-        }
-        return all;
-    }
-
-    /// A cell of a column.
-    static std::string cell(const Json& rows, const char* column, std::size_t at = 0) {
-        return rows["texts"][rows[column][at].get<std::size_t>()];
     }
 };
 

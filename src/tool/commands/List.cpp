@@ -10,12 +10,17 @@
 
 #include "ledger/AddressKey.h"
 #include "ledger/Listing.h"
+#include "ledger/Protection.h"
 #include "tool/Arguments.h"
+#include "tool/OutputFile.h"
 #include "tool/RecipientFilter.h"
+#include "tool/TemporaryFile.h"
 #include "tool/commands/Command.h"
 #include "tool/commands/LedgerOptions.h"
+#include "tool/commands/LedgerPage.h"
 #include "tool/commands/ListForms.h"
 #include "tool/commands/Times.h"
+#include "tool/sources/FileIdentity.h"
 
 namespace bouncecheck {
 namespace {
@@ -47,14 +52,49 @@ public:
         declareTime(app, "--changes-since", changesSince_,
                     "Instead, all whose suppression began, ended or got another cause at this\n"
                     "time or later, in the order of the changes");
-        app.add_option("--format", format_, "table, json (an object a line), csv or tsv [table]")
-            ->type_name("FORMAT")
-            ->check(oneOf({"table", "json", "csv", "tsv"}))
+        auto* format = app.add_option("--format", format_,
+                                      "table, json (an object a line), csv or tsv [table]")
+                           ->type_name("FORMAT")
+                           ->check(oneOf({"table", "json", "csv", "tsv"}))
+                           ->group(group);
+        app.add_option("--html", pageFile_,
+                       "Instead, write a page for the browser: the development over time, and the\n"
+                       "addresses to search and sort")
+            ->type_name("FILE")
             ->group(group);
+        format->excludes("--html");
+    }
+
+    void complete() override {
+        if (!pageFile_) return;
+        if (changesSince_) {
+            throw std::invalid_argument("--html and --changes-since do not go together");
+        }
+        for (const char* end : {"", "-wal", "-shm"}) {
+            const auto part = identityOf(file_ + end);
+            if (part && part == identityOf(*pageFile_)) {
+                throw std::invalid_argument("output to " + *pageFile_ +
+                                            " would replace the ledger");
+            }
+        }
     }
 
     int run(const CommandStreams& streams) override {
         ledger::Ledger file(file_, ledger::Ledger::Missing::refuse);
+        {
+            const ledger::Snapshot snapshot(file.database());
+            if (pageFile_) {
+                writePage(file);
+            } else {
+                print(file, streams);
+            }
+            warnOfProtected(file, streams.err);
+        }
+        return EXIT_ALL_CLASSIFIED;
+    }
+
+private:
+    void print(ledger::Ledger& file, const CommandStreams& streams) const {
         const auto* form =
             std::ranges::find(forms, format_, [](const auto& one) { return one.first; });
         const auto show = makeList(form->second, streams.out,
@@ -69,11 +109,22 @@ public:
             ledger::forEachSuppressed(file, showWanted);
         }
         if (!streams.out.flush()) throw std::runtime_error("the output could not be written");
-        warnOfProtected(file, streams.err);
-        return EXIT_ALL_CLASSIFIED;
     }
 
-private:
+    void writePage(ledger::Ledger& file) const {
+        removeTemporariesOnSignals();
+        OutputFile output(*pageFile_);
+        LedgerPage page(output.stream(), {.development = ledger::developmentOf(file),
+                                          .rules = ledger::rulesOf(file),
+                                          .now = timeNow()});
+        ledger::DecidingReports reports(file);
+        ledger::forEachSuppressed(file, [&](const ledger::ListedAddress& address) {
+            if (isWanted(address)) page.add(address, reports.of(address));
+        });
+        page.finish();
+        output.commit();
+    }
+
     static void declareTime(CLI::App& app, const char* name, std::optional<ledger::Time>& time,
                             const char* description) {
         app.add_option_function<std::string>(
@@ -107,6 +158,7 @@ private:
     std::optional<ledger::Time> since_;
     std::optional<ledger::Time> changesSince_;
     std::string format_ = "table";
+    std::optional<std::string> pageFile_;
 };
 
 }  // namespace

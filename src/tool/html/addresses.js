@@ -4,7 +4,7 @@
 function shownAddresses() {
     const addresses = new Map();
     for (const row of shown) {
-        const address = rows.recipient[row];
+        const address = addressOf(row);
         const key = address.toLowerCase();
         if (addresses.has(key) || !/^[^\p{Cc}\u2028\u2029]+@[^\p{Cc}\s]+$/u.test(address)) continue;
         addresses.set(key, address);

@@ -1,9 +1,9 @@
 // The bar charts of the rows that are found. A bar adds its value to the search, or removes it.
 
-/** How many of `among` have each type, as a map in the order of all types. */
-function countTypes(among) {
-    const counts = new Map(help.types.map(({ type }) => [type, 0]));
-    for (const row of among) counts.set(rows.type[row], counts.get(rows.type[row]) + 1);
+/** How many of `among` are of each kind, as a map in the order of all kinds. */
+function countKinds(among) {
+    const counts = new Map(kinds.map((kind) => [kind, 0]));
+    for (const row of among) counts.set(kindOf(row), counts.get(kindOf(row)) + 1);
     return counts;
 }
 
@@ -13,10 +13,10 @@ function barRow({ name, mark = "", counts, most, title, isPressed, press }) {
     const picture = svg("svg", { viewBox: "0 0 100 10", preserveAspectRatio: "none", role: "img" });
     picture.append(svg("title", {}, title(total)));
     let x = 0;
-    for (const [type, count] of counts) {
+    for (const [kind, count] of counts) {
         const width = (100 * count) / most;
         if (count > 0) {
-            picture.append(svg("rect", { x, y: 0, width, height: 10, class: typeName(type) }));
+            picture.append(svg("rect", { x, y: 0, width, height: 10, class: kind }));
         }
         x += width;
     }
@@ -40,30 +40,6 @@ function replaceRows(list, items) {
     again?.focus({ preventScroll: true });
 }
 
-/** The charts by the name that their bars search for; `valueOf` is what a row counts as. */
-const charts = [
-    {
-        name: "reason",
-        valueOf: (row) => rows.reason[row],
-        meaningOf: (value) => help.reasons[value]?.meaning,
-        empty: "No reason is known.",
-    },
-    {
-        name: "verdict",
-        valueOf: (row) => typeName(rows.type[row]),
-        meaningOf: (value) => help.types.find(({ name }) => name === value).meaning,
-        markOf: (value) => `dot ${value}`,
-        empty: "There are none.",
-    },
-    {
-        name: "advice",
-        valueOf: (row) => rows.advice[row],
-        meaningOf: (value) => help.advices[value],
-        empty: "No recipient is known.",
-    },
-    { name: "status", valueOf: (row) => rows.status[row], empty: "No status code is known." },
-    { name: "domain", valueOf: (row) => domains[row], empty: "No address is known." },
-];
 const usualBars = () => (isNarrow() ? 5 : 8);
 const mostBars = 60;
 /** The names of charts that show more bars than usual. */
@@ -95,11 +71,11 @@ function drawChart(chart) {
         return barRow({
             name: value,
             mark: markOf?.(value),
-            counts: countTypes(of),
+            counts: countKinds(of),
             most: bars[0][1].length,
             title: (total) =>
                 [`${value}: ${percent(total, rowCount)} of all`, meaningOf?.(value)]
-                    .concat(name === "verdict" ? [] : [summaryOf(countTypes(of))])
+                    .concat(markOf ? [] : [summaryOf(countKinds(of))])
                     .filter(Boolean)
                     .join("\n"),
             isPressed,
@@ -132,5 +108,5 @@ function drawBars() {
 
 function summaryOf(counts) {
     const parts = [...counts].filter(([, count]) => count > 0);
-    return parts.map(([type, count]) => `${typeName(type)} ${number(count)}`).join(", ");
+    return parts.map(([kind, count]) => `${kind} ${number(count)}`).join(", ");
 }

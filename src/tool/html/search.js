@@ -5,26 +5,10 @@ const orNone = (text) => text || "none";
 const isEqual = (text, value) => text === value;
 const beginsWith = (text, value) => text.startsWith(value);
 const contains = (text, value) => text.includes(value);
+/** A date and its hour may have a blank or a "T" between. */
+const isDateWithin = (text, value) => text.startsWith(value.replace("t", " "));
 /** "5.1" finds "5.1.1", but "5.1.1" does not find "5.1.10". */
 const isCodeWithin = (text, value) => text === value || text.startsWith(`${value}.`);
-
-/** What can be asked for by name: texts of a row, and when they answer to a value. Of a choice,
-    several values with commas between are asked for at once; what it has none of is "none". */
-const searchNames = {
-    verdict: { of: (row) => [typeName(rows.type[row])], holds: beginsWith, isChoice: true },
-    reason: { of: (row) => [orNone(rows.reason[row])], holds: beginsWith, isChoice: true },
-    advice: { of: (row) => [orNone(rows.advice[row])], holds: beginsWith, isChoice: true },
-    outcome: { of: (row) => [orNone(rows.outcome[row])], holds: beginsWith, isChoice: true },
-    status: { of: (row) => [orNone(rows.status[row])], holds: isCodeWithin, isChoice: true },
-    domain: { of: (row) => [orNone(domains[row])], holds: isEqual, isChoice: true },
-    date: { of: (row) => [dateTexts[row]], holds: beginsWith, isChoice: true },
-    address: { of: (row) => [rows.recipient[row], rows.final[row]], holds: contains },
-    reply: { of: (row) => [rows.diagnostic[row], rows.quote[row]], holds: contains },
-    subject: { of: (row) => [rows.subject[row]], holds: contains },
-    from: { of: (row) => [rows.from[row]], holds: contains },
-    rule: { of: (row) => [rows.label[row]], holds: isEqual },
-    source: { of: (row) => [rows.place[row]], holds: contains },
-};
 
 /** Terms of a search: their text, and the parts of it. */
 function parseSearch(search) {
@@ -43,17 +27,8 @@ function parseSearch(search) {
 /** What words are looked for in, a text a row; made with the first search. */
 let searchedTexts;
 
-function makeTexts() {
-    const columns = [...recipientColumns, ...messageColumns].map((name) => rows[name]);
-    return rows.type.map((type, at) => {
-        let all = `${typeName(type)}\n${dateTexts[at]}`;
-        for (const column of columns) all += `\n${column[at]}`;
-        return all.toLowerCase();
-    });
-}
-
 function textOf(row) {
-    searchedTexts ??= makeTexts();
+    searchedTexts ??= Array.from({ length: rowCount }, (_, at) => wordsOf(at).toLowerCase());
     return searchedTexts[row];
 }
 
@@ -62,13 +37,10 @@ function testOf({ excludes, name, values }) {
     const { of, holds } = searchNames[name] ?? { of: (row) => [textOf(row)], holds: contains };
     const hasValue = (text) => {
         const lower = text.toLowerCase();
-        return values.some((value) => holds(lower, name === "date" ? dateAsked(value) : value));
+        return values.some((value) => holds(lower, value));
     };
     return (row) => of(row).some(hasValue) !== excludes;
 }
-
-/** A date and its hour may have a blank or a "T" between. */
-const dateAsked = (value) => value.replace("t", " ");
 
 /** The terms of a search that exclude or find something. */
 const termsOf = (search) => parseSearch(search).filter(({ values }) => values.length > 0);

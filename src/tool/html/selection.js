@@ -1,14 +1,5 @@
 // Which rows are shown, and in which order.
 
-const columns = [
-    { name: "verdict", title: "Verdict", key: (row) => typeName(rows.type[row]) },
-    { name: "recipient", title: "Recipient", key: (row) => rows.recipient[row].toLowerCase() },
-    { name: "reason", title: "Reason", key: (row) => rows.reason[row] },
-    { name: "advice", title: "What to do", key: (row) => rows.advice[row] },
-    { name: "status", title: "Status", key: (row) => rows.status[row] },
-    { name: "reply", title: "Reply or subject", key: (row) => replyOf(row).toLowerCase() },
-    { name: "date", title: "Date (UTC)", key: (row) => rows.date[row] ?? "" },
-];
 const sorting = { column: undefined, descending: false };
 /** Each order of all rows is made once. */
 const orders = new Map();
@@ -72,7 +63,7 @@ const countedFor = (name) => foundBeside.get(name) ?? shown;
 function update() {
     select();
     drawBars();
-    drawTime();
+    drawTimes();
     drawTable();
     showTableTop();
     drawFound();

@@ -96,25 +96,20 @@ function drawRows() {
     body.style.height = `${topOf(drawableCount)}px`;
 }
 
+/** What unfolds a row, with the colour of what it counts as. */
+function rowButton(row, content, isOpen) {
+    const mark = make("span", { class: `dot ${kindOf(row)}` }, content);
+    return make("button", { type: "button", "aria-expanded": String(isOpen) }, mark);
+}
+
 function makeRow(place) {
     const row = shown[place];
-    const name = typeName(rows.type[row]);
     const isOpen = row === unfolded.row;
-    const button = make("button", { type: "button", "aria-expanded": String(isOpen) });
-    button.append(make("span", { class: `dot ${name}` }, name));
-    const texts = {
-        verdict: button,
-        recipient: rows.recipient[row],
-        reason: rows.reason[row],
-        advice: rows.advice[row],
-        status: rows.status[row],
-        reply: replyOf(row),
-        date: dateTexts[row],
-    };
-    const cells = columns.map(({ name }) => {
-        const text = texts[name] || "–";
-        const title = typeof text === "string" && text.length > 12 ? text : undefined;
-        return make("div", { role: "cell", class: `text ${name}`, title }, text);
+    const cells = columns.map(({ name, text }, i) => {
+        const content = text(row) || "–";
+        const title = i > 0 && content.length > 12 ? content : undefined;
+        const inside = i === 0 ? rowButton(row, content, isOpen) : content;
+        return make("div", { role: "cell", class: `text ${name}`, title }, inside);
     });
     const element = make(
         "div",

@@ -62,7 +62,7 @@ std::string helpJson() {
 class HtmlOutput final : public Output {
 public:
     explicit HtmlOutput(std::ostream& out) : out_(out) {
-        out_ << pageBeforeData;
+        out_ << messagesPage.beforeData;
         writeJsonBlock(out_, "help", helpJson());
     }
 
@@ -77,7 +77,7 @@ public:
 
     void finish() override {
         if (!block_.isEmpty()) writeBlock();
-        out_ << pageBehindData;
+        out_ << messagesPage.behindData;
     }
 
 private:

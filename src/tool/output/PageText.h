@@ -2,12 +2,17 @@
 
 #include <string_view>
 
-/// The page of src/tool/html, style and script within, as the build put it together
+/// The pages of src/tool/html, style and script within, as the build put them together
 /// (cmake/EmbedPage.cmake). HTML in UTF-8.
 namespace bouncecheck {
 
-/// All before the data blocks, and all behind them.
-extern const std::string_view pageBeforeData;
-extern const std::string_view pageBehindData;
+struct PageText {
+    /// All before the data blocks, and all behind them.
+    std::string_view beforeData;
+    std::string_view behindData;
+};
+
+extern const PageText messagesPage;
+extern const PageText ledgerPage;
 
 }  // namespace bouncecheck

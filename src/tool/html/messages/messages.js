@@ -68,18 +68,6 @@ function detailOf(row) {
     return { texts, shapes, ...messages[message - blockStarts[at]] };
 }
 
-/** "2008-09-18 17:54", in UTC; "" without a date. */
-function dateText(seconds) {
-    if (seconds === null) return "";
-    return new Date(seconds * 1000).toISOString().slice(0, 16).replace("T", " ");
-}
-
-/** What is behind the last "@", without what mail leaves there. */
-function domainOf(address) {
-    const behind = address.slice(address.lastIndexOf("@") + 1 || address.length);
-    return behind.match(/^[^\s<>()[\],;:"'/\\]*/)[0].toLowerCase();
-}
-
 /** What was said of a recipient, as far as it is known; else what the message is about. */
 const replyOf = (row) => rows.diagnostic[row] || rows.quote[row] || rows.subject[row];
 

@@ -89,18 +89,6 @@ function ruleText(type, label) {
     return type.name === "none" ? "none held" : "a row of the rule table, which has no label";
 }
 
-function titled(title, content) {
-    return make("div", {}, make("h3", {}, title), content);
-}
-
-function factList(facts) {
-    const list = make("dl");
-    for (const [name, value] of facts) {
-        if (value) list.append(make("dt", {}, name), make("dd", {}, ...[value].flat()));
-    }
-    return list;
-}
-
 function recipientList(others) {
     const most = 20;
     const items = others.slice(0, most).map((row) => {
