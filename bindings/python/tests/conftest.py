@@ -21,14 +21,19 @@ def pytest_addoption(parser: pytest.Parser) -> None:
 
 
 @pytest.fixture(scope="session")
-def tool(request: pytest.FixtureRequest) -> Tool:
-    """What the tool prints as JSON for its arguments."""
+def tool_path(request: pytest.FixtureRequest) -> str:
     path = request.config.getoption("--tool")
     if not path or not os.access(path, os.X_OK):
         pytest.skip("The tool is not built; --tool gives its path")
+    return str(path)
+
+
+@pytest.fixture(scope="session")
+def tool(tool_path: str) -> Tool:
+    """What the tool prints as JSON for its arguments."""
 
     def run(*arguments: str, mail: bytes = b"") -> List[Dict[str, Any]]:
-        command = [path, "--format", "json", *arguments]
+        command = [tool_path, "--format", "json", *arguments]
         printed = subprocess.run(command, input=mail, stdout=subprocess.PIPE, check=True).stdout
         return [json.loads(line) for line in printed.splitlines()]
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Answer.h"
+#include "ArrowModule.h"
 #include "Convert.h"
 
 namespace nb = nanobind;
@@ -119,4 +120,5 @@ NB_MODULE(_native, module) {
     module.def("verdicts", &py::verdicts);
     module.def("reasons", &py::reasons);
     module.def("advices", &py::advices);
+    py::defineArrow(module);
 }

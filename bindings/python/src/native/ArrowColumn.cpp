@@ -1,0 +1,109 @@
+#include "ArrowColumn.h"
+
+#include <utility>
+
+#include "text/Utf8.h"
+
+namespace bouncecheck::python {
+namespace {
+
+bool hasOffsets(ArrowColumn::Kind kind) noexcept {
+    using Kind = ArrowColumn::Kind;
+    return kind == Kind::text || kind == Kind::bytes || kind == Kind::list;
+}
+
+}  // namespace
+
+void Bits::append(bool bit) {
+    if (size_ % 8 == 0) bytes_.push_back(0);
+    bytes_.back() = static_cast<std::uint8_t>(bytes_.back() | (bit ? 1U : 0U) << size_ % 8);
+    ++size_;
+}
+
+ArrowColumn::ArrowColumn(Kind kind, std::string name, bool isNullable,
+                         std::vector<ArrowColumn> children)
+    : kind_(kind), name_(std::move(name)), isNullable_(isNullable), children_(std::move(children)) {
+    if (hasOffsets(kind)) offsets_.push_back(0);
+}
+
+void ArrowColumn::appendValidity(bool isValid) {
+    validity_.append(isValid);
+    ++size_;
+    if (!isValid) ++nulls_;
+}
+
+void ArrowColumn::appendNull() {
+    appendValidity(false);
+    if (hasOffsets(kind_)) offsets_.push_back(offsets_.back());
+    if (kind_ == Kind::number) numbers_.push_back(0);
+    if (kind_ == Kind::time) times_.push_back(0);
+    if (kind_ == Kind::boolean) booleans_.append(false);
+    if (kind_ == Kind::record) {
+        for (ArrowColumn& member : children_) member.appendNull();
+    }
+}
+
+void ArrowColumn::appendText(std::string_view text) {
+    appendWellFormed(text_, text);
+    offsets_.push_back(static_cast<std::int32_t>(text_.size()));
+    appendValidity(true);
+}
+
+void ArrowColumn::appendBytes(std::string_view bytes) {
+    text_ += bytes;
+    offsets_.push_back(static_cast<std::int32_t>(text_.size()));
+    appendValidity(true);
+}
+
+void ArrowColumn::appendNumber(std::int32_t number) {
+    numbers_.push_back(number);
+    appendValidity(true);
+}
+
+void ArrowColumn::appendBoolean(bool value) {
+    booleans_.append(value);
+    appendValidity(true);
+}
+
+void ArrowColumn::appendTime(std::int64_t time) {
+    times_.push_back(time);
+    appendValidity(true);
+}
+
+void ArrowColumn::appendList() {
+    offsets_.push_back(static_cast<std::int32_t>(children_.front().size()));
+    appendValidity(true);
+}
+
+void ArrowColumn::appendRecord() { appendValidity(true); }
+
+std::size_t ArrowColumn::textBytes() const noexcept {
+    std::size_t bytes = text_.size();
+    for (const ArrowColumn& child : children_) bytes += child.textBytes();
+    return bytes;
+}
+
+std::vector<const void*> ArrowColumn::buffers() const {
+    const void* validity = nulls_ > 0 ? validity_.data() : nullptr;
+    switch (kind_) {
+        case Kind::text:
+        case Kind::bytes: return {validity, offsets_.data(), text_.data()};
+        case Kind::list: return {validity, offsets_.data()};
+        case Kind::number: return {validity, numbers_.data()};
+        case Kind::time: return {validity, times_.data()};
+        case Kind::boolean: return {validity, booleans_.data()};
+        case Kind::record: break;
+    }
+    return {validity};
+}
+
+void RecordRow::textOrNull(std::string_view text) {
+    ArrowColumn& column = next();
+    if (text.empty()) {
+        column.appendNull();
+    } else {
+        column.appendText(text);
+    }
+}
+
+}  // namespace bouncecheck::python
