@@ -12,6 +12,9 @@ enum class FileKind {
     message,
     /// A mailbox, even without an envelope in front.
     mailbox,
+    /// A stretch of a mailbox, from anywhere on. What a message is does not depend on where the
+    /// stretch begins: a Content-Length is not heeded, and lines end in LF or CRLF.
+    mailboxPart,
 };
 
 /// What the name at the end of `path` says, in any letter case and with or without

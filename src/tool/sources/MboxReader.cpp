@@ -125,7 +125,7 @@ bool MboxReader::fill() {
     // Moved only when that frees half of it: each byte moves a few times at most.
     if (start_ > buffer_.size() / 2) {
         buffer_.erase(0, start_);
-        start_ = 0;
+        bufferAt_ += std::exchange(start_, 0);
     }
     const std::size_t size = buffer_.size();
     // A small file gets a small buffer: it is handed out with the message.
@@ -168,9 +168,11 @@ void MboxReader::begin() {
     // Where the first line ends in a bare CR, so do the others.
     const std::size_t end = unread().substr(0, longestEnvelope + 1).find_first_of("\r\n");
     const bool hasBareCr = end != npos && lineEndLength(unread().substr(end), '\n') == 0;
-    if (hasBareCr && beginsWithEnvelope(unread(), '\r')) lineEnd_ = '\r';
+    const bool isPart = kind_ == FileKind::mailboxPart;
+    if (hasBareCr && !isPart && beginsWithEnvelope(unread(), '\r')) lineEnd_ = '\r';
     const bool hasEnvelope = beginsWithEnvelope(unread(), lineEnd_);
-    isMailbox_ = kind_ == FileKind::mailbox || (kind_ == FileKind::byContent && hasEnvelope);
+    isMailbox_ =
+        kind_ == FileKind::mailbox || isPart || (kind_ == FileKind::byContent && hasEnvelope);
     if (!isMailbox_) {
         if (hasEnvelope) skipEnvelope();
         return;
@@ -210,11 +212,13 @@ std::string MboxReader::takeUnread() {
 std::optional<MboxReader::Message> MboxReader::nextOfMailbox() {
     fillTo(longestEnvelope + 2);
     if (unread().empty()) return std::nullopt;
-    // Only the first message can be without.
-    if (count_ > 0 || beginsWithEnvelope(unread(), lineEnd_)) skipEnvelope();
-
     Message message;
     message.index = ++count_;
+    message.offset = bufferAt_ + start_;
+    // Only the first message can be without.
+    message.hasEnvelope = count_ > 1 || beginsWithEnvelope(unread(), lineEnd_);
+    if (message.hasEnvelope) skipEnvelope();
+
     std::size_t next = 0;
     if (const auto end = endByLength(next)) {
         const std::string_view text = unread().substr(0, *end);
@@ -251,6 +255,7 @@ bool MboxReader::endsBehind(std::size_t end, std::size_t& next) {
 std::optional<std::size_t> MboxReader::endByLength(std::size_t& next) {
     // Real headers are far shorter; what is longer is scanned as any text.
     constexpr std::size_t longestHeader = std::size_t{1} << 20;
+    if (kind_ == FileKind::mailboxPart) return std::nullopt;
     std::size_t searched = 0;
     std::size_t header = headerLength(unread(), lineEnd_, searched);
     while (header == npos && unread().size() < longestHeader && fill()) {

@@ -19,7 +19,8 @@ namespace bouncecheck {
 /// there. ">From " at the start of a line loses a '>', unless the length shows that
 /// the mailbox quotes nothing. An envelope in front of a single message is left out,
 /// and nothing else of it is changed. Lines end in LF or CRLF; in a bare CR where
-/// the first envelope does.
+/// the first envelope does. What stands before the first envelope of a part of a mailbox is
+/// handed out as a message, too.
 ///
 /// An empty file holds no message unless it is known to be one, and a truncated one
 /// ends in what there is. Time is linear in the size of the file. Holds one message at
@@ -32,6 +33,10 @@ public:
         std::string bytes;
         /// From 1.
         std::uint64_t index = 0;
+        /// Where it begins in the stream, its envelope included.
+        std::uint64_t offset = 0;
+        /// Whether an envelope stood in front of it, as of all but the first of a mailbox.
+        bool hasEnvelope = false;
         bool tooLarge = false;
     };
 
@@ -68,6 +73,8 @@ private:
     /// What was read and not handed out yet begins at `start_`.
     std::string buffer_;
     std::size_t start_ = 0;
+    /// Where the buffer begins in the stream.
+    std::uint64_t bufferAt_ = 0;
     bool atEnd_ = false;
     /// Why the stream ended too early; reported after the last message.
     std::optional<ReadError> damage_;

@@ -15,6 +15,7 @@ from typing import Any, Iterable, Iterator, List, Optional, Sequence, Tuple
 import pyarrow as pa
 
 from . import _native
+from ._stored import Exported
 from ._verp import Verp, natives_of
 
 __all__ = ["batches", "classify", "schema"]
@@ -27,16 +28,6 @@ _ROWS_PER_THREAD = 1024
 _MESSAGE_TYPES = (
     "binary", "large_binary", "string", "large_string", "binary_view", "string_view", "null",
 )
-
-
-class _Exported:
-    """A record that `_native` made, as others take it over."""
-
-    def __init__(self, capsules: Tuple[object, object]) -> None:
-        self._capsules = capsules
-
-    def __arrow_c_array__(self, requested_schema: object = None) -> Tuple[object, object]:
-        return self._capsules
 
 
 def schema(*, ledger: bool = False) -> pa.Schema:
@@ -145,7 +136,7 @@ def _results_of(
     """The results for all messages, or the first of them, if those are large."""
     types, rows = messages.__arrow_c_array__()
     made = _native.classify_arrow(types, rows, patterns, ledger, _MOST_TEXT)
-    return pa.record_batch(_Exported(made))
+    return pa.record_batch(Exported(made))
 
 
 _Piece = Tuple[pa.RecordBatch, pa.RecordBatch]

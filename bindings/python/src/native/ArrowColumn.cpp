@@ -32,14 +32,27 @@ void ArrowColumn::appendValidity(bool isValid) {
     if (!isValid) ++nulls_;
 }
 
+void ArrowColumn::pushNumber(std::int64_t number) {
+    if (kind_ == Kind::int32) {
+        narrow_.push_back(static_cast<std::int32_t>(number));
+    } else {
+        wide_.push_back(number);
+    }
+}
+
 void ArrowColumn::appendNull() {
     appendValidity(false);
-    if (hasOffsets(kind_)) offsets_.push_back(offsets_.back());
-    if (kind_ == Kind::number) numbers_.push_back(0);
-    if (kind_ == Kind::time) times_.push_back(0);
-    if (kind_ == Kind::boolean) booleans_.append(false);
-    if (kind_ == Kind::record) {
-        for (ArrowColumn& member : children_) member.appendNull();
+    switch (kind_) {
+        case Kind::text:
+        case Kind::bytes:
+        case Kind::list: offsets_.push_back(offsets_.back()); break;
+        case Kind::int32:
+        case Kind::int64:
+        case Kind::time: pushNumber(0); break;
+        case Kind::boolean: booleans_.append(false); break;
+        case Kind::record:
+            for (ArrowColumn& member : children_) member.appendNull();
+            break;
     }
 }
 
@@ -55,18 +68,13 @@ void ArrowColumn::appendBytes(std::string_view bytes) {
     appendValidity(true);
 }
 
-void ArrowColumn::appendNumber(std::int32_t number) {
-    numbers_.push_back(number);
+void ArrowColumn::appendNumber(std::int64_t number) {
+    pushNumber(number);
     appendValidity(true);
 }
 
 void ArrowColumn::appendBoolean(bool value) {
     booleans_.append(value);
-    appendValidity(true);
-}
-
-void ArrowColumn::appendTime(std::int64_t time) {
-    times_.push_back(time);
     appendValidity(true);
 }
 
@@ -89,8 +97,9 @@ std::vector<const void*> ArrowColumn::buffers() const {
         case Kind::text:
         case Kind::bytes: return {validity, offsets_.data(), text_.data()};
         case Kind::list: return {validity, offsets_.data()};
-        case Kind::number: return {validity, numbers_.data()};
-        case Kind::time: return {validity, times_.data()};
+        case Kind::int32: return {validity, narrow_.data()};
+        case Kind::int64:
+        case Kind::time: return {validity, wide_.data()};
         case Kind::boolean: return {validity, booleans_.data()};
         case Kind::record: break;
     }

@@ -23,7 +23,7 @@ private:
 /// inside of it. Offsets have 32 bits: a column has less than 2 GiB of text.
 class ArrowColumn {
 public:
-    enum class Kind { text, bytes, number, boolean, time, list, record };
+    enum class Kind { text, bytes, int32, int64, boolean, time, list, record };
 
     /// A list has one child, a record one for each member.
     ArrowColumn(Kind kind, std::string name, bool isNullable,
@@ -34,10 +34,9 @@ public:
     /// UTF-8; what is none becomes U+FFFD.
     void appendText(std::string_view text);
     void appendBytes(std::string_view bytes);
-    void appendNumber(std::int32_t number);
+    /// Of 32 or 64 bits; a time has microseconds since 1970-01-01 00:00 UTC.
+    void appendNumber(std::int64_t number);
     void appendBoolean(bool value);
-    /// Microseconds since 1970-01-01 00:00 UTC.
-    void appendTime(std::int64_t time);
     /// The list of all that was appended to its child since the list before.
     void appendList();
     /// The record of what was appended to each of its children.
@@ -57,6 +56,7 @@ public:
 
 private:
     void appendValidity(bool isValid);
+    void pushNumber(std::int64_t number);
 
     Kind kind_;
     std::string name_;
@@ -69,8 +69,8 @@ private:
     std::vector<std::int32_t> offsets_;
     std::string text_;
     Bits booleans_;
-    std::vector<std::int32_t> numbers_;
-    std::vector<std::int64_t> times_;
+    std::vector<std::int32_t> narrow_;
+    std::vector<std::int64_t> wide_;
 };
 
 /// Appends a row to a record, one member after the other in the order of the columns.

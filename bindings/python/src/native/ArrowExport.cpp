@@ -60,7 +60,8 @@ const char* formatOf(ArrowColumn::Kind kind) noexcept {
     switch (kind) {
         case ArrowColumn::Kind::text: return "u";
         case ArrowColumn::Kind::bytes: return "z";
-        case ArrowColumn::Kind::number: return "i";
+        case ArrowColumn::Kind::int32: return "i";
+        case ArrowColumn::Kind::int64: return "l";
         case ArrowColumn::Kind::boolean: return "b";
         case ArrowColumn::Kind::time: return "tsu:UTC";
         case ArrowColumn::Kind::list: return "+l";

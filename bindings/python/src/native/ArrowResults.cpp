@@ -69,7 +69,7 @@ ArrowColumn ledgerColumn() {
 /// Null in a row without a message, so each may be.
 ArrowColumn resultColumns(bool withLedger) {
     std::vector<ArrowColumn> columns = {
-        column(Kind::number, "type", Null::possible),
+        column(Kind::int32, "type", Null::possible),
         textOrNull("verdict"),
         textOrNull("rule"),
         textOrNull("address"),
@@ -143,7 +143,7 @@ void appendDate(ArrowColumn& column, const std::string& field) {
     constexpr std::int64_t first = -62'135'596'800;
     constexpr std::int64_t last = 253'402'300'799;
     if (const auto seconds = parseMailDate(field)) {
-        column.appendTime(std::clamp(*seconds, first, last) * 1'000'000);
+        column.appendNumber(std::clamp(*seconds, first, last) * 1'000'000);
     } else {
         column.appendNull();
     }
@@ -179,7 +179,7 @@ void ArrowResults::add(std::string_view bytes, std::span<const VerpPattern> verp
     const Facts facts = factsOf(message);
 
     RecordRow row(columns_);
-    row.next().appendNumber(static_cast<std::int32_t>(verdict.type));
+    row.next().appendNumber(static_cast<int>(verdict.type));
     row.text(bounceTypeName(verdict.type));
     row.textOrNull(verdict.label());
     row.text(verdict.address);

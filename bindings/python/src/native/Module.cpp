@@ -14,6 +14,7 @@
 #include "Answer.h"
 #include "ArrowModule.h"
 #include "Convert.h"
+#include "StoredModule.h"
 
 namespace nb = nanobind;
 
@@ -121,4 +122,5 @@ NB_MODULE(_native, module) {
     module.def("reasons", &py::reasons);
     module.def("advices", &py::advices);
     py::defineArrow(module);
+    py::defineStored(module);
 }

@@ -1,0 +1,109 @@
+#include "StoredModule.h"
+
+#include <nanobind/stl/string_view.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <utility>
+
+#include "ArrowCapsules.h"
+#include "StoredMessages.h"
+#include "tool/sources/FileContent.h"
+
+namespace nb = nanobind;
+
+namespace bouncecheck::python {
+namespace {
+
+/// What a function of Python returns when it is asked for bytes: some of them, none at the end, or
+/// a text that says why there are none. Nothing else needs Python's lock.
+class PythonStream final : public InputStream {
+public:
+    explicit PythonStream(nb::callable read) : readMore_(std::move(read)) {}
+
+    std::size_t read(std::span<char> room) override {
+        if (unread_.empty()) fill();
+        const std::size_t size = std::min(room.size(), unread_.size());
+        std::memcpy(room.data(), unread_.data(), size);
+        unread_.remove_prefix(size);
+        return size;
+    }
+
+private:
+    void fill() {
+        const nb::gil_scoped_acquire acquired;
+        const nb::object more = readMore_(pieceSize);
+        if (nb::isinstance<nb::str>(more)) throw ReadError(nb::cast<nb::str>(more).c_str());
+        piece_ = nb::cast<nb::bytes>(more);
+        unread_ = {piece_.c_str(), piece_.size()};
+    }
+
+    static constexpr std::size_t pieceSize = std::size_t{1} << 20;
+
+    nb::callable readMore_;
+    nb::bytes piece_;
+    std::string_view unread_;
+};
+
+/// A file that is read by a function of Python.
+class StoredFile {
+public:
+    StoredFile(nb::callable read, FileKind kind, std::uint64_t begin, std::uint64_t end,
+               std::size_t maxMessageSize)
+        : stream_(std::move(read)), messages_(stream_, maxMessageSize, kind, {begin, end}) {}
+
+    nb::object next(std::size_t mostRows, std::size_t mostBytes) {
+        std::optional<ArrowColumn> rows;
+        {
+            const nb::gil_scoped_release released;
+            rows = messages_.next(mostRows, mostBytes);
+        }
+        if (!rows) return nb::none();
+        return capsulesOf(*std::move(rows));
+    }
+
+private:
+    PythonStream stream_;
+    StoredMessages messages_;
+};
+
+/// Why a file that begins so is no mail; "" for one that may be, compressed or not.
+nb::str foreignContent(const nb::bytes& first) {
+    const FileContent content = contentOf({first.c_str(), std::min(first.size(), decisiveBytes)});
+    const bool isArchive =
+        content.kind == FileContent::Kind::tar || content.kind == FileContent::Kind::zip;
+    if (content.kind != FileContent::Kind::foreign && !isArchive) return nb::str("");
+    const std::string problem = "is " + std::string(content.name) + ", not mail";
+    return nb::str(problem.c_str());
+}
+
+}  // namespace
+
+void defineStored(nb::module_& module) {
+    nb::class_<StoredFile>(module, "StoredFile")
+        .def(
+            "__init__",
+            [](StoredFile* self, nb::callable read, std::string_view path, std::size_t most) {
+                new (self) StoredFile(std::move(read), kindOfMember(path), 0,
+                                      std::numeric_limits<std::uint64_t>::max(), most);
+            },
+            nb::arg("read"), nb::arg("path"), nb::arg("most"))
+        .def(
+            "__init__",
+            [](StoredFile* self, nb::callable read, std::uint64_t begin, std::uint64_t end,
+               std::size_t most) {
+                new (self) StoredFile(std::move(read), FileKind::mailboxPart, begin, end, most);
+            },
+            nb::arg("read"), nb::arg("begin"), nb::arg("end"), nb::arg("most"))
+        .def("next", &StoredFile::next, nb::arg("rows"), nb::arg("bytes"));
+    module.def("start_of_stream",
+               [](std::uint64_t begin) { return StoredMessages::startOfStream({.begin = begin}); });
+    module.def("can_be_divided", [](std::string_view path, const nb::bytes& first) {
+        return canBeDivided(path, {first.c_str(), first.size()});
+    });
+    module.def("foreign_content", &foreignContent);
+}
+
+}  // namespace bouncecheck::python
