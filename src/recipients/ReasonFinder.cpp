@@ -60,6 +60,11 @@ struct Codes {
         return isCommand || (row && !isAboutMailbox(row->reason));
     }
 
+    /// The address of the sender is wrong, whatever the words call unknown (RFC 3463, section 3.2).
+    bool areAboutSender() const noexcept {
+        return ofText && (ofText->code == "X.1.7" || ofText->code == "X.1.8");
+    }
+
     /// A status that says something at all.
     const StatusRow* any() const noexcept {
         if (ofText && ofText->reason != Reason::other) return ofText;
@@ -92,7 +97,8 @@ public:
         found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
         const std::string_view where =
             found_.inNotice ? paragraphAt(notice, found_.at) : reply.text;
-        if (isAboutMailbox(found_.reason) && stageIn(where) == Stage::sender) {
+        const bool isAboutSender = codes_.areAboutSender() || stageIn(where) == Stage::sender;
+        if (isAboutMailbox(found_.reason) && isAboutSender) {
             found_.reason = Reason::policy;
             found_.isSure = false;
         }

@@ -29,6 +29,8 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.1.1 Address rejected: user@x.example",
              "550 #5.1.0 Address rejected.",
              "550 El buz\xC3\xB3n no existe",
+             "L'adresse de messagerie que vous avez entr\xC3\xA9"
+             "e est introuvable.",
              "550 5.7.1 UZYTKOWNIK NIE ISTNIEJE",
              "553 sorry, this recipient is not in my validrcptto list (#5.7.1)",
          }},
@@ -56,6 +58,8 @@ TEST(Reply, IsAboutWhatItMeans) {
          }},
         {"mailbox-full retry",
          {
+             "552 5.2.3 Mailbox for user@x.example is full",
+             "El buz\xC3\xB3n del destinatario est\xC3\xA1 lleno y no puede aceptar mensajes",
              "552 5.2.2 <u@x.example>: Recipient address rejected: Mailbox is over quota",
              "The user(s) account is temporarily over quota.",
              "The user(s) account is temporarily limited.",
@@ -105,6 +109,9 @@ TEST(Reply, IsAboutWhatItMeans) {
          }},
         {"policy fix",
          {
+             "550 5.1.7 The sender address does not exist",
+             "501 5.1.7 Invalid address: me@own.example",
+             "550 HELO host does not exist",
              "450 4.1.8 <me@own.example>: Sender address rejected: Domain not found",
              "553 5.7.1 <me@own.example>: Sender address rejected: not owned by user me",
              "550 5.1.8 <me@own.example>: Sender address rejected: undeliverable address",
@@ -136,6 +143,7 @@ TEST(Reply, IsAboutWhatItMeans) {
          }},
         {"system retry",
          {
+             "550 5.1.1 LDAP lookup failed",
              "Command died with status 127: \"/usr/bin/vacation\". Command output: not found",
              "Can't open mailbox for user: permission denied",
              "451 4.3.2 system not accepting network messages",
