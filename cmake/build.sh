@@ -71,6 +71,8 @@ is_installed() {
         libgtest-dev) header gtest/gtest.h ;;
         libbenchmark-dev) header benchmark/benchmark.h ;;
         python3-dev) [ -e "$(python3 -c 'import sysconfig; print(sysconfig.get_path("include"))' 2>/dev/null)/Python.h" ] ;;
+        openjdk-*) command -v java >/dev/null ;;
+        maven) command -v mvn >/dev/null ;;
         python3-venv) python3 -c 'import ensurepip, venv' 2>/dev/null ;;
         python3-jsonschema) python3 -c 'import jsonschema' 2>/dev/null ;;
         nodejs) command -v node >/dev/null ;;
