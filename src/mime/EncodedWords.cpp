@@ -26,7 +26,10 @@ bool isCharsetChar(char c) noexcept {
 std::string decodeQ(std::string_view text) {
     std::string blanks(text);
     std::ranges::replace(blanks, '_', ' ');
-    return decodeHexEscapes(blanks, '=');
+    std::string bytes;
+    bytes.reserve(blanks.size());
+    appendHexDecoded(bytes, blanks, '=');
+    return bytes;
 }
 
 /// The end of the encoded text that begins `text`, where "?=" stands, or npos.

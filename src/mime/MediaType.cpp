@@ -123,7 +123,11 @@ std::string joined(std::span<const Piece> pieces) {
                 value.remove_prefix(second + 1);
             }
         }
-        bytes += piece.extended ? decodeHexEscapes(value, '%') : std::string(value);
+        if (piece.extended) {
+            appendHexDecoded(bytes, value, '%');
+        } else {
+            bytes += value;
+        }
         ++expected;
     }
     return charset.empty() ? bytes : toUtf8(std::move(bytes), charset);
@@ -162,12 +166,14 @@ ParameterizedValue::ParameterizedValue(std::string_view value) {
         const int rank = p.extended || p.index ? 0 : 1;
         return std::tuple(std::string_view(p.name), rank, p.index.value_or(0), p.place);
     };
-    std::ranges::sort(pieces, std::less<>(), order);
+    if (pieces.size() > 1) std::ranges::sort(pieces, std::less<>(), order);
     parameters_.reserve(pieces.size());
     for (auto group = pieces.begin(); group != pieces.end();) {
         const auto end = std::find_if(
             group, pieces.end(), [&](const Piece& piece) { return piece.name != group->name; });
-        parameters_.push_back({group->name, joined({group, end})});
+        const bool isPlain = end - group == 1 && !group->extended && !group->index;
+        std::string whole = isPlain ? std::move(group->value) : joined({group, end});
+        parameters_.push_back({std::move(group->name), std::move(whole)});
         group = end;
     }
 }
@@ -178,6 +184,10 @@ std::string_view ParameterizedValue::parameter(std::string_view name) const noex
 }
 
 MediaType::MediaType(std::string_view value, std::string_view defaultType) {
+    if (value.empty()) {
+        name_ = defaultType;
+        return;
+    }
     const ParameterizedValue parsed(value);
     boundary_ = parsed.parameter("boundary");
     charset_ = canonicalCharsetName(parsed.parameter("charset"));
@@ -185,7 +195,7 @@ MediaType::MediaType(std::string_view value, std::string_view defaultType) {
     const std::size_t slash = head.find('/');
     const bool isWellFormed =
         slash != npos && isToken(head.substr(0, slash)) && isToken(head.substr(slash + 1));
-    name_ = isWellFormed ? head : value.empty() ? defaultType : "text/plain";
+    name_ = isWellFormed ? head : "text/plain";
 }
 
 bool MediaType::isOf(std::string_view type) const noexcept {

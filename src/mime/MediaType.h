@@ -38,7 +38,7 @@ private:
 /// A Content-Type (RFC 2045, section 5).
 class MediaType {
 public:
-    MediaType() : MediaType("", "text/plain") {}
+    MediaType() : name_("text/plain") {}
 
     /// `value` is the unfolded field; "" reads as `defaultType`, what has not the
     /// form type/subtype as "text/plain" (RFC 2045, section 5.2).

@@ -41,7 +41,7 @@ std::string decodeQuotedPrintable(std::string_view text) {
         while (!line.empty() && ascii::isBlank(line.back())) line.remove_suffix(1);
         const bool softBreak = line.ends_with('=');
         if (softBreak) line.remove_suffix(1);
-        out += decodeHexEscapes(line, '=');
+        appendHexDecoded(out, line, '=');
         if (ended && !softBreak) out += crLf;
     });
     return out;

@@ -4,9 +4,7 @@
 
 namespace bouncecheck {
 
-std::string decodeHexEscapes(std::string_view text, char mark) {
-    std::string out;
-    out.reserve(text.size());
+void appendHexDecoded(std::string& out, std::string_view text, char mark) {
     for (std::size_t at; (at = text.find(mark)) != std::string_view::npos;) {
         out += text.substr(0, at);
         text.remove_prefix(at);
@@ -16,7 +14,7 @@ std::string decodeHexEscapes(std::string_view text, char mark) {
         out += isEscape ? static_cast<char>(high * 16 + low) : mark;
         text.remove_prefix(isEscape ? 3 : 1);
     }
-    return out += text;
+    out += text;
 }
 
 }  // namespace bouncecheck

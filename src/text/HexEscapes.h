@@ -5,8 +5,8 @@
 
 namespace bouncecheck {
 
-/// `text` with each `mark` and the two hexadecimal digits behind it replaced by
+/// Appends `text` with each `mark` and the two hexadecimal digits behind it replaced by
 /// the byte that they stand for: "=41" or "%41". A `mark` without them stays.
-std::string decodeHexEscapes(std::string_view text, char mark);
+void appendHexDecoded(std::string& out, std::string_view text, char mark);
 
 }  // namespace bouncecheck
