@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "ledger/AddressKey.h"
-
 namespace bouncecheck::ledger {
 namespace {
 
@@ -21,10 +19,12 @@ AddressStates::AddressStates(Ledger& ledger, Time now)
     : protection_(ledger),
       rules_(rulesOf(ledger)),
       now_(changeTime(ledger, now)),
-      find_(ledger.database(), "SELECT id, is_mailbox FROM addresses WHERE key = ?1"),
+      find_(ledger.database(), "SELECT id FROM addresses WHERE key = ?1"),
+      last_(ledger.database(), "SELECT max(id) FROM addresses"),
       add_(ledger.database(),
-           "INSERT INTO addresses (key, written, is_mailbox, state, count) "
-           "VALUES (?1, nullif(?2, ?1), ?3, 'active', 0)"),
+           "INSERT INTO addresses (id, key, written, is_mailbox, state, cause, reason, since, "
+           "count, first_seen, last_seen, changed) "
+           "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)"),
       read_(ledger.database(),
             "SELECT key, is_mailbox, state, cause, reason, since, count, first_seen, last_seen, "
             "coalesce(written, key), "
@@ -45,19 +45,45 @@ AddressStates::AddressStates(Ledger& ledger, Time now)
                    "SELECT max(seen) FROM events WHERE address = ?1 AND bearing = 'success'"),
       nextRetry_(ledger.database(),
                  "SELECT seen FROM events WHERE address = ?1 AND bearing = 'retry' "
-                 "AND seen >= ?2 ORDER BY seen LIMIT 1"),
-      database_(ledger.database()) {}
+                 "AND seen >= ?2 ORDER BY seen LIMIT 1") {}
 
-std::int64_t AddressStates::idOf(std::string_view address, bool isMailbox) {
-    const std::string key = keyOf(address);
-    if (find_.with(key).step()) {
-        const std::int64_t id = find_.number(0);
-        find_.reset();
-        return id;
-    }
+std::optional<std::int64_t> AddressStates::find(std::string_view key) {
+    std::optional<std::int64_t> id;
+    if (find_.with(key).step()) id = find_.number(0);
     find_.reset();
-    add_.with(key, address, isMailbox ? 1 : 0).run();
-    return database_.lastRow();
+    return id;
+}
+
+std::int64_t AddressStates::nextId() {
+    last_.step();
+    const std::int64_t id = last_.number(0) + 1;
+    last_.reset();
+    return id;
+}
+
+void AddressStates::insert(const NewAddress& address, std::span<const ReportedFact> reports) {
+    ReportedHistory reported(rules_);
+    for (const ReportedFact& fact : reports) reported.add(fact);
+    AddressHistory history = reported.history(address.isMailbox);
+    const std::string_view pattern = protection_.patternFor(address.key);
+    history.isProtected = !pattern.empty();
+    const AddressState state = spare(stateOf(history), address.written, pattern);
+    const Counted& all = reported.counted();
+    add_.with(address.id, address.key,
+              address.written == address.key ? std::string_view() : address.written,
+              address.isMailbox ? 1 : 0, state.isSuppressed ? "suppressed" : "active",
+              orNull(state.cause), orNull(state.reason), state.since, all.count, all.first,
+              all.last, state.cause.empty() ? std::nullopt : std::optional(now_))
+        .run();
+}
+
+/// Remembers whom a pattern protects.
+AddressState AddressStates::spare(AddressState state, std::string_view address,
+                                  std::string_view pattern) {
+    if (state.cause == "protected") {
+        spared_.push_back({std::string(address), std::string(pattern), state.reason});
+    }
+    return state;
 }
 
 std::optional<Bearing> AddressStates::bearing(std::int64_t id, std::string_view name) {
@@ -112,10 +138,8 @@ AddressHistory AddressStates::historyOf(std::int64_t id, bool isProtected) {
 void AddressStates::update(std::int64_t id, const Counted& more) {
     read_.with(id).step();
     const std::string_view pattern = protection_.patternFor(read_.text(0));
-    const AddressState state = stateOf(historyOf(id, !pattern.empty()));
-    if (state.cause == "protected") {
-        spared_.push_back({std::string(read_.text(9)), std::string(pattern), state.reason});
-    }
+    const AddressState state =
+        spare(stateOf(historyOf(id, !pattern.empty())), read_.text(9), pattern);
     const bool wasSuppressed = read_.text(2) == "suppressed";
     const bool isOther = wasSuppressed != state.isSuppressed || read_.text(3) != state.cause;
     const bool isSame = !isOther && more.count == 0 && read_.text(4) == state.reason &&
@@ -132,12 +156,6 @@ void AddressStates::update(std::int64_t id, const Counted& more) {
               orNull(state.reason), state.since, all.count, all.first, all.last,
               isOther ? std::optional(now_) : std::nullopt)
         .run();
-}
-
-void Counted::add(Time seen) noexcept {
-    ++count;
-    first = std::min(seen, first.value_or(seen));
-    last = std::max(seen, last.value_or(seen));
 }
 
 Rules rulesOf(Ledger& ledger) {

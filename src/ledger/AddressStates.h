@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +10,7 @@
 #include "ledger/AddressState.h"
 #include "ledger/Ledger.h"
 #include "ledger/Protection.h"
+#include "ledger/ReportedHistory.h"
 
 namespace bouncecheck::ledger {
 
@@ -19,13 +22,13 @@ struct SparedAddress {
     std::string reason;
 };
 
-/// Reports against an address.
-struct Counted {
-    std::int64_t count = 0;
-    std::optional<Time> first;
-    std::optional<Time> last;
-
-    void add(Time seen) noexcept;
+/// An address that the ledger does not have.
+struct NewAddress {
+    std::int64_t id = 0;
+    std::string key;
+    /// As it was first written.
+    std::string written;
+    bool isMailbox = false;
 };
 
 /// The states of addresses within one transaction: makes them follow from what the ledger holds,
@@ -37,8 +40,11 @@ public:
     /// changes. So the times of changes rise in the order in which they can be read.
     AddressStates(Ledger& ledger, Time now);
 
-    /// The id of `address`, which is added when the ledger does not have it.
-    std::int64_t idOf(std::string_view address, bool isMailbox);
+    std::optional<std::int64_t> find(std::string_view key);
+    /// The id that the next address gets.
+    std::int64_t nextId();
+    /// Adds an address with all reports on it, in the order in which they count.
+    void insert(const NewAddress& address, std::span<const ReportedFact> reports);
     /// Writes the state that follows for the address, to which `more` reports were added. What it
     /// finds to be protected from suppression is added to `spared`.
     void update(std::int64_t id, const Counted& more = {});
@@ -46,6 +52,7 @@ public:
     const std::vector<SparedAddress>& spared() const noexcept { return spared_; }
 
 private:
+    AddressState spare(AddressState state, std::string_view address, std::string_view pattern);
     AddressHistory historyOf(std::int64_t id, bool isProtected);
     std::optional<Bearing> bearing(std::int64_t id, std::string_view name);
     std::optional<Bearing> exhaustion(std::int64_t id);
@@ -53,8 +60,7 @@ private:
     Protection protection_;
     Rules rules_;
     Time now_;
-    Statement find_, add_, read_, write_, decision_, ends_, lastSuccess_, nextRetry_;
-    Database& database_;
+    Statement find_, last_, add_, read_, write_, decision_, ends_, lastSuccess_, nextRetry_;
     std::vector<SparedAddress> spared_;
 };
 

@@ -30,7 +30,8 @@ void handOut(Statement& statement, const OnAddress& onAddress) {
 }
 
 void handOutWhere(Ledger& ledger, const char* condition, const OnAddress& onAddress) {
-    Statement statement(ledger.database(), (std::string(columns) + condition).c_str());
+    const std::string sql = std::string(columns) + condition;
+    Statement statement(ledger.database(), sql.c_str());
     handOut(statement, onAddress);
 }
 
@@ -45,9 +46,8 @@ void forEachProtected(Ledger& ledger, const OnAddress& onAddress) {
 }
 
 void forEachChanged(Ledger& ledger, Time time, const OnAddress& onAddress) {
-    Statement statement(
-        ledger.database(),
-        (std::string(columns) + "WHERE changed >= ?1 ORDER BY changed, id").c_str());
+    const std::string sql = std::string(columns) + "WHERE changed >= ?1 ORDER BY changed, id";
+    Statement statement(ledger.database(), sql.c_str());
     handOut(statement.with(time), onAddress);
 }
 

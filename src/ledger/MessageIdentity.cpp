@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <string>
 
 #include "text/Ascii.h"
 
@@ -32,6 +33,9 @@ constexpr char lastThatIdentifies = 2;
 
 /// The number of the field that `line` begins; 0 for any other field.
 char numberOf(std::string_view line) noexcept {
+    // Most fields are told apart by their first letter.
+    constexpr std::string_view firstLetters = "MDFTSCXmdftscx";
+    if (firstLetters.find(line.front()) == std::string_view::npos) return 0;
     const std::string_view name = ascii::trimRight(line.substr(0, line.find(':')));
     const auto* known = std::ranges::find_if(
         countedFields, [&](std::string_view other) { return ascii::equalsNoCase(name, other); });
@@ -55,9 +59,9 @@ std::string_view takeHeader(std::string_view& text) noexcept {
     return whole.substr(0, size);
 }
 
-/// Adds the fields of a header, or those that count, in their order. False when none of them
+/// Appends the fields of a header, or those that count, in their order. False when none of them
 /// identifies the message.
-bool addFields(HashInput& hash, std::string_view header, bool onlyCounted) {
+bool appendFields(std::string& text, std::string_view header, bool onlyCounted) {
     bool isWithin = false;
     bool isIdentified = false;
     while (!header.empty()) {
@@ -67,25 +71,23 @@ bool addFields(HashInput& hash, std::string_view header, bool onlyCounted) {
             isWithin = number != 0 || !onlyCounted;
             isIdentified |= number != 0 && number <= lastThatIdentifies;
             if (!isWithin) continue;
-            hash.add("\n");
+            text += '\n';
             if (onlyCounted) {
-                hash.add({&number, 1});
+                text += number;
                 line.remove_prefix(line.find(':') + 1);
             }
         }
         // Whoever folds a field anew may put another white space there.
-        if (isWithin) {
-            hash.add(" ");
-            hash.add(ascii::trim(line));
-        }
+        if (isWithin) text.append(1, ' ').append(ascii::trim(line));
     }
     return isIdentified;
 }
 
 void addHeader(HashInput& hash, std::string_view& text) {
     const std::string_view header = takeHeader(text);
-    if (!addFields(hash, header, true)) addFields(hash, header, false);
-    hash.add("\n\n");
+    std::string fields;
+    if (!appendFields(fields, header, true)) appendFields(fields, header, false);
+    hash.add(fields.append("\n\n"));
 }
 
 /// Adds `text`, which has no CRs, in pieces as large as may be.

@@ -1,8 +1,12 @@
 #include "ledger/Recorder.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <utility>
 
+#include "ledger/AddressKey.h"
+#include "ledger/NewAddresses.h"
 #include "text/Utf8.h"
 
 namespace bouncecheck::ledger {
@@ -21,6 +25,32 @@ Time happened(const MessageEntry& message, Time now) noexcept {
 
 }  // namespace
 
+/// Those of one transaction.
+struct Recorder::Addresses {
+    Addresses(Ledger& ledger, Time now) : states(ledger, now), fresh(states.nextId()) {}
+
+    std::int64_t idOf(const Report& report) {
+        std::string key = keyOf(report.address);
+        if (const auto id = fresh.idOf(key)) return *id;
+        if (const auto id = states.find(key)) return *id;
+        return fresh.add(std::move(key), report.address, report.isMailbox);
+    }
+    void addReport(std::int64_t id, const ReportedFact& fact) {
+        if (fact.bearing.empty() || fresh.addReport(id, fact)) return;
+        Counted& more = known[id];
+        if (fact.bearing != "success") more.add(fact.seen);
+    }
+    void write() {
+        fresh.write(states);
+        for (const auto& [id, more] : known) states.update(id, more);
+    }
+
+    AddressStates states;
+    NewAddresses fresh;
+    /// Whose states may have changed, with the reports against them that are new.
+    std::map<std::int64_t, Counted> known{};
+};
+
 Recorder::Recorder(Ledger& ledger)
     : ledger_(ledger),
       addMessage_(
@@ -32,22 +62,34 @@ Recorder::Recorder(Ledger& ledger)
                 "status, reply_code, diagnostic, evidence, tag) "
                 "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)") {}
 
+Recording::Recording(Recorder& recorder)
+    : recorder_(&recorder),
+      transaction_(std::make_unique<Transaction>(recorder.ledger_.database())) {}
+
+Recorded Recording::add(std::span<const MessageEntry> messages, Time now) {
+    return recorder_->add(messages, now);
+}
+
 Recorded Recorder::record(std::span<const MessageEntry> messages, Time now) {
+    Recording recording = begin();
+    Recorded recorded = recording.add(messages, now);
+    recording.commit();
+    return recorded;
+}
+
+Recorded Recorder::add(std::span<const MessageEntry> messages, Time now) {
     Recorded recorded;
-    Transaction transaction(ledger_.database());
-    AddressStates states(ledger_, now);
-    touched_.clear();
+    Addresses addresses(ledger_, now);
     for (const MessageEntry& message : messages) {
         if (!addMessage(message, now)) continue;
         ++recorded.fresh;
         const std::int64_t id = ledger_.database().lastRow();
         for (const Report& report : message.reports) {
-            addReport(report, id, happened(message, now), states);
+            addReport(report, id, happened(message, now), addresses);
         }
     }
-    for (const auto& [address, more] : touched_) states.update(address, more);
-    transaction.commit();
-    recorded.spared = states.spared();
+    addresses.write();
+    recorded.spared = addresses.states.spared();
     return recorded;
 }
 
@@ -60,18 +102,17 @@ bool Recorder::addMessage(const MessageEntry& message, Time now) {
 }
 
 void Recorder::addReport(const Report& report, std::int64_t message, Time seen,
-                         AddressStates& states) {
+                         Addresses& addresses) {
     std::optional<std::int64_t> address;
-    if (!report.address.empty()) address = states.idOf(report.address, report.isMailbox);
+    if (!report.address.empty()) address = addresses.idOf(report);
     const std::string_view bearing = bearingOf(report.outcome, report.advice);
+    const std::string_view reason = nameOf(report.reason);
     addEvent_
-        .with(message, address, seen, orNull(bearing), nameOf(report.outcome),
-              orNull(nameOf(report.reason)), nameOf(report.advice), cut(report.status),
-              cut(report.replyCode), cut(report.diagnostic), cut(report.evidence), cut(report.tag))
+        .with(message, address, seen, orNull(bearing), nameOf(report.outcome), orNull(reason),
+              nameOf(report.advice), cut(report.status), cut(report.replyCode),
+              cut(report.diagnostic), cut(report.evidence), cut(report.tag))
         .run();
-    if (!address || bearing.empty()) return;
-    Counted& more = touched_[*address];
-    if (bearing != "success") more.add(seen);
+    if (address) addresses.addReport(*address, {seen, bearing, reason});
 }
 
 }  // namespace bouncecheck::ledger

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -18,6 +18,22 @@ struct Recorded {
     std::vector<SparedAddress> spared;
 };
 
+class Recorder;
+
+/// A transaction that records messages. Nothing of it is in the ledger before it is committed.
+class Recording {
+public:
+    Recorded add(std::span<const MessageEntry> messages, Time now);
+    void commit() { transaction_->commit(); }
+
+private:
+    friend class Recorder;
+    explicit Recording(Recorder& recorder);
+
+    Recorder* recorder_;
+    std::unique_ptr<Transaction> transaction_;
+};
+
 /// Writes messages into a ledger, each once however often it comes.
 class Recorder {
 public:
@@ -26,15 +42,20 @@ public:
 
     /// All of them are in the ledger when it returns, or none when it throws.
     Recorded record(std::span<const MessageEntry> messages, Time now);
+    /// Begins a transaction, one at a time.
+    Recording begin() { return Recording(*this); }
 
 private:
+    friend class Recording;
+    struct Addresses;
+
+    Recorded add(std::span<const MessageEntry> messages, Time now);
+
     bool addMessage(const MessageEntry& message, Time now);
-    void addReport(const Report& report, std::int64_t message, Time seen, AddressStates& states);
+    void addReport(const Report& report, std::int64_t message, Time seen, Addresses& addresses);
 
     Ledger& ledger_;
     Statement addMessage_, addEvent_;
-    /// Whose states may have changed, with the reports against them that are new.
-    std::map<std::int64_t, Counted> touched_;
 };
 
 }  // namespace bouncecheck::ledger

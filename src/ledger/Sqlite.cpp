@@ -3,14 +3,12 @@
 #include <sqlite3.h>
 
 #include <new>
+#include <thread>
 
 #include "ledger/LedgerError.h"
 
 namespace bouncecheck::ledger {
 namespace {
-
-/// Scans hold the lock for moments; whoever waits longer than this waits for something else.
-constexpr int mostWaiting = 30'000;  // milliseconds
 
 LedgerError::Kind kindOf(int code) noexcept {
     switch (code & 0xFF) {
@@ -35,6 +33,15 @@ std::string problemOf(int code, const char* words) {
     }
 }
 
+/// Looks again every other millisecond: who writes transaction after transaction pauses between
+/// them for little longer.
+int waitForOthers(void* most, int count) {
+    constexpr std::chrono::milliseconds pause(2);
+    if (count * pause >= *static_cast<const std::chrono::milliseconds*>(most)) return 0;
+    std::this_thread::sleep_for(pause);
+    return 1;
+}
+
 /// Counting memory takes a lock for each allocation, and nobody asks.
 bool withoutMemoryCounts() noexcept {
     return ::sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
@@ -42,14 +49,14 @@ bool withoutMemoryCounts() noexcept {
 
 /// Called behind each commit, in place of what SQLite does by itself: that finds out how much of
 /// the log was moved only within one process, and would let the log of many short ones grow.
-int moveLongLog(void*, sqlite3* connection, const char* name, int pages) {
+int moveLongLog(void* most, sqlite3* connection, const char* name, int pages) {
     // Whoever opens the ledger next reads it all.
     constexpr int mostPages = 200;
     if (pages < mostPages) return SQLITE_OK;
     // Where others read or write, it moves another time.
-    ::sqlite3_busy_timeout(connection, 0);
+    ::sqlite3_busy_handler(connection, nullptr, nullptr);
     ::sqlite3_wal_checkpoint_v2(connection, name, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
-    ::sqlite3_busy_timeout(connection, mostWaiting);
+    ::sqlite3_busy_handler(connection, waitForOthers, most);
     return SQLITE_OK;
 }
 
@@ -63,7 +70,8 @@ void rollBack(Database& database) noexcept {
 
 }  // namespace
 
-Database::Database(const std::string& path) : path_(path) {
+Database::Database(const std::string& path)
+    : path_(path), mostWaiting_(std::make_unique<std::chrono::milliseconds>(30'000)) {
     // It takes effect before the first connection only.
     [[maybe_unused]] static const bool isConfigured = withoutMemoryCounts();
     sqlite3* connection = nullptr;
@@ -72,7 +80,7 @@ Database::Database(const std::string& path) : path_(path) {
         SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
     connection_.reset(connection);
     if (code != SQLITE_OK) fail(code);
-    ::sqlite3_busy_timeout(connection, mostWaiting);
+    ::sqlite3_busy_handler(connection, waitForOthers, mostWaiting_.get());
     ::sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     ::sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
 }
@@ -98,21 +106,20 @@ std::int64_t Database::lastRow() const noexcept {
     return ::sqlite3_last_insert_rowid(connection_.get());
 }
 
-void Database::waitForLocks(std::chrono::milliseconds most) noexcept {
-    ::sqlite3_busy_timeout(connection_.get(), static_cast<int>(most.count()));
-}
+void Database::waitForLocks(std::chrono::milliseconds most) noexcept { *mostWaiting_ = most; }
 
 void Database::leaveLog() {
     ::sqlite3_db_config(connection_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-    ::sqlite3_wal_hook(connection_.get(), moveLongLog, nullptr);
+    ::sqlite3_wal_hook(connection_.get(), moveLongLog, mostWaiting_.get());
 }
 
-Statement::Statement(Database& database, const char* sql) : database_(database) {
+void Statement::prepare() {
+    if (statement_) return;
     sqlite3_stmt* statement = nullptr;
-    const int code = ::sqlite3_prepare_v3(database.connection_.get(), sql, -1,
+    const int code = ::sqlite3_prepare_v3(database_.connection_.get(), sql_, -1,
                                           SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
     statement_.reset(statement);
-    if (code != SQLITE_OK) database.fail(code);
+    if (code != SQLITE_OK) database_.fail(code);
 }
 
 void Statement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {
@@ -120,6 +127,7 @@ void Statement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {
 }
 
 bool Statement::step() {
+    prepare();
     const int code = ::sqlite3_step(statement_.get());
     if (code == SQLITE_ROW) return true;
     if (code == SQLITE_DONE) return false;

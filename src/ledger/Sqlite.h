@@ -39,19 +39,23 @@ private:
     [[noreturn]] void fail(int code) const;
 
     std::string path_;
+    /// At a place of its own, which the connection knows. Scans hold the lock for moments; whoever
+    /// waits longer than this waits for something else.
+    std::unique_ptr<std::chrono::milliseconds> mostWaiting_;
     std::unique_ptr<sqlite3, Close> connection_;
 };
 
-/// A statement that is prepared once and run any number of times. The texts that are bound
-/// have to live until the next `reset`.
+/// A statement that is prepared with its first use, and run any number of times. The texts that are
+/// bound have to live until the next `reset`.
 class Statement {
 public:
-    /// `database` has to outlive it.
-    Statement(Database& database, const char* sql);
+    /// `database` and `sql` have to outlive it.
+    Statement(Database& database, const char* sql) noexcept : database_(database), sql_(sql) {}
 
     /// Begins again, with these values for ?1, ?2, ...
     template <class... Values>
     Statement& with(const Values&... values) {
+        prepare();
         reset();
         int place = 0;
         (bind(++place, values), ...);
@@ -79,13 +83,16 @@ private:
     struct Finalize {
         void operator()(sqlite3_stmt* statement) const noexcept;
     };
+    void prepare();
     void bind(int place, std::int64_t value);
     void bind(int place, std::optional<std::int64_t> value);
     void bind(int place, std::string_view text);
     void bind(int place, std::span<const std::byte> bytes);
 
     Database& database_;
-    std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+    const char* sql_;
+    /// Null before it is used.
+    std::unique_ptr<sqlite3_stmt, Finalize> statement_{};
 };
 
 /// Either all of its changes are in the database or none. Other processes that want to write

@@ -60,6 +60,8 @@ void ToolClassifier::decide(std::string bytes, Classified& result) {
     if (wanted_.header) {
         result.subject = message.field("Subject");
         result.from = message.field("From");
+    }
+    if (wanted_.header || wanted_.identity) {
         result.date = message.field("Date");
         result.messageId = message.field("Message-ID");
     }

@@ -48,6 +48,8 @@ struct Wanted {
     bool facts = false;
     /// The fields of the message's own header.
     bool header = false;
+    /// Of these, when it was sent and its Message-ID; all of them bring these as well.
+    bool identity = false;
     /// The text decided upon.
     bool data = false;
     bool trace = false;
@@ -55,8 +57,13 @@ struct Wanted {
 
     /// What either asks for.
     constexpr Wanted operator|(const Wanted& o) const noexcept {
-        return {recipients || o.recipients, facts || o.facts, header || o.header, data || o.data,
-                trace || o.trace,           bytes || o.bytes};
+        return {recipients || o.recipients,
+                facts || o.facts,
+                header || o.header,
+                identity || o.identity,
+                data || o.data,
+                trace || o.trace,
+                bytes || o.bytes};
     }
 };
 

@@ -9,7 +9,7 @@
 namespace bouncecheck {
 
 /// What a ledger records of a message needs this of it.
-inline constexpr Wanted wantedByLedger = {.recipients = true, .header = true};
+inline constexpr Wanted wantedByLedger = {.recipients = true, .identity = true};
 
 /// What a ledger records of a message, which is taken apart. Without a date of its own it happened
 /// `now`. `place` is where it was read.

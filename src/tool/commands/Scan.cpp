@@ -1,18 +1,17 @@
 #include <CLI/CLI.hpp>
-#include <chrono>
 #include <cstddef>
+#include <memory>
 #include <new>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "ledger/Recorder.h"
 #include "tool/Arguments.h"
 #include "tool/ClassifyAll.h"
 #include "tool/InputOptions.h"
 #include "tool/Problem.h"
 #include "tool/Progress.h"
+#include "tool/commands/BatchRecorder.h"
 #include "tool/commands/Command.h"
 #include "tool/commands/LedgerEntry.h"
 #include "tool/commands/LedgerOptions.h"
@@ -27,37 +26,6 @@ struct ScannedMessage {
 
     Classified message;
     ledger::MessageEntry entry;
-};
-
-/// Writes entries by the batch, since a transaction takes longer than most messages.
-class BatchRecorder {
-public:
-    BatchRecorder(ledger::Ledger& file, std::ostream& err) : recorder_(file), err_(err) {}
-
-    void add(ledger::MessageEntry entry) {
-        // Little enough that other processes do not wait for long.
-        constexpr std::size_t mostReports = 5'000;
-        reports_ += 1 + entry.reports.size();
-        entries_.push_back(std::move(entry));
-        if (reports_ >= mostReports) write();
-    }
-    void write() {
-        if (entries_.empty()) return;
-        ledger::Recorded recorded = recorder_.record(entries_, timeNow());
-        entries_.clear();
-        reports_ = 0;
-        std::erase_if(recorded.spared, [this](const ledger::SparedAddress& one) {
-            return !warned_.insert(one.address).second;
-        });
-        warnOfSpared(err_, recorded.spared);
-    }
-
-private:
-    ledger::Recorder recorder_;
-    std::ostream& err_;
-    std::vector<ledger::MessageEntry> entries_;
-    std::size_t reports_ = 0;
-    std::set<std::string> warned_;
 };
 
 class Scan final : public Command {
@@ -108,7 +76,7 @@ public:
             [&](std::string_view source, std::string_view reason) {
                 noteProblem(source, 0, reason);
             });
-        recorder.write();
+        recorder.finish();
         return status;
     }
 

@@ -1,0 +1,53 @@
+#include "ledger/ReportedHistory.h"
+
+#include <algorithm>
+#include <string>
+
+namespace bouncecheck::ledger {
+namespace {
+
+void extend(std::optional<Bearing>& whole, const ReportedFact& fact) {
+    if (!whole) whole = Bearing{fact.seen, ""};
+    whole->lastReason = fact.reason;
+}
+
+}  // namespace
+
+std::strong_ordering ReportedFact::operator<=>(const ReportedFact& other) const noexcept {
+    if (seen != other.seen) return seen <=> other.seen;
+    const bool isSuccess = bearing == "success";
+    const bool isOthersSuccess = other.bearing == "success";
+    if (isSuccess != isOthersSuccess) return isSuccess <=> isOthersSuccess;
+    if (reason != other.reason) return reason <=> other.reason;
+    return bearing <=> other.bearing;
+}
+
+void Counted::add(Time seen) noexcept {
+    ++count;
+    first = std::min(seen, first.value_or(seen));
+    last = std::max(seen, last.value_or(seen));
+}
+
+void ReportedHistory::add(const ReportedFact& fact) {
+    if (fact.bearing.empty()) return;
+    if (fact.bearing == "success") return days_.clear();
+    counted_.add(fact.seen);
+    if (fact.bearing == "retry") {
+        days_.add(fact.seen);
+        extend(retries_, fact);
+    } else {
+        extend(fact.bearing == "suppress" ? suppressed_ : unsubscribed_, fact);
+    }
+}
+
+AddressHistory ReportedHistory::history(bool isMailbox) const {
+    AddressHistory history = {.isMailbox = isMailbox};
+    history.suppressed = suppressed_;
+    history.unsubscribed = unsubscribed_;
+    if (const auto reached = days_.reached()) {
+        history.exhausted = Bearing{*reached, retries_->lastReason};
+    }
+    return history;
+}
+
+}  // namespace bouncecheck::ledger

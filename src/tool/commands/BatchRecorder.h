@@ -1,0 +1,68 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <ostream>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "ledger/Recorder.h"
+
+namespace bouncecheck {
+
+/// Records many messages, in a thread of its own beside those who read the next ones. A
+/// transaction takes what is there until it lasts too long for other processes that wait: each
+/// changes pages all over the file, so long ones write fewer.
+class BatchRecorder {
+public:
+    /// The ledger is used by nobody else until `finish` has returned.
+    BatchRecorder(ledger::Ledger& file, std::ostream& err) : recorder_(file), err_(err) {}
+    BatchRecorder(const BatchRecorder&) = delete;
+    BatchRecorder& operator=(const BatchRecorder&) = delete;
+    ~BatchRecorder();
+
+    /// A failure to record what was added before comes out of both.
+    void add(ledger::MessageEntry entry);
+    /// Returns when all that was added is recorded.
+    void finish();
+
+private:
+    using Batch = std::vector<ledger::MessageEntry>;
+
+    void hand();
+    bool start();
+    void run() noexcept;
+    void record(const Batch& batch);
+    bool isOverdue() const;
+    void commit();
+    void report(std::vector<ledger::SparedAddress> spared);
+
+    ledger::Recorder recorder_;
+    std::ostream& err_;
+    Batch filling_;
+    std::size_t reports_ = 0;
+    std::set<std::string> warned_;
+
+    // --- Of the thread that writes ------------------------------------------
+    std::optional<ledger::Recording> recording_;
+    std::chrono::steady_clock::time_point begun_;
+
+    // --- Shared -------------------------------------------------------------
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::deque<Batch> waiting_;
+    std::vector<ledger::SparedAddress> spared_;
+    std::exception_ptr failure_;
+    bool isWriting_ = false;
+    bool isEnding_ = false;
+    std::thread thread_;
+};
+
+}  // namespace bouncecheck
