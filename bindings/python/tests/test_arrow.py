@@ -5,6 +5,7 @@ from __future__ import annotations
 import json
 import sqlite3
 import subprocess
+import sys
 from pathlib import Path
 from typing import Any, Dict, List, Optional
 
@@ -196,6 +197,20 @@ def test_ledger_column_is_what_a_ledger_has(tool_path: str, tmp_path: Path) -> N
         stored[digest] = (None if seen == recorded else seen, message_id, mailboxes)
     assert len(stored) == len(MAILS) + len(undated) + len(long)
     assert found == stored
+
+
+def test_as_a_program() -> None:
+    table = pa.table({"n": range(len(MAILS)), "mail": MAILS})
+    sink = pa.BufferOutputStream()
+    with pa.ipc.new_stream(sink, table.schema) as stream:
+        stream.write_table(table, max_chunksize=50)
+    command = [sys.executable, "-m", "bouncecheck.arrow", "--message", "mail", "--keep", "n"]
+    done = subprocess.run(command, input=sink.getvalue(), stdout=subprocess.PIPE, check=True)
+    found = pa.ipc.open_stream(done.stdout).read_all()
+    assert found.equals(arrow.classify(table, "mail", keep=["n"]))
+    for given in (b"", b"no stream", sink.getvalue().to_pybytes()[:3000]):
+        run = subprocess.run(command, input=given, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        assert (run.returncode, run.stderr.count(b"\n")) == (1, 1)
 
 
 def by_polars() -> Any:

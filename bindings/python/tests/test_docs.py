@@ -1,4 +1,4 @@
-"""What docs/python.md shows is what happens."""
+"""What docs/python.md and docs/scale.md show is what happens."""
 
 from __future__ import annotations
 
@@ -10,18 +10,21 @@ import sys
 from pathlib import Path
 from typing import List
 
-PAGE = Path("docs/python.md").read_text(encoding="utf-8")
+import pytest
 
-
-def blocks(language: str) -> List[str]:
-    found = re.findall(rf"^```{language}\n(.*?)^```$", PAGE, re.MULTILINE | re.DOTALL)
+def blocks(language: str, page: str = "python") -> List[str]:
+    text = Path(f"docs/{page}.md").read_text(encoding="utf-8")
+    found = re.findall(rf"^```{language}\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
     assert found
     return found
 
 
-def test_sessions() -> None:
-    session = "".join(blocks("pycon"))
-    test = doctest.DocTestParser().get_doctest(session, {}, "docs/python.md", None, None)
+@pytest.mark.parametrize("page", ["python", "scale"])
+def test_sessions(page: str) -> None:
+    if page == "scale":
+        pytest.importorskip("pyarrow")
+    session = "".join(blocks("pycon", page))
+    test = doctest.DocTestParser().get_doctest(session, {}, f"docs/{page}.md", None, None)
     runner = doctest.DocTestRunner(verbose=False)
     printed: List[str] = []
     runner.run(test, out=printed.append)

@@ -3,12 +3,17 @@
     >>> import bouncecheck.arrow
     >>> bouncecheck.arrow.classify(table, message="mail")
 
+As a program it does the same between two pipes: `python -m bouncecheck.arrow` reads record batches
+in the streaming format of Arrow and writes those of the results.
+
 Needs PyArrow, which `pip install bouncecheck[arrow]` brings.
 """
 
 from __future__ import annotations
 
+import argparse
 import os
+import sys
 from concurrent.futures import ThreadPoolExecutor
 from typing import Any, Iterable, Iterator, List, Optional, Sequence, Tuple
 
@@ -172,3 +177,35 @@ def _in_threads(
     with ThreadPoolExecutor(threads, thread_name_prefix="bouncecheck") as executor:
         for pieces in executor.map(classified, given):
             yield from pieces
+
+
+def main(arguments: Optional[List[str]] = None) -> int:
+    parser = argparse.ArgumentParser(
+        "python -m bouncecheck.arrow",
+        description="Reads record batches with a column of messages on standard input, in the "
+        "streaming format of Arrow, and writes them with the columns of the results.",
+    )
+    parser.add_argument("--message", default="value", help="the column of messages [value]")
+    parser.add_argument(
+        "--keep", default=None, type=lambda names: [name for name in names.split(",") if name],
+        help="the columns to write besides, with commas between [all]",
+    )
+    parser.add_argument("--ledger", action="store_true", help="add the column ledger")
+    options = parser.parse_args(arguments)
+    try:
+        with pa.ipc.open_stream(sys.stdin.buffer) as given:
+            wanted = joined(given.schema, options.message, options.keep, options.ledger)
+            with pa.ipc.new_stream(sys.stdout.buffer, wanted) as out:
+                for batch in batches(
+                    given, options.message, keep=options.keep, ledger=options.ledger
+                ):
+                    out.write_batch(batch)
+                    sys.stdout.buffer.flush()
+    except (OSError, KeyError, TypeError, ValueError) as error:
+        print(f"bouncecheck: {' '.join(str(error).split())}", file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
