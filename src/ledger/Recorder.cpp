@@ -115,4 +115,9 @@ void Recorder::addReport(const Report& report, std::int64_t message, Time seen,
     if (address) addresses.addReport(*address, {seen, bearing, reason});
 }
 
+std::size_t messageCount(Ledger& ledger) {
+    Statement last(ledger.database(), "SELECT max(id) FROM messages");
+    return last.step() ? static_cast<std::size_t>(last.number(0)) : 0;
+}
+
 }  // namespace bouncecheck::ledger

@@ -58,4 +58,7 @@ private:
     Statement addMessage_, addEvent_;
 };
 
+/// About how many messages a ledger has, without counting them.
+std::size_t messageCount(Ledger& ledger);
+
 }  // namespace bouncecheck::ledger

@@ -1,5 +1,7 @@
 #include "tool/commands/BatchRecorder.h"
 
+#include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <system_error>
 #include <utility>
@@ -8,6 +10,9 @@
 #include "tool/commands/LedgerOptions.h"
 
 namespace bouncecheck {
+
+BatchRecorder::BatchRecorder(ledger::Ledger& file, std::ostream& err)
+    : recorder_(file), err_(err), held_(ledger::messageCount(file)) {}
 
 BatchRecorder::~BatchRecorder() {
     if (!thread_.joinable()) return;
@@ -80,7 +85,7 @@ void BatchRecorder::run() noexcept {
             changed_.notify_all();
             record(batch);
             lock.lock();
-            if (!waiting_.empty() && !isOverdue()) continue;
+            if (!waiting_.empty() && !isFull()) continue;
             lock.unlock();
             commit();
             lock.lock();
@@ -97,24 +102,24 @@ void BatchRecorder::run() noexcept {
 
 void BatchRecorder::record(const Batch& batch) {
     const ledger::Time now = timeNow();
-    if (!recording_) {
-        recording_.emplace(recorder_.begin());
-        begun_ = std::chrono::steady_clock::now();
-    }
+    if (!recording_) recording_.emplace(recorder_.begin());
     ledger::Recorded recorded = recording_->add(batch, now);
+    held_ += recorded.fresh;
+    for (const ledger::MessageEntry& entry : batch) recorded_ += 1 + entry.reports.size();
     const std::lock_guard lock(mutex_);
     std::ranges::move(recorded.spared, std::back_inserter(spared_));
 }
 
-/// How long other processes wait at most, with the time of a batch.
-bool BatchRecorder::isOverdue() const {
-    constexpr std::chrono::milliseconds most(1'000);
-    return std::chrono::steady_clock::now() - begun_ > most;
+bool BatchRecorder::isFull() const noexcept {
+    // Seconds, in which other processes wait.
+    constexpr std::size_t most = 200'000;
+    return recorded_ >= std::clamp<std::size_t>(held_ / 8, 40'000, most);
 }
 
 void BatchRecorder::commit() {
     recording_->commit();
     recording_.reset();
+    recorded_ = 0;
     // Others look for the end of a transaction every other millisecond.
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }

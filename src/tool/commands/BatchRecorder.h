@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -18,12 +17,13 @@
 namespace bouncecheck {
 
 /// Records many messages, in a thread of its own beside those who read the next ones. A
-/// transaction takes what is there until it lasts too long for other processes that wait: each
-/// changes pages all over the file, so long ones write fewer.
+/// transaction takes what is there, up to a limit, since other processes wait for its end. Each
+/// changes pages all over the file, so the limit grows with the ledger: what is written stays a
+/// small multiple of the file.
 class BatchRecorder {
 public:
     /// The ledger is used by nobody else until `finish` has returned.
-    BatchRecorder(ledger::Ledger& file, std::ostream& err) : recorder_(file), err_(err) {}
+    BatchRecorder(ledger::Ledger& file, std::ostream& err);
     BatchRecorder(const BatchRecorder&) = delete;
     BatchRecorder& operator=(const BatchRecorder&) = delete;
     ~BatchRecorder();
@@ -40,7 +40,7 @@ private:
     bool start();
     void run() noexcept;
     void record(const Batch& batch);
-    bool isOverdue() const;
+    bool isFull() const noexcept;
     void commit();
     void report(std::vector<ledger::SparedAddress> spared);
 
@@ -52,7 +52,9 @@ private:
 
     // --- Of the thread that writes ------------------------------------------
     std::optional<ledger::Recording> recording_;
-    std::chrono::steady_clock::time_point begun_;
+    /// How many messages the ledger has, and how many messages and reports the transaction.
+    std::size_t held_;
+    std::size_t recorded_ = 0;
 
     // --- Shared -------------------------------------------------------------
     std::mutex mutex_;
