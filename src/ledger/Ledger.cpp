@@ -80,12 +80,22 @@ bool exists(const std::string& path) noexcept {
     return ::stat(path.c_str(), &status) == 0;
 }
 
+bool isLink(const std::string& path) noexcept {
+    struct stat status;
+    return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 void create(const std::string& path) {
     // What SQLite would read into any database of that name.
     const std::string log = path + "-wal";
     if (exists(log) && !exists(path)) {
         throw LedgerError(Kind::refused, path + ": is not there, but " + log +
                                              " is: put the ledger back, or remove that");
+    }
+    if (isLink(path)) {
+        throw LedgerError(Kind::refused, path +
+                                             ": is a symbolic link to what is not there: name "
+                                             "the file itself, or remove the link");
     }
     const UnfinishedFile file(path);
     const std::vector<std::byte> empty = emptyLedger();
@@ -101,9 +111,15 @@ void checkHeader(const std::string& path, int fd) {
     std::array<char, fileHeaderSize> bytes{};
     const ssize_t size = ::pread(fd, bytes.data(), bytes.size(), 0);
     if (size < 0) failToOpen(path);
+    // Whether it was meant to be one cannot be known, and another process may be about to fill it.
+    if (size == 0) {
+        throw LedgerError(Kind::refused,
+                          path + ": is empty: remove it, and a ledger is made in its place");
+    }
     const FileHeader header =
         readFileHeader(std::string_view(bytes.data(), static_cast<std::size_t>(size)));
-    if (!header.isDatabase || header.applicationId != applicationId) {
+    // A ledger has a schema from its first moment.
+    if (!header.isDatabase || header.applicationId != applicationId || header.version == 0) {
         throw LedgerError(Kind::refused, path + ": is no ledger");
     }
     if (header.version > schemaVersion()) {
@@ -111,8 +127,8 @@ void checkHeader(const std::string& path, int fd) {
     }
 }
 
-/// The path of a ledger that is there.
-const std::string& madeSure(const std::string& path, Ledger::Missing missing) {
+/// Returns when a ledger is there.
+void makeSure(const std::string& path, Ledger::Missing missing) {
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
     int fd = ::open(path.c_str(), flags);
     if (fd < 0 && errno == ENOENT && missing == Ledger::Missing::create) {
@@ -125,13 +141,26 @@ const std::string& madeSure(const std::string& path, Ledger::Missing missing) {
         failToOpen(path);
     }
     checkHeader(path, file.get());
-    return path;
+}
+
+/// Whether nothing but the file has to be read: no log stands beside it, and none can.
+bool isAlone(const std::string& path) noexcept {
+    struct stat log;
+    const bool hasLog = ::stat((path + "-wal").c_str(), &log) == 0 && log.st_size > 0;
+    const std::string folder = path.substr(0, path.find_last_of('/') + 1);
+    return !hasLog && ::access(folder.empty() ? "." : folder.c_str(), W_OK) != 0;
+}
+
+Database openDatabase(const std::string& path, Ledger::Missing missing) {
+    makeSure(path, missing);
+    const bool isOnlyRead = missing == Ledger::Missing::refuse;
+    return Database(path, isOnlyRead && isAlone(path) ? Database::Use::still : Database::Use::any);
 }
 
 }  // namespace
 
 Ledger::Ledger(std::string path, Missing missing, Durability durability)
-    : path_(std::move(path)), database_(madeSure(path_, missing)) {
+    : path_(std::move(path)), database_(openDatabase(path_, missing)) {
     // What enforces keys looks up two rows for each report, and what enforces lists of words makes
     // a table of each list. Nothing is ever removed, the words are ours, and `check` looks at both.
     database_.run(

@@ -15,6 +15,7 @@ namespace bouncecheck::ledger {
 /// One thread at a time; not before a fork.
 class Ledger {
 public:
+    /// A ledger that is not created is read only: so it may be where nothing can be written.
     enum class Missing { refuse, create };
     /// What a loss of power may take with it: nothing, or the last transactions.
     enum class Durability { each, last };

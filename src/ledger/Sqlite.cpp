@@ -27,7 +27,9 @@ std::string problemOf(int code, const char* words) {
         case SQLITE_BUSY:
         case SQLITE_LOCKED: return "is locked by another process";
         case SQLITE_READONLY: return "cannot be written to";
-        case SQLITE_CANTOPEN: return "cannot be opened, or nothing can be written beside it";
+        case SQLITE_CANTOPEN:
+            return "cannot be opened, or what was recorded last is in a log beside it that takes "
+                   "writing there";
         case SQLITE_IOERR: return "could not be read or written";
         default: return words;
     }
@@ -60,6 +62,21 @@ int moveLongLog(void* most, sqlite3* connection, const char* name, int pages) {
     return SQLITE_OK;
 }
 
+/// A name by which SQLite looks for no log and takes no locks.
+std::string stillUri(const std::string& path) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string uri = "file:";
+    for (const char c : path) {
+        if (c == '%' || c == '?' || c == '#') {
+            const auto byte = static_cast<unsigned char>(c);
+            uri.append(1, '%').append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
+        } else {
+            uri += c;
+        }
+    }
+    return uri + "?immutable=1";
+}
+
 void rollBack(Database& database) noexcept {
     try {
         database.run("ROLLBACK");
@@ -70,14 +87,17 @@ void rollBack(Database& database) noexcept {
 
 }  // namespace
 
-Database::Database(const std::string& path)
+Database::Database(const std::string& path, Use use)
     : path_(path), mostWaiting_(std::make_unique<std::chrono::milliseconds>(30'000)) {
     // It takes effect before the first connection only.
     [[maybe_unused]] static const bool isConfigured = withoutMemoryCounts();
     sqlite3* connection = nullptr;
+    const bool isStill = use == Use::still;
+    const int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     const int code = ::sqlite3_open_v2(
-        path.c_str(), &connection,
-        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+        isStill ? stillUri(path).c_str() : path.c_str(), &connection,
+        flags | (isStill ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE),
+        nullptr);
     connection_.reset(connection);
     if (code != SQLITE_OK) fail(code);
     ::sqlite3_busy_handler(connection, waitForOthers, mostWaiting_.get());

@@ -18,7 +18,11 @@ namespace bouncecheck::ledger {
 /// A connection to a database file that is there. One thread at a time.
 class Database {
 public:
-    explicit Database(const std::string& path);
+    /// A still file is one that nobody writes while it is read, and that stands in a folder where
+    /// nothing can be written.
+    enum class Use { any, still };
+
+    explicit Database(const std::string& path, Use use = Use::any);
 
     /// Runs statements that give no rows, one after the other.
     void run(const char* sql);

@@ -47,12 +47,28 @@ protected:
 TEST_F(LedgerFileTest, RefusesWhatIsNoLedger) {
     std::string other = made();
     other[68] = 'X';
-    for (const std::string& bytes : {std::string("To: a@example.org\n\nx\n"), std::string(), other,
-                                     std::string(made(), 0, 99)}) {
+    std::string foreign = made();
+    foreign[63] = 0;  // user_version
+    for (const std::string& bytes :
+         {std::string("To: a@example.org\n\nx\n"), other, foreign, std::string(made(), 0, 99)}) {
         const auto [kind, problem] = problemWith(bytes);
         EXPECT_EQ(kind, Kind::refused);
         EXPECT_EQ(problem, path() + ": is no ledger");
     }
+}
+
+TEST_F(LedgerFileTest, SaysWhatToDoWithAnEmptyFileAndALinkToNone) {
+    const auto [kind, problem] = problemWith("");
+    EXPECT_EQ(kind, Kind::refused);
+    EXPECT_EQ(problem, path() + ": is empty: remove it, and a ledger is made in its place");
+    std::filesystem::create_symlink("nowhere", path("link"));
+    try {
+        Ledger ledger = open("link");
+        FAIL();
+    } catch (const LedgerError& error) {
+        EXPECT_EQ(error.kind(), Kind::refused);
+    }
+    EXPECT_FALSE(std::filesystem::exists(path("nowhere")));
 }
 
 TEST_F(LedgerFileTest, RefusesThatOfALaterVersion) {

@@ -36,7 +36,7 @@ public:
         constexpr const char* group = "Output";
         declareLedger(app, file_);
         app.add_option_function<std::string>(
-               "--advice", checkedBy([&](std::string_view v) { filter_.keepAdvices(v); }),
+               "--advice", checkedBy([&](std::string_view v) { keepAdvices(v); }),
                "Only what was suppressed by this advice: suppress, unsubscribe, retry, or\nnone "
                "(by hand)")
             ->type_name("LIST")
@@ -132,6 +132,19 @@ private:
                description)
             ->type_name("TIME")
             ->group("Output");
+    }
+
+    void keepAdvices(std::string_view names) {
+        RecipientFilter named;
+        named.keepAdvices(names);
+        Recipient refused;
+        refused.advice = Advice::fix;
+        if (named.wants(refused)) {
+            throw std::invalid_argument(
+                "nothing is suppressed by the advice \"fix\"; there are suppress unsubscribe retry "
+                "none");
+        }
+        filter_.keepAdvices(names);
     }
 
     bool isWanted(const ledger::ListedAddress& address) const {

@@ -50,8 +50,8 @@ private:
     struct Opened {
         Opened(const std::string& path, const RuleOptions& rules)
             : file(path, ledger::Ledger::Missing::create), recorder(file) {
-            // Signals are heard between two tries.
-            file.database().waitForLocks(1s);
+            // Longer than a scan holds the lock. Signals are heard between two tries.
+            file.database().waitForLocks(2s);
             applyRules(file, rules);
         }
         ledger::Ledger file;
