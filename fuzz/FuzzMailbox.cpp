@@ -37,7 +37,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace bouncecheck;
     using namespace bouncecheck::fuzz;
     Input input(data, size);
-    const auto kind = static_cast<FileKind>(input.number(3));
+    const auto kind = static_cast<FileKind>(input.number(4));
     const std::size_t step = input.number(64) + 1;
     const std::size_t limit = 64 * input.number(256);
     const ExactBytes text(input.rest());

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <string>
 #include <utility>
 
@@ -50,9 +49,15 @@ private:
 /// A file that is read by a function of Python.
 class StoredFile {
 public:
-    StoredFile(nb::callable read, FileKind kind, std::uint64_t begin, std::uint64_t end,
+    /// All of it. What it is follows from its path and its content.
+    StoredFile(nb::callable read, std::string_view path, std::size_t maxMessageSize)
+        : stream_(std::move(read)),
+          messages_(stream_, maxMessageSize, kindOfMember(path), StoredMessages::Stretch()) {}
+    /// A stretch of a mailbox.
+    StoredFile(nb::callable read, std::uint64_t begin, std::uint64_t end,
                std::size_t maxMessageSize)
-        : stream_(std::move(read)), messages_(stream_, maxMessageSize, kind, {begin, end}) {}
+        : stream_(std::move(read)),
+          messages_(stream_, maxMessageSize, FileKind::mailboxPart, {begin, end}) {}
 
     nb::object next(std::size_t mostRows, std::size_t mostBytes) {
         std::optional<ArrowColumn> rows;
@@ -83,20 +88,10 @@ nb::str foreignContent(const nb::bytes& first) {
 
 void defineStored(nb::module_& module) {
     nb::class_<StoredFile>(module, "StoredFile")
-        .def(
-            "__init__",
-            [](StoredFile* self, nb::callable read, std::string_view path, std::size_t most) {
-                new (self) StoredFile(std::move(read), kindOfMember(path), 0,
-                                      std::numeric_limits<std::uint64_t>::max(), most);
-            },
-            nb::arg("read"), nb::arg("path"), nb::arg("most"))
-        .def(
-            "__init__",
-            [](StoredFile* self, nb::callable read, std::uint64_t begin, std::uint64_t end,
-               std::size_t most) {
-                new (self) StoredFile(std::move(read), FileKind::mailboxPart, begin, end, most);
-            },
-            nb::arg("read"), nb::arg("begin"), nb::arg("end"), nb::arg("most"))
+        .def(nb::init<nb::callable, std::string_view, std::size_t>(), nb::arg("read"),
+             nb::arg("path"), nb::arg("most"))
+        .def(nb::init<nb::callable, std::uint64_t, std::uint64_t, std::size_t>(), nb::arg("read"),
+             nb::arg("begin"), nb::arg("end"), nb::arg("most"))
         .def("next", &StoredFile::next, nb::arg("rows"), nb::arg("bytes"));
     module.def("start_of_stream",
                [](std::uint64_t begin) { return StoredMessages::startOfStream({.begin = begin}); });
