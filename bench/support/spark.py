@@ -19,7 +19,7 @@ import bouncecheck.spark
 from bouncecheck import _stored
 from reports import reports
 
-TASKS = 24
+TASKS = 4
 
 
 def show(name, *figures):
