@@ -18,8 +18,8 @@ SELECT *,
                 diagnostic) AS words,
        struct(recorded, source, offset, position) AS place
 FROM (SELECT *, rank() OVER (PARTITION BY digest ORDER BY recorded, source, offset) AS copy
-      FROM reports WHERE problem IS NULL AND position IS NOT NULL)
-WHERE copy = 1;
+      FROM reports WHERE problem IS NULL)
+WHERE copy = 1 AND position IS NOT NULL;
 
 -- What is known of an address, a row each.
 CREATE OR REPLACE TEMPORARY VIEW known AS

@@ -3,7 +3,7 @@
     spark-submit stream.py --files FOLDER TABLE CHECKPOINT
     spark-submit stream.py --kafka SERVERS --topic TOPIC TABLE CHECKPOINT
 
-A message that is killed on its way, with the driver or a worker, is neither lost nor written twice:
+When the driver or a worker is killed, no message is lost or written twice:
 the checkpoint says what was read, and the table what of it was written. Read the table by Spark,
 which knows that. What could not be read is there, too, with its `problem`.
 """
@@ -30,6 +30,8 @@ def of_files(spark: SparkSession, folder: str, most_files: int) -> DataFrame:
         spark.readStream.format("binaryFile")
         .schema(spark.read.format("binaryFile").load(folder).schema)
         .option("maxFilesPerTrigger", most_files)
+        # By their times, files that are moved here may be older than those that were read.
+        .option("maxFileAge", "36500d")
         .load(folder)
     )
     found = bouncecheck.spark.classify_files(files, ledger=True)
@@ -76,7 +78,10 @@ def main() -> None:
         found.withColumn(
             "identity", f.expr("coalesce(hex(ledger.digest), concat_ws('/', source, offset))")
         )
-        .withWatermark("recorded", COPIES_WITHIN)
+        # By the time at which it is read: what is behind a watermark would be dropped, and records
+        # may have been long on their way.
+        .withColumn("arrived", f.current_timestamp())
+        .withWatermark("arrived", COPIES_WITHIN)
         .dropDuplicatesWithinWatermark(["identity"])
     )
     trigger = {"availableNow": True} if options.once else {"processingTime": "10 seconds"}

@@ -34,7 +34,8 @@ struct Development {
     std::int64_t addresses = 0;
 };
 
-/// Reads all reports once. What it keeps in memory grows with the days, not with the reports.
+/// Reads all reports twice. What it keeps in memory grows with the days, and for one address at a
+/// time with its reports.
 Development developmentOf(Ledger& ledger);
 
 }  // namespace bouncecheck::ledger

@@ -65,7 +65,8 @@ int moveLongLog(void* most, sqlite3* connection, const char* name, int pages) {
 /// A name by which SQLite looks for no log and takes no locks.
 std::string stillUri(const std::string& path) {
     constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string uri = "file:";
+    // Else what stands behind two slashes would be a host.
+    std::string uri = path.starts_with('/') ? "file://" : "file:";
     for (const char c : path) {
         if (c == '%' || c == '?' || c == '#') {
             const auto byte = static_cast<unsigned char>(c);

@@ -139,6 +139,14 @@ TEST(Notice, GivesTheRepliesOfADialogueToTheirRecipients) {
     }
 }
 
+TEST(Notice, KnowsTroubleFromSuccess) {
+    EXPECT_TRUE(cuesIn("Не доставлено").haveTrouble());
+    EXPECT_TRUE(cuesIn("письмо не было доставлено").haveTrouble());
+    EXPECT_TRUE(cuesIn("Échec de la remise").haveTrouble());
+    EXPECT_FALSE(cuesIn("Ваше сообщение доставлено").haveTrouble());
+    EXPECT_FALSE(cuesIn("Сообщение было доставлено, адрес уже существует").haveTrouble());
+}
+
 TEST(Origin, IsWhatTheHeaderSays) {
     const std::pair<const char*, Author> cases[] = {
         {"From: MAILER-DAEMON@x.example", Author::system},

@@ -79,7 +79,8 @@ TEST_F(SourcesTest, ReadsMaildirs) {
 }
 
 TEST_F(SourcesTest, ReadsMessagesOfMaildirsThatAreRenamedMeanwhile) {
-    for (const std::string name : {"cur/1:2,", "cur/2:2,", "new/3", "new/4", "new/5"}) {
+    for (const std::string name :
+         {"cur/1:2,", "cur/2:2,", "cur/6:2,", "cur/6:2,S", "new/3", "new/4", "new/5"}) {
         write("m/" + name, "S: " + name);
     }
     const auto rename = [&](const std::string& from, const std::string& to) {
@@ -94,14 +95,16 @@ TEST_F(SourcesTest, ReadsMessagesOfMaildirsThatAreRenamedMeanwhile) {
                 rename("new/3", "cur/3:2,");
                 rename("new/4", "cur/4");
                 fs::remove(folder_ / "m/new/5");
+                fs::remove(folder_ / "m/cur/6:2,");
             }
             seen.push_back(nameIn(m.source) + '=' + m.bytes);
         },
         [&](std::string_view source, std::string_view) {
             seen.push_back('!' + nameIn(std::string(source)));
         });
-    EXPECT_EQ(seen, (Seen{"m/cur/1:2,=S: cur/1:2,", "m/cur/2:2,S=S: cur/2:2,",
-                          "m/cur/3:2,=S: new/3", "m/cur/4=S: new/4", "!m/new/5"}));
+    EXPECT_EQ(seen,
+              (Seen{"m/cur/1:2,=S: cur/1:2,", "m/cur/6:2,S=S: cur/6:2,S", "m/cur/2:2,S=S: cur/2:2,",
+                    "m/cur/3:2,=S: new/3", "m/cur/4=S: new/4", "!m/new/5"}));
 }
 
 TEST_F(SourcesTest, GoesByTheNamesOfFiles) {

@@ -54,6 +54,26 @@ def stretched(content: bytes, stretch: int, path: str = "/a.mbox", most: int = 1
     return rows
 
 
+def test_reads_what_lies_in_a_stretch_and_little_more() -> None:
+    content = ENVELOPE + b"\n" + b"text\n" * ((32 << 20) // 5)
+    size, count = 4 << 20, 0
+
+    class Counting(io.BytesIO):
+        def read1(self, size: int = -1) -> bytes:
+            nonlocal count
+            data = super().read1(size)
+            count += len(data)
+            return data
+
+    rows: Rows = []
+    for begin in range(0, len(content), size):
+        rows += rows_of(_stored.of_stretch(
+            "/a.mbox", begin, begin + size, len(content), lambda _: Counting(content), 1 << 20
+        ))
+    assert [(row[0], row[2]) for row in rows] == [(0, "the message is larger than the limit")]
+    assert count < 3 * len(content)
+
+
 def whole(content: bytes, path: str = "/a.mbox", most: int = 1 << 20) -> Rows:
     return rows_of(_stored.of_content(path, content, most))
 
@@ -119,9 +139,11 @@ def test_lengths_count_where_a_mailbox_is_read_whole() -> None:
         (bz2.compress(inbox())[:9000], "ended before"),
         (b"%PDF-1.7\n%\xe2\xe3", "is a PDF document, not mail"),
         (gzip.compress(b"%PDF-1.7\n%\xe2\xe3"), "PDF"),
+        (gzip.compress(gzip.compress(b"a: b\n")), "is a gzip file, which is not unpacked here"),
+        (b"\x28\xb5\x2f\xfd\x24", "is a zstd file, which is not unpacked here"),
         (b"PK\3\4" + b"\0" * 100, "zip"),
     ],
-    ids=["cut", "wrong sum", "cut bzip2", "PDF", "packed PDF", "zip"],
+    ids=["cut", "wrong sum", "cut bzip2", "PDF", "packed PDF", "packed twice", "zstd", "zip"],
 )
 def test_what_cannot_be_read_is_a_problem(content: bytes, words: str) -> None:
     rows = whole(content, "/a")

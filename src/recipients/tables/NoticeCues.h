@@ -13,7 +13,7 @@ struct NoticeCue {
 };
 
 /// Phrases of notices, of at least seven bytes each, letter case ignored (for ASCII). A first letter
-/// beyond ASCII, which may be a capital, is left out.
+/// beyond ASCII, which may be a capital, is left out where what is left means the same.
 inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     // English
     {Cue::failure, "address failed"},
@@ -477,15 +477,23 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::returned, "原始邮件"},
     {Cue::returned, "原始郵件"},
     // Russian
-    {Cue::failure, "е доставлено"},
-    {Cue::failure, "е было доставлено"},
-    {Cue::failure, "е может быть доставлено"},
-    {Cue::failure, "е удалось доставить"},
-    {Cue::failure, "е удалось выполнить доставку"},
-    {Cue::failure, "е удается доставить"},
+    {Cue::failure, "не доставлено"},
+    {Cue::failure, "Не доставлено"},
+    {Cue::failure, "не было доставлено"},
+    {Cue::failure, "Не было доставлено"},
+    {Cue::failure, "не может быть доставлено"},
+    {Cue::failure, "Не может быть доставлено"},
+    {Cue::failure, "не удалось доставить"},
+    {Cue::failure, "Не удалось доставить"},
+    {Cue::failure, "не удалось выполнить доставку"},
+    {Cue::failure, "Не удалось выполнить доставку"},
+    {Cue::failure, "не удается доставить"},
+    {Cue::failure, "Не удается доставить"},
     {Cue::failure, "евозможно доставить"},
-    {Cue::failure, "е существует"},
-    {Cue::failure, "е найден"},
+    {Cue::failure, "не существует"},
+    {Cue::failure, "Не существует"},
+    {Cue::failure, "не найден"},
+    {Cue::failure, "Не найден"},
     {Cue::failure, "едоставленное"},
     {Cue::failure, "ледующим получателям"},
     {Cue::failure, "ледующим адресам"},

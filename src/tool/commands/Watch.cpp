@@ -50,7 +50,7 @@ private:
     struct Opened {
         Opened(const std::string& path, const RuleOptions& rules)
             : file(path, ledger::Ledger::Missing::create), recorder(file) {
-            // Longer than a scan holds the lock. Signals are heard between two tries.
+            // Signals are heard between two tries; a large scan may take several.
             file.database().waitForLocks(2s);
             applyRules(file, rules);
         }

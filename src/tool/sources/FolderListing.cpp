@@ -56,17 +56,31 @@ bool FolderListing::hasFolder(std::string_view wanted) const noexcept {
     return false;
 }
 
+std::span<const std::size_t> FolderListing::namesOf(std::string_view uniqueName,
+                                                    std::string_view flags) const {
+    const std::string beginning = std::string(uniqueName).append(flags);
+    const auto first = std::ranges::lower_bound(starts_, std::string_view(beginning), {},
+                                                [&](std::size_t start) { return nameAt(start); });
+    const auto end = std::find_if(first, starts_.end(), [&](std::size_t start) {
+        return nameAt(start).substr(0, nameAt(start).find(':')) != uniqueName;
+    });
+    return {first, end};
+}
+
 std::optional<std::string_view> FolderListing::findMessage(std::string_view uniqueName) const {
-    const auto nameAt = [&](std::size_t start) {
-        return std::string_view(names_.data() + start + 1);
-    };
-    for (const std::string& wanted : {std::string(uniqueName), std::string(uniqueName) + ':'}) {
-        const auto found = std::ranges::lower_bound(starts_, std::string_view(wanted), {}, nameAt);
-        if (found == starts_.end()) continue;
-        const std::string_view name = nameAt(*found);
-        if (name.substr(0, name.find(':')) == uniqueName) return name;
+    // Other names may stand between these: "1", "1!2", "1:2,S".
+    for (const std::string_view flags : {"", ":"}) {
+        const auto names = namesOf(uniqueName, flags);
+        if (!names.empty()) return nameAt(names.front());
     }
     return std::nullopt;
+}
+
+std::size_t FolderListing::countNames(std::string_view uniqueName) const {
+    const auto plain = namesOf(uniqueName, "");
+    const auto flagged = namesOf(uniqueName, ":");
+    const bool isSame = !plain.empty() && !flagged.empty() && &plain.back() >= &flagged.front();
+    return isSame ? plain.size() : plain.size() + flagged.size();
 }
 
 }  // namespace bouncecheck

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,8 +29,14 @@ public:
     /// The name that a message of a Maildir has here, whatever its flags ("NAME:2,S"); nothing when
     /// it is not here. `uniqueName` is the part in front of them.
     std::optional<std::string_view> findMessage(std::string_view uniqueName) const;
+    /// How many names it has here: two, if it was renamed while the folder was listed.
+    std::size_t countNames(std::string_view uniqueName) const;
 
 private:
+    std::string_view nameAt(std::size_t start) const noexcept { return names_.data() + start + 1; }
+    /// The names of a message, one behind the other, from the first one with `flags` on.
+    std::span<const std::size_t> namesOf(std::string_view uniqueName, std::string_view flags) const;
+
     /// Each with its kind before and a NUL behind it.
     std::string names_;
     std::vector<std::size_t> starts_;

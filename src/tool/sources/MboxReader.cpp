@@ -218,6 +218,9 @@ std::optional<MboxReader::Message> MboxReader::nextOfMailbox() {
     // Only the first message can be without.
     message.hasEnvelope = count_ > 1 || beginsWithEnvelope(unread(), lineEnd_);
     if (message.hasEnvelope) skipEnvelope();
+    if (partEnd_ != noEnd && !message.hasEnvelope) {
+        return skipRest() ? std::optional(std::move(message)) : std::nullopt;
+    }
 
     std::size_t next = 0;
     if (const auto end = endByLength(next)) {
@@ -293,12 +296,24 @@ void MboxReader::skipMessage() {
     // What stays is enough to see a blank line and the mark behind it.
     constexpr std::size_t overlap = 16;
     std::size_t found = npos;
-    while (found == npos && !atEnd_) {
+    while (found == npos && !atEnd_ && bufferAt_ + start_ < partEnd_) {
         const std::size_t size = unread().size();
         start_ += size - std::min(size, overlap);
         found = findEnvelope(chunkSize);
     }
     start_ = found == npos ? buffer_.size() : start_ + found;
+}
+
+/// Passes over what belongs to a message that began before the part; false when no other one
+/// begins in the part.
+bool MboxReader::skipRest() {
+    const std::size_t found = findEnvelope(chunkSize);
+    if (found == npos) {
+        skipMessage();
+    } else {
+        start_ += found;
+    }
+    return bufferAt_ + start_ < partEnd_ && !unread().empty();
 }
 
 }  // namespace bouncecheck

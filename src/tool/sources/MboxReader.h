@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,7 +21,7 @@ namespace bouncecheck {
 /// the mailbox quotes nothing. An envelope in front of a single message is left out,
 /// and nothing else of it is changed. Lines end in LF or CRLF; in a bare CR where
 /// the first envelope does. What stands before the first envelope of a part of a mailbox is
-/// handed out as a message, too.
+/// handed out as a message, too: an empty one where the part may begin within it.
 ///
 /// An empty file holds no message unless it is known to be one, and a truncated one
 /// ends in what there is. Time is linear in the size of the file. Holds one message at
@@ -40,9 +41,13 @@ public:
         bool tooLarge = false;
     };
 
-    /// `maxMessageSize` is in bytes.
-    MboxReader(InputStream& stream, std::size_t maxMessageSize, FileKind kind = FileKind::byContent)
-        : stream_(stream), maxMessageSize_(maxMessageSize), kind_(kind) {}
+    static constexpr std::uint64_t noEnd = std::numeric_limits<std::uint64_t>::max();
+
+    /// `maxMessageSize` is in bytes. `partEnd` is for a part of a mailbox that may begin within a
+    /// message: where in the stream it ends. What goes on behind that is not passed over.
+    MboxReader(InputStream& stream, std::size_t maxMessageSize, FileKind kind = FileKind::byContent,
+               std::uint64_t partEnd = noEnd)
+        : stream_(stream), maxMessageSize_(maxMessageSize), kind_(kind), partEnd_(partEnd) {}
 
     /// The next message, or nothing at the end. Throws what the stream throws; a
     /// ReadError only after all that was read before it has been handed out.
@@ -65,11 +70,13 @@ private:
     /// file or in about `maxSize` bytes.
     std::size_t findEnvelope(std::size_t maxSize);
     void skipMessage();
+    bool skipRest();
     std::string takeUnread();
 
     InputStream& stream_;
     std::size_t maxMessageSize_;
     FileKind kind_;
+    std::uint64_t partEnd_;
     /// What was read and not handed out yet begins at `start_`.
     std::string buffer_;
     std::size_t start_ = 0;

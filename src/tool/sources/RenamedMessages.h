@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <optional>
@@ -15,21 +16,29 @@ class RenamedMessages {
 public:
     enum class Folder { fresh, cur };
 
+    struct Reading {
+        /// Lists `cur` anew; nothing when that cannot be done.
+        std::function<std::optional<FolderListing>()> list;
+        /// Reads a file; false when there is none of that name.
+        std::function<bool(const std::string& path)> read;
+        /// Tells of a file that is nowhere.
+        std::function<void(const std::string& path)> miss;
+    };
+
     /// `path` is the file that was not there, and `folder` where it was listed.
     void add(const std::string& path, Folder folder);
     bool empty() const noexcept { return messages_.empty(); }
 
-    /// Calls `read` with the path of each message that was not read yet: in `cur`, of which `now`
-    /// is a new listing, or, when it is nowhere, the path that it had. `before` is the listing of
-    /// `cur` by which the other messages were read.
+    /// Reads each message that was not read yet under the name that it has in the folder `cur` now.
+    /// `before` is the listing of `cur` by which the other messages were read.
     void readAgain(const std::string& cur, const std::optional<FolderListing>& before,
-                   const std::optional<FolderListing>& now,
-                   const std::function<void(const std::string& path)>& read) const;
+                   const Reading& reading);
 
 private:
     struct Message {
         std::string path;
-        bool wasInCur = false;
+        /// How many of its names in `cur` were not there.
+        std::size_t missedInCur = 0;
     };
 
     /// By the part of their names that stays.

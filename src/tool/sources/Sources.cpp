@@ -251,9 +251,11 @@ private:
         }
         if (renamed.empty()) return;
         const std::string curPath = path.of("cur");
-        renamed.readAgain(curPath, cur, list(curPath), [&](const std::string& file) {
-            readFile(file, true, {stretch.begin + stretch.size, 0});
-        });
+        const Stretch end = {stretch.begin + stretch.size, 0};
+        renamed.readAgain(curPath, cur,
+                          {.list = [&] { return list(curPath); },
+                           .read = [&](const std::string& file) { return readIfThere(file, end); },
+                           .miss = [&](const std::string& file) { readFile(file, true, end); }});
     }
 
     /// The names in a folder; nothing when it cannot be read, which is reported.

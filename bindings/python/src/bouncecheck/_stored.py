@@ -29,6 +29,8 @@ SCHEMA = pa.schema(
 
 #: Larger messages are a problem, as for the tool.
 MOST_BYTES = 64 << 20
+#: What `most` may be: a column of Arrow ends at 2 GiB.
+_LARGEST_MOST = 1 << 30
 # What a batch holds, at least, before the next begins.
 _BATCH_ROWS = 1000
 _BATCH_BYTES = 8 << 20
@@ -97,6 +99,13 @@ def of_content(path: str, content: Optional[bytes], most: int) -> Iterator[pa.Re
         yield from of_file(path, io.BytesIO(content), most)
     except _DAMAGE as error:
         yield problem(path, 0, error)
+
+
+def checked_most(most: int) -> int:
+    """`most`, if it can be; raises ValueError."""
+    if not 1 <= most <= _LARGEST_MOST:
+        raise ValueError(f"most has to be from 1 to {_LARGEST_MOST}, not {most}")
+    return most
 
 
 def together(batches: Iterable[pa.RecordBatch]) -> Iterator[pa.RecordBatch]:

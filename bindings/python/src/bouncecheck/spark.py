@@ -168,6 +168,7 @@ def _read(
 ) -> DataFrame:
     if stretch < 1:
         raise ValueError(f"stretch has to be 1 or more, not {stretch}")
+    most = _stored.checked_most(most)
     files = (
         spark.read.format("binaryFile")
         .option("recursiveFileLookup", "true")
@@ -198,6 +199,8 @@ def _of_contents(
     frame: DataFrame, content: str, path: str, most: int, results: StructType,
     then: Callable[[_Batches], _Batches],
 ) -> DataFrame:
+    most = _stored.checked_most(most)
+
     def stored(batches: _Batches) -> Iterator[pa.RecordBatch]:
         for batch in batches:
             for name, value in zip(batch.column(path), batch.column(content)):

@@ -1,5 +1,7 @@
 #include "ArrowColumn.h"
 
+#include <limits>
+#include <stdexcept>
 #include <utility>
 
 #include "text/Utf8.h"
@@ -32,6 +34,14 @@ void ArrowColumn::appendValidity(bool isValid) {
     if (!isValid) ++nulls_;
 }
 
+/// Arrow's short offsets end at 2 GiB.
+void ArrowColumn::pushOffset(std::size_t size) {
+    if (size > std::numeric_limits<std::int32_t>::max()) {
+        throw std::length_error("a column of Arrow would be larger than 2 GiB");
+    }
+    offsets_.push_back(static_cast<std::int32_t>(size));
+}
+
 void ArrowColumn::pushNumber(std::int64_t number) {
     if (kind_ == Kind::int32) {
         narrow_.push_back(static_cast<std::int32_t>(number));
@@ -58,13 +68,13 @@ void ArrowColumn::appendNull() {
 
 void ArrowColumn::appendText(std::string_view text) {
     appendWellFormed(text_, text);
-    offsets_.push_back(static_cast<std::int32_t>(text_.size()));
+    pushOffset(text_.size());
     appendValidity(true);
 }
 
 void ArrowColumn::appendBytes(std::string_view bytes) {
     text_ += bytes;
-    offsets_.push_back(static_cast<std::int32_t>(text_.size()));
+    pushOffset(text_.size());
     appendValidity(true);
 }
 
@@ -79,7 +89,7 @@ void ArrowColumn::appendBoolean(bool value) {
 }
 
 void ArrowColumn::appendList() {
-    offsets_.push_back(static_cast<std::int32_t>(children_.front().size()));
+    pushOffset(static_cast<std::size_t>(children_.front().size()));
     appendValidity(true);
 }
 

@@ -56,6 +56,7 @@ public:
 
 private:
     void appendValidity(bool isValid);
+    void pushOffset(std::size_t size);
     void pushNumber(std::int64_t number);
 
     Kind kind_;

@@ -22,7 +22,7 @@ public:
 
     /// `stream` begins where `streamStart` says, and has to outlive it.
     StoredMessages(InputStream& stream, std::size_t maxMessageSize, FileKind kind, Stretch stretch)
-        : reader_(stream, maxMessageSize, kind),
+        : reader_(stream, maxMessageSize, kind, endInStream(stretch)),
           stretch_(stretch),
           streamStart_(startOfStream(stretch)) {}
 
@@ -35,6 +35,10 @@ public:
     std::optional<ArrowColumn> next(std::size_t mostRows, std::size_t mostBytes);
 
 private:
+    /// Of a stretch that may begin within a message.
+    static std::uint64_t endInStream(const Stretch& stretch) noexcept {
+        return stretch.begin == 0 ? MboxReader::noEnd : stretch.end - startOfStream(stretch);
+    }
     bool addNext(ArrowColumn& rows);
 
     MboxReader reader_;

@@ -74,13 +74,14 @@ private:
     StoredMessages messages_;
 };
 
-/// Why a file that begins so is no mail; "" for one that may be, compressed or not.
+/// Why what was unpacked and begins so is not read as mail; "" where it is.
 nb::str foreignContent(const nb::bytes& first) {
     const FileContent content = contentOf({first.c_str(), std::min(first.size(), decisiveBytes)});
-    const bool isArchive =
-        content.kind == FileContent::Kind::tar || content.kind == FileContent::Kind::zip;
-    if (content.kind != FileContent::Kind::foreign && !isArchive) return nb::str("");
-    const std::string problem = "is " + std::string(content.name) + ", not mail";
+    if (content.kind == FileContent::Kind::mail) return nb::str("");
+    const bool isPacked =
+        content.kind == FileContent::Kind::gzip || content.kind == FileContent::Kind::compressed;
+    const std::string problem = "is " + std::string(content.name) +
+                                (isPacked ? ", which is not unpacked here" : ", not mail");
     return nb::str(problem.c_str());
 }
 
