@@ -9,7 +9,7 @@ import lzma
 import os
 import random
 from pathlib import Path
-from typing import IO, Any, Dict, List, Tuple
+from typing import IO, Any, Dict, List, Optional, Tuple
 
 import pytest
 from conftest import SAMPLES, Tool
@@ -59,7 +59,7 @@ def test_reads_what_lies_in_a_stretch_and_little_more() -> None:
     size, count = 4 << 20, 0
 
     class Counting(io.BytesIO):
-        def read1(self, size: int = -1) -> bytes:
+        def read1(self, size: Optional[int] = -1, /) -> bytes:
             nonlocal count
             data = super().read1(size)
             count += len(data)
