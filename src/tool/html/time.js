@@ -99,16 +99,17 @@ function timePicture(place, spans, unit, labels, { title, searchName }) {
     const totals = [...spans.values()].map((counts) =>
         [...counts.values()].reduce((a, b) => a + b),
     );
-    const most = Math.max(...totals, 1);
+    const largest = Math.max(...totals);
+    const most = Math.max(largest, 1);
     const step = (width - area.left) / spans.size;
     const yOf = (count) => area.bottom - ((area.bottom - area.top) * count) / most;
 
     const picture = svg("svg", { viewBox: `0 0 ${width} ${height}`, role: "group" });
     const names = [...spans.keys()];
-    const peak = names[totals.indexOf(most)];
+    const peak = `At most ${number(largest)}, in ${names[totals.indexOf(largest)]}`;
     picture.append(
         svg("title", {}, `${title}, from ${names[0]} to ${names.at(-1)}`),
-        svg("desc", {}, `At most ${number(most)}, in ${peak}`),
+        svg("desc", {}, largest > 0 ? peak : "Nothing in this time"),
     );
     for (const count of new Set([0, Math.round(most / 2), most])) {
         const y = yOf(count);
