@@ -210,15 +210,17 @@ TEST_F(LedgerTest, TakesAnyBytesForAnAddress) {
 }
 
 TEST_F(LedgerTest, ChecksThatStatesFollow) {
+    constexpr const char* unknownBearing =
+        "PRAGMA ignore_check_constraints = ON; UPDATE events SET bearing = 'other'; UPDATE "
+        "addresses SET state = 'active', cause = NULL, reason = NULL, since = NULL, count = 0, "
+        "first_seen = NULL, last_seen = NULL";
     const char* const damages[] = {
         "UPDATE addresses SET state = 'active', cause = NULL",
         "UPDATE addresses SET count = count + 1",
         "UPDATE addresses SET last_seen = 5",
         "DELETE FROM events",
         "DELETE FROM messages",
-        "PRAGMA ignore_check_constraints = ON; UPDATE events SET bearing = 'other'; UPDATE "
-        "addresses SET state = 'active', cause = NULL, "
-        "reason = NULL, since = NULL, count = 0, first_seen = NULL, last_seen = NULL",
+        unknownBearing,
     };
     for (const char* damage : damages) {
         Ledger ledger = open(std::to_string(damage - damages[0]));

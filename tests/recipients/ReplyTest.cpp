@@ -29,8 +29,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.1.1 Address rejected: user@x.example",
              "550 #5.1.0 Address rejected.",
              "550 El buz\xC3\xB3n no existe",
-             "L'adresse de messagerie que vous avez entr\xC3\xA9"
-             "e est introuvable.",
+             "L'adresse \xC3\xA0 laquelle vous \xC3\xA9\x63rivez : destinataire introuvable.",
              "550 5.7.1 UZYTKOWNIK NIE ISTNIEJE",
              "553 sorry, this recipient is not in my validrcptto list (#5.7.1)",
          }},
