@@ -6,7 +6,7 @@
 namespace bouncecheck {
 
 const Libarchive& Libarchive::get() {
-    static const Libarchive library;
+    static const Libarchive library = load();
     return library;
 }
 

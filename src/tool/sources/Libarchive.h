@@ -42,7 +42,7 @@ struct Libarchive {
     static const Libarchive& get();
 
 private:
-    Libarchive();
+    static Libarchive load();
 };
 
 /// A stream as libarchive reads it. The stream has to live as long.
