@@ -72,9 +72,9 @@ LineEndCounts countWithinLimit(std::string_view& text) noexcept {
     return countLineEnds(text);
 }
 
-/// Writes a text without a bare CR, as most files have it, with a CR before each LF.
-/// `out` may lie before the text in the same storage: what is written
-/// does not pass what is read when the room between them is what the text lacks.
+/// Writes a text without a bare CR, as most files have it, with a CR before each LF. `out` may lie
+/// before the text in the same storage: what is written does not pass what is read when the room
+/// between them is what the text lacks.
 void writeCompleted(std::string_view text, char* out) {
     for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
         const bool isComplete = end > 0 && text[end - 1] == '\r';

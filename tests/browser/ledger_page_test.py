@@ -6,10 +6,8 @@ ends with 77 when no Chromium is installed.
 """
 
 import datetime
-import pathlib
 import subprocess
 import sys
-import tempfile
 
 import page_case
 
@@ -54,10 +52,7 @@ class LedgerPageTest(page_case.PageCase):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        mailbox = pathlib.Path(folder.name, "mbox")
-        mailbox.write_text("".join(messages()))
+        mailbox = cls.mailbox(messages())
         ledger = mailbox.with_name("ledger")
         cls.page = mailbox.with_name("page.html")
         for arguments in (["scan", mailbox], ["list", "--html", cls.page]):

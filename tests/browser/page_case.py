@@ -1,6 +1,8 @@
 """What tests of pages share: a browser with a page that is opened for each test."""
 
+import pathlib
 import sys
+import tempfile
 import time
 import unittest
 
@@ -15,6 +17,15 @@ class PageCase(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.browser = cls.enterClassContext(chromium.Chromium())
+
+    @classmethod
+    def mailbox(cls, messages):
+        """The path of a mailbox, in a folder that is removed behind the tests."""
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        mailbox = pathlib.Path(folder.name, "mbox")
+        mailbox.write_text("".join(messages))
+        return mailbox
 
     def setUp(self):
         self.browser.complaints.clear()

@@ -10,11 +10,8 @@ import json
 import pathlib
 import subprocess
 import sys
-import tempfile
 import time
-import unittest
 
-import chromium
 import page_case
 
 HOSTILE = "<img src=x onerror=hit=1></script><script>hit=1</script>"
@@ -54,16 +51,13 @@ class PageTest(page_case.PageCase):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        mailbox = pathlib.Path(folder.name, "mbox")
-        mailbox.write_text("".join(map(message, range(COUNT))))
+        mailbox = cls.mailbox(map(message, range(COUNT)))
         cls.page = mailbox.with_name("page.html")
         lines = subprocess.run([sys.argv[1], "--html", cls.page, "--format", "json", mailbox],
                                check=True, stdout=subprocess.PIPE).stdout.splitlines()
         cls.recipients = [{**recipient, "verdict": message["name"]} for message
                           in map(json.loads, lines) for recipient in message["recipients"]]
-        cls.downloads = folder.name
+        cls.downloads = str(mailbox.parent)
 
     def expect_found(self, count):
         self.expect("document.querySelector('#found').textContent", f"{count:,} of {ROWS}")

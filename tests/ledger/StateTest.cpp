@@ -222,8 +222,9 @@ TEST_F(LedgerTest, ChecksThatStatesFollow) {
         "DELETE FROM messages",
         unknownBearing,
     };
+    int number = 0;
     for (const char* damage : damages) {
-        Ledger ledger = open(std::to_string(damage - damages[0]));
+        Ledger ledger = open(std::to_string(++number));
         const MessageEntry message = messageOn(1, report("gone"));
         Recorder(ledger).record({&message, 1}, 1 << 30);
         EXPECT_EQ(faultsOf(ledger), "");

@@ -56,31 +56,30 @@ bool FolderListing::hasFolder(std::string_view wanted) const noexcept {
     return false;
 }
 
-std::span<const std::size_t> FolderListing::namesOf(std::string_view uniqueName,
-                                                    std::string_view flags) const {
-    const std::string beginning = std::string(uniqueName).append(flags);
+std::span<const std::size_t> FolderListing::flaggedNames(std::string_view uniqueName) const {
+    const std::string beginning = std::string(uniqueName) + ':';
     const auto first = std::ranges::lower_bound(starts_, std::string_view(beginning), {},
                                                 [&](std::size_t start) { return nameAt(start); });
-    const auto end = std::find_if(first, starts_.end(), [&](std::size_t start) {
-        return nameAt(start).substr(0, nameAt(start).find(':')) != uniqueName;
+    const auto end = std::find_if_not(first, starts_.end(), [&](std::size_t start) {
+        return nameAt(start).starts_with(beginning);
     });
     return {first, end};
 }
 
+std::optional<std::string_view> FolderListing::plainName(std::string_view uniqueName) const {
+    const auto found = std::ranges::lower_bound(starts_, uniqueName, {},
+                                                [&](std::size_t start) { return nameAt(start); });
+    if (found == starts_.end() || nameAt(*found) != uniqueName) return std::nullopt;
+    return nameAt(*found);
+}
+
 std::optional<std::string_view> FolderListing::findMessage(std::string_view uniqueName) const {
-    // Other names may stand between these: "1", "1!2", "1:2,S".
-    for (const std::string_view flags : {"", ":"}) {
-        const auto names = namesOf(uniqueName, flags);
-        if (!names.empty()) return nameAt(names.front());
-    }
-    return std::nullopt;
+    const auto flagged = flaggedNames(uniqueName);
+    return flagged.empty() ? plainName(uniqueName) : nameAt(flagged.front());
 }
 
 std::size_t FolderListing::countNames(std::string_view uniqueName) const {
-    const auto plain = namesOf(uniqueName, "");
-    const auto flagged = namesOf(uniqueName, ":");
-    const bool isSame = !plain.empty() && !flagged.empty() && &plain.back() >= &flagged.front();
-    return isSame ? plain.size() : plain.size() + flagged.size();
+    return flaggedNames(uniqueName).size() + (plainName(uniqueName) ? 1 : 0);
 }
 
 }  // namespace bouncecheck

@@ -34,8 +34,10 @@ public:
 
 private:
     std::string_view nameAt(std::size_t start) const noexcept { return names_.data() + start + 1; }
-    /// The names of a message, one behind the other, from the first one with `flags` on.
-    std::span<const std::size_t> namesOf(std::string_view uniqueName, std::string_view flags) const;
+    /// The name without flags, if it is here.
+    std::optional<std::string_view> plainName(std::string_view uniqueName) const;
+    /// The names of a message with flags, which stand one behind the other.
+    std::span<const std::size_t> flaggedNames(std::string_view uniqueName) const;
 
     /// Each with its kind before and a NUL behind it.
     std::string names_;
