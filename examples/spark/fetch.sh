@@ -36,8 +36,12 @@ fetch_jars() {
     cp "$pom" "$spark/$1"
 }
 
+# install_package PACKAGE [OPTION]...
+install_package() {
+    quietly "$spark/venv/bin/pip" install --no-build-isolation --no-deps --force-reinstall "$@"
+}
+
 build_package() {
     echo "Building the Python package, a minute the first time ..." >&2
-    quietly "$spark/venv/bin/pip" install --no-build-isolation --no-deps --force-reinstall \
-        -C "build-dir=$spark/package" "$root/bindings/python"
+    install_package "$root/bindings/python" -C "build-dir=$spark/package"
 }
