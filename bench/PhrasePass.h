@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,7 +30,12 @@ public:
         starts_.resize(phrases::bucketsFor(windows_.size()) + 1);
         filter_.resize(phrases::filterBitsFor(windows_.size()) / 32);
         std::vector<phrases::Window> chosen(windows_.size());
-        phrases::TableView{texts_, filter_, starts_, windows_}.fill(chosen);
+        phrases::TableView{filter_, starts_, windows_}.fill(texts_, chosen);
+        for (const std::string_view text : texts_) {
+            places_.push_back({static_cast<std::uint32_t>(bytes_.size()),
+                               static_cast<std::uint32_t>(text.size())});
+            bytes_ += text;
+        }
     }
     PhrasePass(const PhrasePass&) = delete;
     PhrasePass& operator=(const PhrasePass&) = delete;
@@ -39,7 +45,8 @@ public:
     template <class F>
     void scan(std::string_view text, F&& onFound) const {
         Once<F> once{indexes_, onFound, {}};
-        phrases::Matcher(phrases::TableView{texts_, filter_, starts_, windows_}).scan(text, once);
+        const phrases::TableView tables{filter_, starts_, windows_};
+        phrases::Matcher({bytes_.data(), places_}, tables).scan(text, once);
         for (std::size_t i = 0; i < shortPhrases_.size(); ++i) {
             if (containsNoCase(text, shortPhrases_[i])) onFound(shortIndexes_[i]);
         }
@@ -62,6 +69,9 @@ private:
     };
 
     std::vector<std::string_view> texts_;
+    // The same, packed.
+    std::string bytes_;
+    std::vector<phrases::TextPlace> places_;
     std::vector<std::string_view> shortPhrases_;
     std::vector<std::size_t> indexes_;
     std::vector<std::size_t> shortIndexes_;

@@ -4,8 +4,8 @@ namespace bouncecheck {
 namespace {
 
 constexpr auto phraseBookRows = [] {
-    std::array<phrases::Row, book::layout.count> used{};
-    std::copy_n(book::layout.rows.begin(), used.size(), used.begin());
+    std::array<phrases::Row, book::numbering.count> used{};
+    std::copy_n(book::numbering.rows.begin(), used.size(), used.begin());
     return used;
 }();
 

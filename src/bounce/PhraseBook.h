@@ -91,16 +91,20 @@ constexpr std::string_view longestPiece(std::string_view pattern) noexcept {
 }
 
 struct Layout {
-    std::array<phrases::Row, phrases::maxRows> rows{};
-    std::size_t count = 1;  // 0 is noRow
     std::array<phrases::RowRange, listCount> lists{};
     phrases::RowRange singles;
     phrases::RowRange rules;
     /// The row of what has to stand in the text besides, or noRow.
     std::array<std::uint16_t, singleCount> alsoOfSingle{};
     std::array<std::uint16_t, markerCount> contextOfMarker{};
+};
 
-    constexpr Layout() {
+/// Takes the rows of all tables together; for the compiler only.
+struct Numbering : Layout {
+    std::array<phrases::Row, phrases::maxRows> rows{};
+    std::size_t count = 1;  // 0 is noRow
+
+    constexpr Numbering() {
         for (std::size_t i = 0; i < listCount; ++i) {
             lists[i].first = count;
             for (const char* entry : phraseLists[i].rows) add(rowOf(phraseLists[i], entry));
@@ -110,11 +114,11 @@ struct Layout {
             if (phraseLists[i].runsOn) lists[i].end = lists[i + 1].end;
         }
         singles.first = count;
-        for (const SinglePhrase& single : singlePhrases) add({single.phrase, single.letters});
+        for (const SinglePhrase& single : singlePhrases) add({single.phrase, {single.letters}});
         singles.end = count;
         rules.first = count;
         for (const BounceRule& rule : BounceRules) {
-            if (rule.source != RULE_END) add({rule.phrase, LetterCase::ignored, true});
+            if (rule.source != RULE_END) add({rule.phrase, {.isHint = true}});
         }
         rules.end = count;
         for (std::size_t i = 0; i < singleCount; ++i) {
@@ -130,20 +134,21 @@ private:
     static constexpr phrases::Row rowOf(const PhraseList& list, std::string_view entry) {
         switch (list.kind) {
             case ListKind::phrases: break;
-            case ListKind::patterns: return {longestPiece(entry), LetterCase::ignored, true};
-            case ListKind::markers: return {Marker(entry).text, list.letters};
+            case ListKind::patterns: return {longestPiece(entry), {.isHint = true}};
+            case ListKind::markers: return {Marker(entry).text, {list.letters}};
         }
-        return {entry, list.letters};
+        return {entry, {list.letters}};
     }
     constexpr void add(const phrases::Row& row) { rows[count++] = row; }
     constexpr std::uint16_t addCompanion(std::string_view text, LetterCase letters) {
         if (text.empty()) return noRow;
-        add({text, letters});
+        add({text, {letters}});
         return static_cast<std::uint16_t>(count - 1);
     }
 };
 
-inline constexpr Layout layout;
+inline constexpr Numbering numbering;
+inline constexpr Layout layout = numbering;
 
 constexpr phrases::RowRange rowsOf(ListId list) noexcept { return layout.lists[list.index()]; }
 

@@ -70,7 +70,7 @@ std::size_t ScannedText::nextMarker(std::size_t from) const {
 std::size_t ScannedText::markerPlace(std::size_t marker) const {
     const std::size_t row = book::rowsOf(BounceDataMarkers).first + marker;
     const bool isPlaced = places_ && !phraseBook().unsearchable.has(row);
-    return isPlaced ? (*places_)[marker] : findBytes(text_, phraseBook().rows[row].text);
+    return isPlaced ? (*places_)[marker] : findBytes(text_, phraseBook().texts[row]);
 }
 
 }  // namespace bouncecheck

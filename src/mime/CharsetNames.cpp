@@ -3,42 +3,50 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 
 #include "text/Ascii.h"
 
 namespace bouncecheck {
 namespace {
 
-struct NamedCharset {
-    std::string_view name;
-    const Charset* charset = nullptr;
+/// One of the names of a charset, by where it stands in the row.
+struct CharsetName {
+    std::uint16_t charset = 0;
+    std::uint16_t at = 0;
+    std::uint16_t length = 0;
+
+    constexpr std::string_view text() const noexcept {
+        return charsets[charset].names.substr(at, length);
+    }
 };
 
-/// Calls `take` with each name of the table and its charset.
+/// Calls `take` with each name of the table.
 constexpr void forEachName(auto take) {
-    for (const Charset& charset : charsets) {
-        for (std::string_view rest = charset.names; !rest.empty();) {
-            const std::string_view name = rest.substr(0, rest.find(' '));
-            take(name, charset);
-            rest.remove_prefix(std::min(rest.size(), name.size() + 1));
+    for (std::size_t i = 0; i < std::size(charsets); ++i) {
+        const std::string_view names = charsets[i].names;
+        for (std::size_t at = 0; at < names.size();) {
+            const std::size_t end = std::min(names.find(' ', at), names.size());
+            take(CharsetName{static_cast<std::uint16_t>(i), static_cast<std::uint16_t>(at),
+                             static_cast<std::uint16_t>(end - at)});
+            at = end + 1;
         }
     }
 }
 
 constexpr std::size_t nameCount = [] {
     std::size_t count = 0;
-    forEachName([&](std::string_view, const Charset&) { ++count; });
+    forEachName([&](CharsetName) { ++count; });
     return count;
 }();
 
 /// All names, sorted by the compiler.
 constexpr auto names = [] {
-    std::array<NamedCharset, nameCount> all;
+    std::array<CharsetName, nameCount> all;
     std::size_t count = 0;
-    forEachName([&](std::string_view name, const Charset& charset) {
-        all[count++] = {name, &charset};
-    });
-    std::ranges::sort(all, {}, &NamedCharset::name);
+    forEachName([&](CharsetName name) { all[count++] = name; });
+    std::ranges::sort(all, {}, &CharsetName::text);
     return all;
 }();
 
@@ -59,8 +67,9 @@ std::string canonicalCharsetName(std::string_view name) {
 }
 
 const Charset* charsetOf(std::string_view canonicalName) {
-    const auto found = std::ranges::lower_bound(names, canonicalName, {}, &NamedCharset::name);
-    return found != names.end() && found->name == canonicalName ? found->charset : nullptr;
+    const auto* found = std::ranges::lower_bound(names, canonicalName, {}, &CharsetName::text);
+    const bool isName = found != names.end() && found->text() == canonicalName;
+    return isName ? &charsets[found->charset] : nullptr;
 }
 
 }  // namespace bouncecheck

@@ -37,9 +37,8 @@ struct Collector {
     void onFound(std::size_t phrase, std::size_t at) noexcept {
         for (std::size_t i = catalog.starts[phrase]; i < catalog.starts[phrase + 1]; ++i) {
             const std::size_t row = catalog.members[i];
-            const Row& sought = catalog.rows[row];
-            const bool stands = sought.letters == LetterCase::ignored ||
-                                text.substr(at, sought.text.size()) == sought.text;
+            const bool stands = catalog.kinds[row].letters == LetterCase::ignored ||
+                                text.substr(at).starts_with(catalog.texts[row]);
             if (stands) take(row, at);
         }
     }
@@ -53,13 +52,13 @@ RowSet Catalog::find(std::string_view text, std::span<std::size_t> places, Engin
         matcher.scan(text, collector);
         return collector.found;
     }
-    for (std::size_t row = 0; row < rows.size(); ++row) {
+    for (std::size_t row = 0; row < texts.size(); ++row) {
         if (unsearchable.has(row)) continue;
-        if (rows[row].isHint) {
+        if (kinds[row].isHint) {
             collector.found.add(row);
             continue;
         }
-        const std::size_t at = findBytes(text, rows[row].text, 0, rows[row].letters);
+        const std::size_t at = findBytes(text, texts[row], 0, kinds[row].letters);
         if (at != npos) collector.take(row, at);
     }
     return collector.found;
@@ -68,7 +67,7 @@ RowSet Catalog::find(std::string_view text, std::span<std::size_t> places, Engin
 bool Catalog::holds(const RowSet& found, std::size_t row, std::string_view text) const {
     if (!found.has(row)) return false;
     if (!unsearchable.has(row)) return true;
-    return findBytes(text, rows[row].text, 0, rows[row].letters) != npos;
+    return findBytes(text, texts[row], 0, kinds[row].letters) != npos;
 }
 
 }  // namespace bouncecheck::phrases

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
 
 #include "phrases/Matcher.h"
+#include "phrases/PackedTexts.h"
 #include "phrases/Row.h"
 #include "phrases/RowGroups.h"
 #include "phrases/RowSet.h"
@@ -31,7 +34,8 @@ struct RowRange {
 
 /// Rows and what a pass needs to find them. Refers to tables, which outlive it.
 struct Catalog {
-    std::span<const Row> rows;
+    Texts texts;
+    std::span<const RowKind> kinds;
     /// Those that a pass cannot find: their phrases are too short.
     const RowSet& unsearchable;
     /// The rows of each phrase; see RowGroups.
@@ -54,9 +58,41 @@ struct Catalog {
 /// have the same name, not even in unnamed namespaces: some versions of GCC (14, for one) make
 /// these members global, so that the linker takes those of one array for both.
 template <const auto& Rows>
-struct CompiledCatalog {
+class CompiledCatalog {
+public:
+    static constexpr Catalog catalog(RowRange placed) {
+        const Matcher matcher({texts.bytes.data(), phrases}, tables);
+        return {texts.all(), kinds, unsearchable, starts, members, matcher, placed};
+    }
+
+private:
+    static_assert(Rows.size() <= maxRows, "raise maxRows");
+
     static constexpr RowGroups groups{Rows};
-    static constexpr Tables<groups.count> tables{groups.template phrases<groups.count>()};
+    static constexpr std::size_t count = groups.count;
+
+    template <class Value, std::size_t Count>
+    static constexpr std::array<Value, Count> firstOf(const auto& values) {
+        std::array<Value, Count> out{};
+        std::copy_n(values.begin(), Count, out.begin());
+        return out;
+    }
+
+    static constexpr PackedTexts<Rows.size(), packedSize(Rows, &Row::text)> texts{Rows, &Row::text};
+    static constexpr auto kinds = [] {
+        std::array<RowKind, Rows.size()> all{};
+        std::ranges::transform(Rows, all.begin(), &Row::kind);
+        return all;
+    }();
+    static constexpr auto starts = firstOf<std::uint16_t, count + 1>(groups.starts);
+    static constexpr auto members = firstOf<std::uint16_t, groups.memberCount()>(groups.members);
+    /// Where each phrase stands: as in the first of its rows.
+    static constexpr auto phrases = [] {
+        std::array<TextPlace, count> places{};
+        for (std::size_t i = 0; i < count; ++i) places[i] = texts.places[members[starts[i]]];
+        return places;
+    }();
+    static constexpr Tables<count> tables{firstOf<std::string_view, count>(groups.texts)};
     static constexpr RowSet unsearchable = [] {
         RowSet set;
         for (std::size_t row = 0; row < Rows.size(); ++row) {
@@ -64,11 +100,6 @@ struct CompiledCatalog {
         }
         return set;
     }();
-    static_assert(Rows.size() <= maxRows, "raise maxRows");
-
-    static constexpr Catalog catalog(RowRange placed) {
-        return {Rows, unsearchable, groups.starts, groups.members, Matcher(tables), placed};
-    }
 };
 
 }  // namespace bouncecheck::phrases

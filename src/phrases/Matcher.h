@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "phrases/PackedTexts.h"
 #include "text/Ascii.h"
 
 /// Finding which of many phrases stand in a text, ASCII letter case ignored, in
@@ -128,17 +129,15 @@ constexpr Window windowAt(std::string_view text, std::size_t phrase, std::size_t
             static_cast<std::uint8_t>(checkOffset)};
 }
 
-/// What a matcher walks, for phrases that outlive it.
+/// What a matcher walks.
 struct TableView {
-    std::span<const std::string_view> texts;
     std::span<std::uint32_t> filter;  ///< filterBitsFor / 32
     /// Where the windows of each bucket begin; bucketsFor + 1.
     std::span<std::uint16_t> starts;
     std::span<Window> windows;  ///< stride for each phrase
 
-    /// Fills the other tables, which are zero before, for `texts`. `chosen` is
-    /// room like `windows`.
-    constexpr void fill(std::span<Window> chosen) const {
+    /// Fills the tables, which are zero before, for `texts`. `chosen` is room like `windows`.
+    constexpr void fill(std::span<const std::string_view> texts, std::span<Window> chosen) const {
         const Rarity rarity(texts);
         const auto slotOf = [mask = filterBitsFor(windows.size()) - 1](const Window& window) {
             return static_cast<std::uint32_t>(hashOf(window.bytes) & mask);
@@ -167,23 +166,22 @@ template <std::size_t Count>
 struct Tables {
     static constexpr std::size_t windowCount = Count * stride;
 
-    std::array<std::string_view, Count> texts{};
     std::array<std::uint32_t, filterBitsFor(windowCount) / 32> filter{};
     std::array<std::uint16_t, bucketsFor(windowCount) + 1> starts{};
     std::array<Window, windowCount> windows{};
 
-    explicit constexpr Tables(const std::array<std::string_view, Count>& phrases) : texts(phrases) {
+    explicit constexpr Tables(const std::array<std::string_view, Count>& texts) {
         std::array<Window, windowCount> chosen{};
-        TableView{texts, filter, starts, windows}.fill(chosen);
+        TableView{filter, starts, windows}.fill(texts, chosen);
     }
 };
 
-/// Refers to tables, which must outlive it.
+/// Refers to texts and the tables made for them, which must outlive it.
 class Matcher {
 public:
     template <class AnyTables>
-    explicit constexpr Matcher(const AnyTables& tables) noexcept
-        : texts_(tables.texts),
+    constexpr Matcher(Texts texts, const AnyTables& tables) noexcept
+        : texts_(texts),
           filter_(tables.filter.data()),
           starts_(tables.starts.data()),
           windows_(tables.windows.data()),
@@ -261,7 +259,7 @@ private:
         }
     }
 
-    std::span<const std::string_view> texts_;
+    Texts texts_;
     const std::uint32_t* filter_;
     const std::uint16_t* starts_;
     const Window* windows_;

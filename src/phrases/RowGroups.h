@@ -17,7 +17,7 @@ namespace bouncecheck::phrases {
 /// asked for.
 constexpr bool isSearchable(const Row& row) noexcept { return row.text.size() >= shortest; }
 
-/// The phrases of rows, each once, and the rows of each.
+/// The phrases of rows, each once, and the rows of each; for the compiler only.
 struct RowGroups {
     std::array<std::string_view, maxRows> texts{};
     std::size_t count = 0;
@@ -58,12 +58,7 @@ struct RowGroups {
         }
     }
 
-    template <std::size_t Count>
-    constexpr std::array<std::string_view, Count> phrases() const {
-        std::array<std::string_view, Count> out{};
-        for (std::size_t i = 0; i < Count; ++i) out[i] = texts[i];
-        return out;
-    }
+    constexpr std::size_t memberCount() const noexcept { return starts[count]; }
 };
 
 }  // namespace bouncecheck::phrases

@@ -24,7 +24,16 @@ constexpr std::array<std::string_view, cueCount> phrasesOfCues() {
     for (std::size_t i = 0; i < cueCount; ++i) phrases[i] = noticeCues[i].phrase;
     return phrases;
 }
+constexpr phrases::PackedTexts<cueCount, phrases::packedSize(noticeCues, &NoticeCue::phrase)>
+    cuePhrases(noticeCues, &NoticeCue::phrase);
 constexpr phrases::Tables<cueCount> cueTables{phrasesOfCues()};
+constexpr phrases::Matcher cueMatcher(cuePhrases.all(), cueTables);
+
+constexpr auto cues = [] {
+    std::array<Cue, cueCount> all{};
+    std::ranges::transform(noticeCues, all.begin(), &NoticeCue::cue);
+    return all;
+}();
 
 /// Receives the phrases that a pass over lines finds.
 class CueCollector {
@@ -33,11 +42,9 @@ public:
     CueCollector(std::span<Notice::Line> lines, const char* begin) : lines_(lines), begin_(begin) {}
 
     bool wants(std::size_t phrase, std::size_t at) {
-        return !lineAt(begin_ + at).has(noticeCues[phrase].cue);
+        return !lineAt(begin_ + at).has(cues[phrase]);
     }
-    void onFound(std::size_t phrase, std::size_t at) {
-        lineAt(begin_ + at).cues.add(noticeCues[phrase].cue);
-    }
+    void onFound(std::size_t phrase, std::size_t at) { lineAt(begin_ + at).cues.add(cues[phrase]); }
 
 private:
     Notice::Line& lineAt(const char* place) const {
@@ -188,7 +195,7 @@ void Notice::findCues() {
     const char* const begin = whole_.data();
     CueCollector collector(lines_, begin);
     const auto length = static_cast<std::size_t>(last.data() + last.size() - begin);
-    phrases::Matcher(cueTables).scan(std::string_view(begin, length), collector);
+    cueMatcher.scan(std::string_view(begin, length), collector);
 }
 
 /// The line that announces the returned message behind words about a failure; the number of
@@ -234,7 +241,7 @@ void Notice::cut(std::size_t line) {
 Cues cuesIn(std::string_view text) {
     Notice::Line line{.text = text};
     CueCollector collector({&line, 1}, text.data());
-    phrases::Matcher(cueTables).scan(text, collector);
+    cueMatcher.scan(text, collector);
     return line.cues;
 }
 

@@ -10,25 +10,33 @@
 namespace bouncecheck {
 namespace {
 
-constexpr std::array<std::span<const PhraseRow>, 3> kinds = {clearPhrases, fairPhrases,
-                                                             weakPhrases};
+constexpr std::array<std::size_t, 3> rowCounts = {std::size(clearPhrases), std::size(fairPhrases),
+                                                  std::size(weakPhrases)};
 
 /// Where the rows of a kind are in the one numbering that a pass goes by.
 constexpr phrases::RowRange rangeOf(PhraseKind kind) noexcept {
     phrases::RowRange range;
     for (std::size_t i = 0; i <= static_cast<std::size_t>(kind); ++i) {
         range.first = range.end;
-        range.end += kinds[i].size();
+        range.end += rowCounts[i];
     }
     return range;
 }
 
+constexpr std::size_t rowCount = rangeOf(PhraseKind::weak).end;
+
+/// The rows of all kinds; for the compiler only.
+constexpr auto allRows = [] {
+    std::array<PhraseRow, rowCount> all{};
+    auto* end = std::ranges::copy(clearPhrases, all.begin()).out;
+    end = std::ranges::copy(fairPhrases, end).out;
+    std::ranges::copy(weakPhrases, end);
+    return all;
+}();
+
 constexpr auto replyRows = [] {
-    std::array<phrases::Row, rangeOf(PhraseKind::weak).end> all{};
-    std::size_t count = 0;
-    for (const std::span<const PhraseRow> kind : kinds) {
-        for (const PhraseRow& row : kind) all[count++].text = row.phrase;
-    }
+    std::array<phrases::Row, rowCount> all{};
+    for (std::size_t i = 0; i < rowCount; ++i) all[i].text = allRows[i].phrase;
     return all;
 }();
 
@@ -55,32 +63,48 @@ static_assert(allAreSearchable(replyRows) && allAreSearchable(stageRows),
 
 constexpr phrases::RowSet temporaryRows = [] {
     phrases::RowSet set;
-    std::size_t number = 0;
-    for (const std::span<const PhraseRow> kind : kinds) {
-        for (const PhraseRow& row : kind) {
-            const bool isTemporary = std::ranges::any_of(
-                temporaryWords,
-                [&](std::string_view words) { return row.phrase.find(words) != npos; });
-            if (isTemporary || row.reason == Reason::expired) set.add(number);
-            ++number;
-        }
+    for (std::size_t i = 0; i < rowCount; ++i) {
+        const bool isTemporary = std::ranges::any_of(temporaryWords, [&](std::string_view words) {
+            return allRows[i].phrase.find(words) != npos;
+        });
+        if (isTemporary || allRows[i].reason == Reason::expired) set.add(i);
     }
     return set;
 }();
 
+/// What a row says, beside its phrase.
+struct Meaning {
+    Reason reason;
+    bool lasts;
+};
+constexpr auto meanings = [] {
+    std::array<Meaning, rowCount> all{};
+    std::ranges::transform(allRows, all.begin(), [](const PhraseRow& row) {
+        return Meaning{row.reason, row.lasts};
+    });
+    return all;
+}();
+
+PhraseRow rowAt(std::size_t number) noexcept {
+    return {catalog.texts[number], meanings[number].reason, meanings[number].lasts};
+}
+
 }  // namespace
 
-std::span<const PhraseRow> phraseRows(PhraseKind kind) noexcept {
-    return kinds[static_cast<std::size_t>(kind)];
+std::vector<PhraseRow> phraseRows(PhraseKind kind) {
+    const phrases::RowRange range = rangeOf(kind);
+    std::vector<PhraseRow> rows;
+    for (std::size_t row = range.first; row < range.end; ++row) rows.push_back(rowAt(row));
+    return rows;
 }
 
 PhraseMatches::PhraseMatches(std::string_view plain)
     : plain_(plain), found_(catalog.find(plain, {}, phrases::Engine::pass)) {}
 
-const PhraseRow* PhraseMatches::firstOf(PhraseKind kind) const noexcept {
+std::optional<PhraseRow> PhraseMatches::firstOf(PhraseKind kind) const noexcept {
     const phrases::RowRange range = rangeOf(kind);
     const std::size_t row = found_.next(range.first, range.end);
-    return row < range.end ? &phraseRows(kind)[row - range.first] : nullptr;
+    return row < range.end ? std::optional(rowAt(row)) : std::nullopt;
 }
 
 bool PhraseMatches::saysTemporary() const noexcept { return found_.meets(temporaryRows); }

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <span>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "phrases/RowSet.h"
 #include "recipients/ReasonRow.h"
@@ -20,7 +21,7 @@ enum class PhraseKind {
 };
 
 /// The rows of a table, in the order in which they count.
-std::span<const PhraseRow> phraseRows(PhraseKind kind) noexcept;
+std::vector<PhraseRow> phraseRows(PhraseKind kind);
 
 /// The phrases of the tables that stand in a text, found in one pass. Refers to the text.
 class PhraseMatches {
@@ -28,8 +29,8 @@ public:
     /// `plain` is the view of a ReplyText.
     explicit PhraseMatches(std::string_view plain);
 
-    /// The first row of a table that stands in the text; null when none does.
-    const PhraseRow* firstOf(PhraseKind kind) const noexcept;
+    /// The first row of a table that stands in the text, if one does.
+    std::optional<PhraseRow> firstOf(PhraseKind kind) const noexcept;
     /// Whether the text says that a system has given up after trying for long, or that what it
     /// is about is temporary.
     bool saysTemporary() const noexcept;

@@ -1,6 +1,7 @@
 #include "recipients/ReasonFinder.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "recipients/CodeReasons.h"
 #include "recipients/PhraseReasons.h"
@@ -123,7 +124,7 @@ private:
         if (take(matches, PhraseKind::clear, text_, false)) return;
         if (definite) return takeStatus(*definite, true);
         if (take(matches, PhraseKind::fair, text_, false)) return;
-        const PhraseRow* hint = matches.firstOf(PhraseKind::weak);
+        const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.any();
         const bool isRestated = vague == codes_.ofField && codes_.fieldRestatesReply();
         const bool isElsewhere =
@@ -147,7 +148,7 @@ private:
     }
 
     bool take(const PhraseMatches& matches, PhraseKind kind, const ReplyText& text, bool inNotice) {
-        const PhraseRow* row = matches.firstOf(kind);
+        const std::optional<PhraseRow> row = matches.firstOf(kind);
         if (!row) return false;
         const TextPart part = text.inText(matches.placeOf(*row));
         found_.reason = row->reason;

@@ -42,8 +42,8 @@ bool writeAll(int fd, const char* bytes, std::size_t size) noexcept {
 }
 
 FdBuffer::FdBuffer(int fd, std::string name)
-    : fd_(fd), name_(std::move(name)), buffer_(bufferSize) {
-    setp(buffer_.data(), buffer_.data() + buffer_.size());
+    : fd_(fd), name_(std::move(name)), buffer_(std::make_unique_for_overwrite<char[]>(bufferSize)) {
+    setp(buffer_.get(), buffer_.get() + bufferSize);
 }
 
 FdBuffer::int_type FdBuffer::overflow(int_type c) {
@@ -59,7 +59,7 @@ int FdBuffer::sync() {
 
 bool FdBuffer::writePending() noexcept {
     const bool isWritten = writeAll(fd_, pbase(), static_cast<std::size_t>(pptr() - pbase()));
-    setp(buffer_.data(), buffer_.data() + buffer_.size());
+    setp(buffer_.get(), buffer_.get() + bufferSize);
     return isWritten;
 }
 

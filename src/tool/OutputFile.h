@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <ostream>
 #include <streambuf>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "tool/TemporaryFile.h"
 #include "tool/UniqueFd.h"
@@ -30,7 +30,8 @@ private:
 
     int fd_;
     std::string name_;
-    std::vector<char> buffer_;
+    /// Not cleared: a message's line touches one page of it, a clear buffer all.
+    std::unique_ptr<char[]> buffer_;
 };
 
 /// A stream that writes to a file descriptor. What its buffer throws comes out of every

@@ -21,7 +21,6 @@ void fillStandardStreams() {
 
 int main(int argc, char** argv) {
     fillStandardStreams();
-    std::ios::sync_with_stdio(false);
     try {
         bouncecheck::FdStream out(STDOUT_FILENO, "standard output");
         return bouncecheck::runTool(argc, argv, out, std::cerr, bouncecheck::standardTerminal());
