@@ -39,9 +39,9 @@ void MimeTreeBuilder::build(Entity& root, std::string_view text, std::size_t hea
 std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
     const auto isSought = [](const OpenEntity& entity) { return !entity.delimiter.empty(); };
     if (std::ranges::none_of(open_, isSought)) return npos;
-    for (std::size_t at = from; (at = findCrLf(text_, at)) != npos;) {
-        at += crLf.size();
-        if (text_.substr(at).starts_with("--")) return at;
+    for (std::size_t at = from; (at = findPair(text_, '\n', '-', at)) != npos; ++at) {
+        const bool isLineStart = at > from && text_[at - 1] == '\r';
+        if (isLineStart && text_.substr(at + 1).starts_with("--")) return at + 1;
     }
     return npos;
 }

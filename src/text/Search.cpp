@@ -46,6 +46,26 @@ std::size_t findBytes(std::string_view text, std::string_view needle, std::size_
 #endif
 }
 
+std::size_t findPair(std::string_view text, char first, char second, std::size_t from) noexcept {
+    const auto standAt = [&](std::size_t at) {
+        return static_cast<unsigned>(text[at] == first) &
+               static_cast<unsigned>(text[at + 1] == second);
+    };
+    // Blocks without a way out are what compilers make vectors of.
+    constexpr std::size_t block = 64;
+    for (; from < text.size() && text.size() - from > block; from += block) {
+        unsigned char found = 0;
+        for (std::size_t i = 0; i < block; ++i) {
+            found = static_cast<unsigned char>(found | standAt(from + i));
+        }
+        if (found) break;
+    }
+    for (; from + 1 < text.size(); ++from) {
+        if (standAt(from)) return from;
+    }
+    return npos;
+}
+
 std::size_t findBytesNoCase(std::string_view text, std::string_view needle, std::size_t from) {
     if (from > text.size() || needle.size() > text.size() - from) return npos;
     if (needle.empty()) return from;

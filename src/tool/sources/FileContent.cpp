@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "tool/sources/SignatureTable.h"
 
 namespace bouncecheck {
@@ -35,6 +36,8 @@ unsigned octal(std::string_view digits) noexcept {
     return number;
 }
 
+constexpr ByteSet lineEndBytes("\r\n");
+
 /// Whether `first` is the header of a tar archive's first member: its checksum is right,
 /// and its name holds no line end, which the first line of a message nearly always does.
 bool isTar(std::string_view first) noexcept {
@@ -43,7 +46,7 @@ bool isTar(std::string_view first) noexcept {
     constexpr std::size_t checksumSize = 8;
     if (first.size() < decisiveBytes || first.front() == '\0') return false;
     const std::string_view name = first.substr(0, nameSize);
-    if (name.find_first_of("\r\n") != std::string_view::npos) return false;
+    if (lengthBefore(lineEndBytes, name) < name.size()) return false;
     const std::string_view checksum = first.substr(checksumAt, checksumSize);
     unsigned sum = 0;
     for (const char c : first.substr(0, decisiveBytes)) sum += static_cast<unsigned char>(c);

@@ -10,7 +10,7 @@ namespace bouncecheck {
 void FileReader::read(const FileToRead& file, std::unique_ptr<InputStream> packed, unsigned layers,
                       UnpackedSize& size) {
     const auto stream = unpacked(std::move(packed), layers, size);
-    const FileContent content = contentOf(stream->firstBytes());
+    const FileContent& content = stream->content();
     switch (content.kind) {
         case FileContent::Kind::foreign:
             throw ReadError("is " + std::string(content.name) + ", not mail");

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/Search.h"
 #include "tool/sources/Envelope.h"
 
@@ -43,21 +44,23 @@ std::string_view withoutBlankLine(std::string_view text, char lineEnd) noexcept 
     return shorter.empty() || shorter.ends_with(lineEnd) ? shorter : text;
 }
 
-/// Where "From " stands in `text`, from `at` on.
-std::size_t findFrom(std::string_view text, std::size_t at) noexcept {
-    // By its first letter, which is rare: most of what is read is passed over here.
-    while ((at = text.find('F', at)) != npos && !text.substr(at).starts_with("From ")) ++at;
-    return at;
+/// Where "From " stands behind `before` in `text`, from `at` on.
+std::size_t findFrom(std::string_view text, char before, std::size_t at) noexcept {
+    // Most of what is read is passed over here.
+    for (at -= std::min<std::size_t>(at, 1); (at = findPair(text, before, 'F', at)) != npos; ++at) {
+        if (text.substr(at + 1).starts_with("From ")) return at + 1;
+    }
+    return npos;
 }
 
 /// `text` with one '>' less before each "From " that begins a line behind them.
 std::string unquoted(std::string_view text, char lineEnd) {
     std::string out;
     std::size_t copied = 0;
-    for (std::size_t at = 0; (at = findFrom(text, at)) != npos; ++at) {
+    for (std::size_t at = 0; (at = findFrom(text, '>', at)) != npos; ++at) {
         std::size_t start = at;
         while (start > copied && text[start - 1] == '>') --start;
-        if (start == at || (start > 0 && text[start - 1] != lineEnd)) continue;
+        if (start > 0 && text[start - 1] != lineEnd) continue;
         if (copied == 0) out.reserve(text.size());
         out += text.substr(copied, at - 1 - copied);
         copied = at;
@@ -68,8 +71,7 @@ std::string unquoted(std::string_view text, char lineEnd) {
 }
 
 bool hasBareFromLine(std::string_view text, char lineEnd) noexcept {
-    const char mark[] = {lineEnd, 'F', 'r', 'o', 'm', ' '};
-    return text.starts_with("From ") || contains(text, {mark, sizeof mark});
+    return text.starts_with("From ") || findFrom(text, lineEnd, 0) != npos;
 }
 
 /// The length of the header of `text`, the blank line included; npos when its end is
@@ -166,8 +168,10 @@ void MboxReader::begin() {
     hasBegun_ = true;
     fillTo(longestEnvelope + 2);
     // Where the first line ends in a bare CR, so do the others.
-    const std::size_t end = unread().substr(0, longestEnvelope + 1).find_first_of("\r\n");
-    const bool hasBareCr = end != npos && lineEndLength(unread().substr(end), '\n') == 0;
+    constexpr ByteSet lineEndBytes("\r\n");
+    const std::string_view first = unread().substr(0, longestEnvelope + 1);
+    const std::size_t end = lengthBefore(lineEndBytes, first);
+    const bool hasBareCr = end < first.size() && lineEndLength(unread().substr(end), '\n') == 0;
     const bool isPart = kind_ == FileKind::mailboxPart;
     if (hasBareCr && !isPart && beginsWithEnvelope(unread(), '\r')) lineEnd_ = '\r';
     const bool hasEnvelope = beginsWithEnvelope(unread(), lineEnd_);
@@ -276,14 +280,13 @@ std::optional<std::size_t> MboxReader::endByLength(std::size_t& next) {
 std::size_t MboxReader::findEnvelope(std::size_t maxSize) {
     constexpr std::size_t partOfMark = std::string_view("From ").size() - 1;
     for (std::size_t at = 0;;) {
-        const std::size_t found = findFrom(unread(), at);
+        const std::size_t found = findFrom(unread(), lineEnd_, at);
         if (found == npos) {
             at = std::max(at, unread().size() - std::min(unread().size(), partOfMark));
             if (unread().size() > maxSize + chunkSize || !fill()) return npos;
             continue;
         }
         at = found + 1;
-        if (found == 0 || unread()[found - 1] != lineEnd_) continue;
         fillTo(found + longestEnvelope + 2);
         const std::string_view before = withoutLineEnd(unread().substr(0, found), lineEnd_);
         const bool behindBlankLine = before.empty() || before.ends_with(lineEnd_);

@@ -8,7 +8,7 @@ namespace bouncecheck {
 
 PeekedStream::PeekedStream(std::unique_ptr<InputStream> stream) : stream_(std::move(stream)) {
     try {
-        while (size_ < first_.size() && !atEnd_) {
+        while (size_ < decisiveBytes && !atEnd_) {
             const std::size_t count = stream_->read(std::span(first_).subspan(size_));
             size_ += count;
             atEnd_ = count == 0;
@@ -16,6 +16,7 @@ PeekedStream::PeekedStream(std::unique_ptr<InputStream> stream) : stream_(std::m
     } catch (const ReadError& error) {
         damage_ = error;
     }
+    content_ = contentOf(std::string_view(first_.data(), std::min(size_, decisiveBytes)));
 }
 
 std::size_t PeekedStream::read(std::span<char> room) {

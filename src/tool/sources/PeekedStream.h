@@ -17,8 +17,8 @@ public:
     /// behind them.
     explicit PeekedStream(std::unique_ptr<InputStream> stream);
 
-    /// As many as decide what a file is, or all.
-    std::string_view firstBytes() const noexcept { return {first_.data(), size_}; }
+    /// What the first bytes show it to be.
+    const FileContent& content() const noexcept { return content_; }
 
     std::size_t read(std::span<char> room) override;
     std::optional<std::uint64_t> sizeLeft() const override;
@@ -27,12 +27,14 @@ public:
 
 private:
     std::unique_ptr<InputStream> stream_;
-    std::array<char, decisiveBytes> first_;
+    /// More than decide: most messages are read at once.
+    std::array<char, 8192> first_;
     std::size_t size_ = 0;
     std::size_t read_ = 0;
     /// Whether the first bytes are all; a terminal is not asked twice.
     bool atEnd_ = false;
     std::optional<ReadError> damage_;
+    FileContent content_;
 };
 
 }  // namespace bouncecheck

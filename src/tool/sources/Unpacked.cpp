@@ -40,7 +40,7 @@ std::unique_ptr<PeekedStream> unpacked(std::unique_ptr<InputStream> stream, unsi
                                        UnpackedSize& size) {
     auto peeked = std::make_unique<PeekedStream>(std::move(stream));
     for (;;) {
-        const FileContent::Kind kind = contentOf(peeked->firstBytes()).kind;
+        const FileContent::Kind kind = peeked->content().kind;
         std::unique_ptr<InputStream> inner;
         if (kind == FileContent::Kind::gzip) {
             inner = std::make_unique<GzipStream>(std::move(peeked), size);
