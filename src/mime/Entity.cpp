@@ -26,7 +26,8 @@ Entity::Entity(ByteStore source) : source_(std::move(source)) {
 void Entity::readHeader(HeaderFields header, std::string_view defaultType) {
     header_ = std::move(header);
     const HeaderField* contentType = header_.find("Content-Type");
-    mediaType_ = MediaType(contentType ? contentType->unfolded() : std::string(), defaultType);
+    std::string room;
+    mediaType_ = MediaType(contentType ? contentType->unfoldedIn(room) : "", defaultType);
 }
 
 // --- Header ----------------------------------------------------------------
@@ -47,15 +48,17 @@ bool Entity::hasFieldMatching(std::string_view name, std::string_view pattern,
 const Mailbox& Entity::from() const {
     if (!from_) {
         const HeaderField* field = header_.find("From");
-        from_ = field ? parseSender(field->unfolded()) : Mailbox();
+        std::string room;
+        from_ = field ? parseSender(field->unfoldedIn(room)) : Mailbox();
     }
     return *from_;
 }
 
 std::string Entity::recipient(std::string_view name, std::size_t index) const {
+    std::string room;
     for (const HeaderField& field : header_.all()) {
         if (!ascii::equalsNoCase(field.name, name)) continue;
-        std::vector<Mailbox> mailboxes = parseMailboxes(field.unfolded(), index + 1);
+        std::vector<Mailbox> mailboxes = parseMailboxes(field.unfoldedIn(room), index + 1);
         if (mailboxes.size() > index) return std::move(mailboxes[index].address);
         index -= mailboxes.size();
     }
@@ -71,7 +74,8 @@ bool Entity::hasLines() const noexcept {
 
 TransferEncoding Entity::encoding() const {
     const HeaderField* field = header_.find("Content-Transfer-Encoding");
-    return field ? transferEncoding(field->unfolded()) : TransferEncoding::identity;
+    std::string room;
+    return field ? transferEncoding(field->unfoldedIn(room)) : TransferEncoding::identity;
 }
 
 /// The body of a leaf; part of the message where nothing is to decode.
@@ -105,7 +109,9 @@ DataBuffer Entity::rawBody() const {
 
 bool Entity::isAttachment() const {
     const HeaderField* field = header_.find("Content-Disposition");
-    return field && ParameterizedValue(field->unfolded()).head() == "attachment";
+    std::string room;
+    return field &&
+           ascii::equalsNoCase(ParameterizedValue(field->unfoldedIn(room)).head(), "attachment");
 }
 
 const Entity* Entity::firstHtml() const {

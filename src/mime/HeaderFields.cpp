@@ -95,6 +95,13 @@ std::string HeaderField::unfolded() const {
     return undeclaredToUtf8(std::move(out));
 }
 
+std::string_view HeaderField::unfoldedIn(std::string& room) const {
+    const std::string_view value = ascii::trim(rawValue);
+    const bool isAsItStands = !isCut() && asciiPrefix(value) == value.size() &&
+                              value.find('\n') == std::string_view::npos;
+    return isAsItStands ? value : room = unfolded();
+}
+
 std::string HeaderField::decoded() const {
     std::string value = unfolded();
     if (contains(value, "=?")) value = trimmed(decodeEncodedWords(value));

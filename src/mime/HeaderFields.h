@@ -20,6 +20,8 @@ struct HeaderField {
     /// one blank, trimmed, 8-bit bytes made UTF-8; encoded words as they are.
     /// For structured values, which are taken apart before they are decoded.
     std::string unfolded() const;
+    /// The same, referring to the message where nothing is to change, else to `room`.
+    std::string_view unfoldedIn(std::string& room) const;
 
     /// `unfolded` with its encoded words decoded, trimmed: the value as a person
     /// reads it.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,24 +17,37 @@ namespace bouncecheck {
 /// passed over.
 class ParameterizedValue {
 public:
-    ParameterizedValue() = default;
-    /// `value` is unfolded.
+    /// `value` is unfolded, and has to live as long.
     explicit ParameterizedValue(std::string_view value);
 
-    /// What stands before the first ';', in lower case, without comments.
-    const std::string& head() const noexcept { return head_; }
+    /// What stands before the first ';', without comments.
+    std::string_view head() const noexcept { return head_; }
 
-    /// The parameter of that name (given in lower case); "" when absent.
-    std::string_view parameter(std::string_view name) const noexcept;
+    /// The parameter of that name, whose letter case is ignored; "" when absent.
+    std::string parameter(std::string_view name) const;
 
 private:
-    struct Parameter {
-        std::string name;
-        std::string value;
-    };
+    /// One `name=value` as written: a plain parameter (`name`), an extended one
+    /// (`name*`) or a piece of one in several (`name*0`, `name*0*`).
+    struct Piece {
+        Piece(std::string_view writtenName, std::string_view writtenValue);
 
-    std::string head_;
-    std::vector<Parameter> parameters_;
+        bool isPlain() const noexcept { return !extended && !index; }
+        std::string value() const;
+
+        std::string_view name;
+        /// Without the quotes, but with the backslashes between them.
+        std::string_view written;
+        bool hasEscapes = false;
+        std::optional<unsigned> index;
+        bool extended = false;
+    };
+    class Reader;
+
+    static std::string joined(std::span<const Piece> pieces);
+
+    std::string_view head_;
+    std::vector<Piece> pieces_;
 };
 
 /// A Content-Type (RFC 2045, section 5).

@@ -11,10 +11,10 @@
 namespace bouncecheck {
 namespace {
 
-std::string delimiterOf(const MediaType& type) {
-    const std::string_view boundary = ascii::trimRight(type.boundary());
-    if (!type.isOf("multipart") || boundary.empty()) return {};
-    return std::string("--").append(boundary);
+constexpr std::string_view dashes = "--";
+
+std::string_view boundaryOf(const MediaType& type) noexcept {
+    return type.isOf("multipart") ? ascii::trimRight(type.boundary()) : std::string_view();
 }
 
 }  // namespace
@@ -24,12 +24,12 @@ void MimeTreeBuilder::build(Entity& root, std::string_view text, std::size_t hea
     builder.open_.reserve(4);
     builder.open(root, headerStart, "text/plain");
     std::size_t at = builder.position_;
-    if (!text.substr(at).starts_with("--")) at = builder.nextDashLine(at);
+    if (!text.substr(at).starts_with(dashes)) at = builder.nextDashLine(at);
     while (at != npos) {
         const std::size_t end = std::min(findCrLf(text, at), text.size());
         if (builder.onDashLine(at, ascii::trimRight(text.substr(at, end - at)))) {
             at = builder.position_;
-            if (text.substr(at).starts_with("--")) continue;
+            if (text.substr(at).starts_with(dashes)) continue;
         }
         at = builder.nextDashLine(at);
     }
@@ -37,11 +37,11 @@ void MimeTreeBuilder::build(Entity& root, std::string_view text, std::size_t hea
 }
 
 std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
-    const auto isSought = [](const OpenEntity& entity) { return !entity.delimiter.empty(); };
+    const auto isSought = [](const OpenEntity& entity) { return !entity.boundary.empty(); };
     if (std::ranges::none_of(open_, isSought)) return npos;
     for (std::size_t at = from; (at = findPair(text_, '\n', '-', at)) != npos; ++at) {
         const bool isLineStart = at > from && text_[at - 1] == '\r';
-        if (isLineStart && text_.substr(at + 1).starts_with("--")) return at + 1;
+        if (isLineStart && text_.substr(at + 1).starts_with(dashes)) return at + 1;
     }
     return npos;
 }
@@ -54,9 +54,8 @@ void MimeTreeBuilder::open(Entity& entity, std::size_t headerStart, std::string_
         defaultType);
     fields_ += entity.header_.all().size();
     position_ = headerStart + entity.header_.size();
-    std::string delimiter = delimiterOf(entity.mediaType_);
-    if (open_.size() >= limits::nesting) delimiter.clear();
-    open_.push_back({&entity, position_, std::move(delimiter)});
+    const bool mayHaveParts = open_.size() < limits::nesting;
+    open_.push_back({&entity, position_, mayHaveParts ? boundaryOf(entity.mediaType_) : ""});
 }
 
 void MimeTreeBuilder::closeDownTo(std::size_t keep, std::size_t end) {
@@ -70,17 +69,18 @@ void MimeTreeBuilder::closeDownTo(std::size_t keep, std::size_t end) {
 
 bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
     for (std::size_t i = open_.size(); i-- > 0;) {
-        std::string& delimiter = open_[i].delimiter;
-        if (delimiter.empty() || !line.starts_with(delimiter)) continue;
-        const std::string_view rest = line.substr(delimiter.size());
-        const bool isClose = rest == "--";
+        std::string_view& boundary = open_[i].boundary;
+        std::string_view rest = line.substr(dashes.size());
+        if (boundary.empty() || !rest.starts_with(boundary)) continue;
+        rest.remove_prefix(boundary.size());
+        const bool isClose = rest == dashes;
         if (!rest.empty() && !isClose) continue;
 
         // The line end before a delimiter is part of it.
         closeDownTo(i + 1, lineStart - std::min(lineStart, crLf.size()));
         position_ = lineStart + line.size();
         if (isClose || parts_ >= limits::parts) {
-            delimiter.clear();
+            boundary = {};
             return true;
         }
         ++parts_;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,9 +24,9 @@ private:
     struct OpenEntity {
         Entity* entity;
         std::size_t bodyStart;
-        /// "--" and the boundary; empty for a leaf, or when no delimiter counts
-        /// any more.
-        std::string delimiter;
+        /// What stands behind the "--" of a delimiter, in the entity; empty for a leaf, or when no
+        /// delimiter counts any more.
+        std::string_view boundary;
     };
 
     explicit MimeTreeBuilder(std::string_view text) noexcept : text_(text) {}
