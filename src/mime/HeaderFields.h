@@ -38,7 +38,7 @@ struct HeaderField {
 class HeaderFields {
 public:
     /// Room for the fields of most messages; the header of a part has fewer.
-    static constexpr std::size_t usualFields = 16;
+    static constexpr std::size_t usualFields = 32;
 
     HeaderFields() = default;
 
