@@ -192,15 +192,18 @@ public:
     /// Every place of every phrase is asked for.
     template <class OnPlace>
     void scan(std::string_view text, OnPlace& onPlace) const {
+        // Places that may match are collected first: a branch at each, which nothing foretells,
+        // would cost more than looking for it.
+        std::array<std::size_t, 256> places;
         std::size_t at = 0;
-        constexpr std::size_t group = 8;
-        for (; at + (group - 1) * stride + 8 <= text.size(); at += group * stride) {
-            std::uint32_t any = 0;
-            for (std::size_t i = 0; i < group; ++i)
-                any |= mayMatch(probe(text, at + i * stride)) << i;
-            for (; any != 0; any &= any - 1) {
-                const std::size_t place =
-                    at + stride * static_cast<std::size_t>(std::countr_zero(any));
+        while (at + 8 <= text.size()) {
+            const std::size_t end = std::min(at + places.size() * stride, text.size() - 7);
+            std::size_t count = 0;
+            for (; at < end; at += stride) {
+                places[count] = at;
+                count += mayMatch(probe(text, at));
+            }
+            for (const std::size_t place : std::span(places).first(count)) {
                 verify(text, place, probe(text, place), onPlace);
             }
         }
