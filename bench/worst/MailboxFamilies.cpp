@@ -79,6 +79,7 @@ constexpr Family families[] = {
     {"near-envelopes",
      [](std::size_t n) { return mailboxOf(n, "\nFrom 1 1 1 1 1 1 1 1 Thu Sep 18 2008\n"); },
      secondsToDivide},
+    {"lines-of-f", [](std::size_t n) { return mailboxOf(n, "F\n"); }, secondsToDivide},
     {"quoted-froms", [](std::size_t n) { return mailboxOf(n, ">>>>>>>>From \n"); },
      secondsToDivide},
     {"empty-messages",

@@ -107,6 +107,7 @@ std::string twins(std::size_t bytes, std::string_view end) {
 }
 
 constexpr Family families[] = {
+    {"dash-lines", [](std::size_t n) { return partsOf(n, "-\n"); }},
     {"parts", [](std::size_t n) { return partsOf(n, "--b\n\n"); }},
     {"parts-with-header", [](std::size_t n) { return partsOf(n, "--b\na:\n\nx\n"); }},
     {"parts-of-headers", [](std::size_t n) { return partsOf(n, "--b\nContent-Type: a/b\n"); }},

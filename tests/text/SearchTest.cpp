@@ -45,6 +45,18 @@ TEST(Search, AgreesWithThePlainSearchAndMatch) {
     }
 }
 
+TEST(Search, FindsPairsWithinAndBetweenBlocks) {
+    std::mt19937 random(20261122);
+    const std::string alphabet = "ab" + std::string(20, 'x');
+    for (std::size_t i = 0; i < 20'000; ++i) {
+        const std::string text = generated(random, 300, alphabet);
+        const std::size_t from = random() % 310;
+        SCOPED_TRACE(text);
+        ASSERT_EQ(findPair(text, 'a', 'b', from), plainFind(text, "ab", from));
+        ASSERT_EQ(findPair(text, 'b', 'b', from), plainFind(text, "bb", from));
+    }
+}
+
 TEST(Search, TakesCStrings) {
     const char *s = "a?cab\xE9", *null = nullptr;
     EXPECT_EQ(bxStrChr(s, 'a'), s);
