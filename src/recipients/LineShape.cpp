@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "recipients/tables/RuleWords.h"
 #include "text/Ascii.h"
 #include "text/ByteSet.h"
 #include "text/Search.h"
@@ -69,6 +70,9 @@ char replyClass(std::string_view line) {
     if (line.starts_with("<<<")) line = ascii::trimLeft(line.substr(3));
     return line.front();
 }
+
+/// What rules are drawn with.
+constexpr std::string_view strokes = "-=_*~#+";
 
 /// Words in front of a sender's address, without a colon.
 bool endsWithSenderWord(std::string_view before) {
@@ -178,6 +182,19 @@ bool LineShape::findLabel(std::string_view before) {
     label_ = best->kind;
     isCommand_ = best->label == "rcpt to";
     return true;
+}
+
+bool isRule(std::string_view line) {
+    return line.size() >= 2 && ascii::isOneOf(line[0], strokes) && line[1] == line[0];
+}
+
+bool isRuleOfReturned(std::string_view line) {
+    if (!isRule(line)) return false;
+    const std::size_t begin = line.find_first_not_of("-=_*~#+<>|8: ");
+    if (begin == npos) return false;
+    const std::string_view words = line.substr(begin);
+    return std::ranges::any_of(
+        ruleWords, [&](std::string_view known) { return ascii::startsWithNoCase(words, known); });
 }
 
 }  // namespace bouncecheck

@@ -10,6 +10,7 @@
 #include "mime/LineEnds.h"
 #include "mime/ReportTypes.h"
 #include "phrases/Matcher.h"
+#include "recipients/LineShape.h"
 #include "recipients/tables/NoticeCues.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -204,7 +205,11 @@ std::size_t Notice::announced() const {
     bool hasWords = false;
     for (std::size_t i = 0; i < lines_.size(); ++i) {
         const Line& line = lines_[i];
-        if (hasWords && line.has(Cue::returned) && beginsReturned(i)) return i;
+        const bool isAnnounced =
+            line.has(Cue::returned)
+                ? beginsReturned(i)
+                : !line.cues.haveTrouble() && isRuleOfReturned(ascii::trim(line.text));
+        if (hasWords && isAnnounced) return i;
         hasWords = hasWords || line.cues.haveTrouble();
     }
     return lines_.size();
@@ -214,7 +219,7 @@ std::size_t Notice::announced() const {
 /// drawn as a rule or stands alone as a heading, or a header follows.
 bool Notice::beginsReturned(std::size_t i) const {
     const std::string_view line = ascii::trim(lines_[i].text);
-    if (line.starts_with("--") || line.starts_with("==") || line.starts_with("**")) return true;
+    if (isRule(line)) return true;
     const bool isBeforeBlank = i + 1 < lines_.size() && lines_[i + 1].isBlank();
     if (line.ends_with(':') && isBeforeBlank) return true;
     if (lines_[i].isOfHeader) return false;

@@ -51,6 +51,10 @@ std::string_view sentenceOf(std::string_view line, const AddressSpan& span) {
     return ascii::trim(line.substr(begin, end - begin));
 }
 
+bool isIntroduction(std::string_view line) {
+    return line.ends_with(':') || line.ends_with(wideColon);
+}
+
 std::size_t indentOf(std::string_view line) { return line.size() - ascii::trimLeft(line).size(); }
 
 class NoticeReader {
@@ -85,8 +89,10 @@ private:
         const Notice::Line& line = notice_.lines()[number];
         const std::string_view text = ascii::trim(line.text);
         if (text.empty()) {
-            if (hasWords_) close();
+            // "The error was:" and a blank line introduce what is said.
+            if (hasWords_ && !isIntroduction(lastText_)) close();
             isListClosed_ = open_.has_value();
+            isIntroduced_ = hasWords_;
             inParagraph_ = false;
             return;
         }
@@ -94,7 +100,9 @@ private:
         isSigned_ = isSigned_ || (text == "--" && !named_[0].empty());
         const bool isQuoted = text.starts_with('>') && !text.starts_with(">>>");
         if (isSigned_ || isQuoted) return;
-        if (!std::exchange(inParagraph_, true)) readParagraph(number);
+        isBelowRule_ = isBelowRule_ || (hasReply_ && isRule(text));
+        beginsParagraph_ = !std::exchange(inParagraph_, true);
+        if (beginsParagraph_) readParagraph(number);
         wasAlone_ = std::exchange(isAlone_, false);
         if (readDialogue(text)) return;
         if (!readAddresses(line)) addWords(text);
@@ -107,7 +115,7 @@ private:
         const std::vector<Notice::Line>& lines = notice_.lines();
         const char* const begin = lines[number].text.data();
         const char* end = begin;
-        paragraphCues_ = Cues();
+        lastParagraphCues_ = std::exchange(paragraphCues_, Cues());
         for (; number < lines.size() && !lines[number].isBlank(); ++number) {
             paragraphCues_.join(lines[number].cues);
             end = lines[number].text.data() + lines[number].text.size();
@@ -209,20 +217,38 @@ private:
         return lastCues_.has(Cue::contact) && !lastCues_.has(Cue::failure);
     }
 
+    /// Whether a whole paragraph that reports a failure stands in front of the one that begins.
+    bool followsReport() const {
+        const bool isWhole = lastText_.ends_with('.') || lastText_.ends_with("。");
+        return beginsParagraph_ && isWhole && lastParagraphCues_.has(Cue::failure) &&
+               !lastParagraphCues_.has(Cue::contact);
+    }
+
+    /// Whether the line before says that the address below is the sender's: "A message sent by".
+    bool followsSender(const LineShape& shape) const {
+        return lastCues_.has(Cue::sender) && !lastCues_.has(Cue::failure) &&
+               (others_.isAddressee(shape.first()) || lastText_.ends_with(" by") ||
+                lastText_.ends_with(" from"));
+    }
+
     /// Whether `line` goes on about the recipient whose lines are being read, rather than
     /// naming another.
     bool continuesOpen(const Notice::Line& line, std::string_view address) const {
         if (!open_) return false;
         if (ascii::equalsNoCase(named_[0][*open_].address, address)) return true;
-        return hasWords_ && indentOf(line.text) > openIndent_;
+        return hasWords_ && !isIntroduced_ && indentOf(line.text) > openIndent_;
     }
 
     bool readAlone(const Notice::Line& line, const LineShape& shape) {
-        if (followsContact() || line.has(Cue::sender)) return true;
+        if (followsContact() || followsSender(shape) || line.has(Cue::sender)) return true;
         if (continuesOpen(line, shape.first())) return false;
         // The heading of the first address is that of the list.
-        if (!wasAlone_) isLone_ = !lastCues_.has(Cue::failure) && !explains(lastText_);
+        if (!wasAlone_) {
+            isLone_ = !lastCues_.has(Cue::failure) && !explains(lastText_) && !followsReport();
+        }
         isAlone_ = true;
+        // It may be in the message that came back.
+        if (isLone_ && isBelowRule_) return true;
         for (const AddressSpan& span : shape.spans()) {
             const std::size_t known = named_[0].size();
             openBlock(line, span.in(line.text));
@@ -246,9 +272,9 @@ private:
     bool readReply(const Notice::Line& line, const LineShape& shape) {
         if (open_ && hasWords_) return false;
         const std::string_view address = shape.first();
-        if (line.has(Cue::sender) || others_.isAddressee(address) || !shape.isFailureReply()) {
-            return false;
-        }
+        const bool isOfOther = line.has(Cue::sender) || others_.isAddressee(address) ||
+                               shape.isOfSender(shape.spans().front());
+        if (isOfOther || !shape.isFailureReply()) return false;
         if (const std::optional<std::size_t> known = find(address)) {
             say(*known, ascii::trim(line.text));
         } else if (const auto added = add(Tier::stated, address)) {
@@ -262,6 +288,8 @@ private:
             case LabelKind::other: return false;
             case LabelKind::unlisted:
                 if (line.has(Cue::sender) || line.has(Cue::contact)) return false;
+                // "550 Blocked sender: me@own.example"
+                if (!named_[0].empty() && others_.isAddressee(shape.first())) return false;
                 if (!line.has(Cue::failure) && !explains(line.text)) {
                     readSentence(line, shape);
                     return false;
@@ -318,6 +346,7 @@ private:
     void close() {
         open_.reset();
         hasWords_ = false;
+        isIntroduced_ = false;
         isListed_ = false;
         isListClosed_ = false;
     }
@@ -330,6 +359,7 @@ private:
     }
     void say(std::size_t recipient, std::string_view words) {
         named_[0][recipient].said.append(words).append("\n");
+        hasReply_ = true;
     }
 
     std::optional<std::size_t> find(std::string_view address) const {
@@ -379,14 +409,21 @@ private:
     std::optional<std::size_t> open_;
     std::size_t openIndent_ = 0;
     bool hasWords_ = false;
+    /// Whether a blank line has followed words that introduce more of them.
+    bool isIntroduced_ = false;
     /// Whether another address stands directly in front of it, of which nothing is said.
     bool isListed_ = false;
     /// Whether a blank line has followed.
     bool isListClosed_ = false;
     bool inParagraph_ = false;
+    bool beginsParagraph_ = false;
     bool isSigned_ = false;
+    /// Whether something was said of a recipient, and whether a rule was drawn below that.
+    bool hasReply_ = false;
+    bool isBelowRule_ = false;
     std::string_view paragraph_;
     Cues paragraphCues_;
+    Cues lastParagraphCues_;
     /// Whether the paragraph says why; nothing while it has not been asked.
     std::optional<bool> isExplained_;
     /// Those of the line before that was not blank.

@@ -33,6 +33,17 @@ TEST(Advice, IsNotAboutBystanders) {
          "a@x.example"},
         {"550 5.7.1 <c@x.example>: mail from this address is refused\n<a@x.example>: no\n",
          "a@x.example"},
+        {"A message sent by\n\n  <me@own.example>\n\nfailed. The following address failed:\n\n"
+         "  a@x.example\n    no such user\n",
+         "a@x.example"},
+        {"<a@x.example>:\n\n550 Manually blocked sender: me@own.example\n", "a@x.example"},
+        {"Your message to a@x.example was refused:\n550 Blocked. Write c@x.example\n",
+         "a@x.example"},
+        // below a rule, where the returned message may be
+        {"  a@x.example    mailbox full\n\n________\nThe new list:\n\nc@x.example\n",
+         "a@x.example"},
+        {"a@x.example: full\n--------\nIt did not reach either\n\nb@x.example\n",
+         "a@x.example; b@x.example"},
         // addressees count where no better one is
         {"To: a@x.example\nSent: today\n", "a@x.example"},
         {"To: c@x.example\n\n<a@x.example>: user unknown\n", "a@x.example"},
@@ -70,6 +81,21 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "not there, it says: " +
              gone,
          "a@x.example policy fix"},
+        // words that introduce the reply
+        {"As to your message to\n\n  a@x.example\n\nit failed for this reason:\n\n  " + gone,
+         "a@x.example unknown-mailbox suppress"},
+        {"not delivered:\n\n  a@x.example\n\nThe error was:\n\n    b@x.example: " + gone,
+         "a@x.example other retry; b@x.example unknown-mailbox suppress"},
+        // a paragraph, or a heading, in front of the address
+        {"Nobody has this address. It could not be delivered.\n\n  a@x.example\n\n" + gone,
+         "a@x.example unknown-mailbox suppress"},
+        {"It could not be delivered: user unknown.\n\na@x.example\n",
+         "a@x.example unknown-mailbox suppress"},
+        {"It could not be delivered: user unknown.\nOur desk:\n\na@x.example\n",
+         "a@x.example unknown-mailbox retry"},
+        // a delay, and why
+        {"Your mail to a@x.example is still being retried.\n\n421 4.7.0 unusual rate of mail",
+         "a@x.example rate-limit retry"},
         // for the time being
         {"<a@x.example>: 450 4.1.1 user unknown", "a@x.example unknown-mailbox retry"},
         {"Your mail to a@x.example was not delivered. The server said:\n\n450 4.1.1 user unknown",

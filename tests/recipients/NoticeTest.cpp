@@ -24,6 +24,14 @@ TEST(Notice, EndsWhereTheReturnedMessageBegins) {
         {"Originalnachricht:\n\nhallo\n\n", true},
         {"Исходное сообщение:\n\nhallo\n\n", true},
         {"The first 50 lines of your message follow:\n\nhello\n\n", true},
+        // drawn with other strokes, and in other words
+        {"=== cut ===\nhello\n\n", true},
+        {"___ original message ___\n\nhello\n\n", true},
+        {"~~~ Mensaje original ~~~\nhola\n\n", true},
+        {"----- 元のメール -----\nhello\n\n", true},
+        {"*** Your message could not be delivered ***\n\n", false},
+        {"--- Cause of the failure ---\n\n", false},
+        {"Original message sizes vary.\n\n", false},
         {"A copy of the message is kept.\n\n", false},
         {"The original message follows.\n\nhttps://x.example/\n\n", false},
         // a header without words

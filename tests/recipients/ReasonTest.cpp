@@ -82,6 +82,14 @@ TEST(Reason, GoesByWhatRepliesSay) {
          "\xD0\x9F\xD0\xBE\xD0\xBB\xD1\x83\xD1\x87\xD0\xB0\xD1\x82\xD0\xB5\xD0\xBB\xD1\x8C "
          "\xD0\xBD\xD0\xB5 \xD0\xBD\xD0\xB0\xD0\xB9\xD0\xB4\xD0\xB5\xD0\xBD",
          "unknown-mailbox", "suppress"},
+        {"", "can't create user output file. procmail: Quota exceeded while writing",
+         "mailbox-full", "retry"},
+        {"", "vacation: no such user. 554 |vacation... Unknown mailer error 2", "system", "retry"},
+        {"", "Unknown subscriber", "unknown-mailbox", "suppress"},
+        {"", "La boîte aux lettres du client est pleine", "mailbox-full", "retry"},
+        {"", "A conta está desativada", "inactive-mailbox", "suppress"},
+        {"", "Unscannable attachment", "content", "fix"},
+        {"", "Conta inexistente, cuenta inexistente", "unknown-mailbox", "suppress"},
         {"", "", "other", "retry"},
     };
     for (const Case& c : cases) {

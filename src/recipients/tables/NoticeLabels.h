@@ -30,7 +30,7 @@ inline constexpr auto wideMarks = std::to_array<std::string_view>({"•", "·", 
 
 /// Words in front of the address of a sender, or of whom a text greets.
 inline constexpr auto senderWords = std::to_array<std::string_view>(
-    {"from", "by", "sender", "hello", "hi", "dear", "contact", "ask", "at", "cc", "von", "de", "par",
+    {"from", "by", "sender", "hello", "hi", "dear", "contact", "ask", "write", "at", "cc", "von", "de", "par",
      "l'expéditeur", "por", "da", "van", "od", "från", "fra", "от"});
 
 /// What stands between the last two addresses of a list.
