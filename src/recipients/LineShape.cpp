@@ -35,19 +35,24 @@ bool isJoint(std::string_view text) {
         joiningWords, [&](std::string_view word) { return ascii::equalsNoCase(text, word); });
 }
 
-/// `text` without the word that begins a link to an address.
-std::string_view withoutMailto(std::string_view text) {
-    constexpr std::string_view mailto = "mailto:";
-    if (text.size() >= mailto.size() &&
-        ascii::equalsNoCase(text.substr(text.size() - mailto.size()), mailto)) {
-        text.remove_suffix(mailto.size());
+/// `text` without the word that begins a link to an address, or names its type: "SMTP <a@b>".
+std::string_view withoutType(std::string_view text) {
+    static constexpr auto types =
+        std::to_array<std::string_view>({"mailto:", "smtp", "smtp:", "rfc822;"});
+    std::string_view word = text;
+    while (!word.empty() && ascii::isOneOf(word.back(), " <")) word.remove_suffix(1);
+    if (word.empty() || !ascii::isOneOf(word.back(), ":;pP")) return text;
+    for (const std::string_view type : types) {
+        if (word.size() < type.size()) continue;
+        const std::size_t begin = word.size() - type.size();
+        if (ascii::equalsNoCase(word.substr(begin), type)) return word.substr(0, begin);
     }
     return text;
 }
 
 /// Whether `before` begins a list entry: nothing, a mark, or a number with a point.
 bool beginsEntry(std::string_view before) {
-    before = withoutMailto(before);
+    before = withoutType(before);
     std::string_view trimmed = ascii::trim(before);
     std::size_t digits = 0;
     while (digits < trimmed.size() && digits < 4 && ascii::isDigit(trimmed[digits])) ++digits;
@@ -141,7 +146,7 @@ bool LineShape::isAlone() const {
     std::size_t end = 0;
     for (const AddressSpan& span : spans_) {
         const std::string_view between = line_.substr(end, span.begin - end);
-        if (end == 0 ? !beginsEntry(between) : !isFrame(withoutMailto(between))) return false;
+        if (end == 0 ? !beginsEntry(between) : !isFrame(withoutType(between))) return false;
         end = span.end;
     }
     return isFrame(line_.substr(end));
@@ -149,7 +154,7 @@ bool LineShape::isAlone() const {
 
 bool LineShape::findLabel(std::string_view before) {
     before = ascii::trimRight(before);
-    before = ascii::trimRight(withoutMailto(before));
+    before = ascii::trimRight(withoutType(before));
     while (!before.empty() && ascii::isOneOf(before.back(), "<\"'([")) {
         before = ascii::trimRight(before.substr(0, before.size() - 1));
     }
@@ -185,7 +190,7 @@ bool LineShape::findLabel(std::string_view before) {
 }
 
 bool isRule(std::string_view line) {
-    return line.size() >= 2 && ascii::isOneOf(line[0], strokes) && line[1] == line[0];
+    return line.size() >= 2 && line[1] == line[0] && ascii::isOneOf(line[0], strokes);
 }
 
 bool isRuleOfReturned(std::string_view line) {

@@ -205,14 +205,17 @@ std::size_t Notice::announced() const {
     bool hasWords = false;
     for (std::size_t i = 0; i < lines_.size(); ++i) {
         const Line& line = lines_[i];
-        const bool isAnnounced =
-            line.has(Cue::returned)
-                ? beginsReturned(i)
-                : !line.cues.haveTrouble() && isRuleOfReturned(ascii::trim(line.text));
-        if (hasWords && isAnnounced) return i;
+        if (hasWords && announces(i)) return i;
         hasWords = hasWords || line.cues.haveTrouble();
     }
     return lines_.size();
+}
+
+/// Whether line number `i` announces the returned message.
+bool Notice::announces(std::size_t i) const {
+    const Line& line = lines_[i];
+    if (line.has(Cue::returned)) return beginsReturned(i);
+    return !line.cues.haveTrouble() && isRuleOfReturned(ascii::trimLeft(line.text));
 }
 
 /// Whether line number `i`, which has words that announce the returned message, does so: it is

@@ -46,6 +46,7 @@ private:
     std::size_t divide();
     void findCues();
     std::size_t announced() const;
+    bool announces(std::size_t line) const;
     bool beginsReturned(std::size_t line) const;
     void cut(std::size_t line);
 

@@ -219,7 +219,7 @@ private:
 
     /// Whether a whole paragraph that reports a failure stands in front of the one that begins.
     bool followsReport() const {
-        const bool isWhole = lastText_.ends_with('.') || lastText_.ends_with("。");
+        const bool isWhole = lastText_.ends_with('.') || lastText_.ends_with(wideStop);
         return beginsParagraph_ && isWhole && lastParagraphCues_.has(Cue::failure) &&
                !lastParagraphCues_.has(Cue::contact);
     }

@@ -89,6 +89,11 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "La boîte aux lettres du client est pleine", "mailbox-full", "retry"},
         {"", "A conta está desativada", "inactive-mailbox", "suppress"},
         {"", "Unscannable attachment", "content", "fix"},
+        {"", "weil die Adresse nicht existiert", "unknown-mailbox", "retry"},
+        {"", "n'est pas répertorié dans l'annuaire Domino", "unknown-mailbox", "suppress"},
+        {"", "Uw bericht is als spam aangemerkt", "content", "fix"},
+        {"", "Wiadomość jest zbyt duża", "message-too-large", "fix"},
+        {"", "Il server di destinazione non risponde", "unreachable", "retry"},
         {"", "Conta inexistente, cuenta inexistente", "unknown-mailbox", "suppress"},
         {"", "", "other", "retry"},
     };

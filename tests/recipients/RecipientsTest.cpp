@@ -114,6 +114,8 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
         {"could not be delivered to\na@x.example, b@x.example;\n", "a@x.example; b@x.example"},
         {"Delivery has failed:\n\na@x.example<mailto:a@x.example>\nThe box is gone.",
          "a@x.example"},
+        {"The following addresses were unknown:\n\nSMTP <a@x.example>\nrfc822;b@x.example\n",
+         "a@x.example; b@x.example"},
         // in front of what is said of it
         {"<a@x.example>:\nSorry, no mailbox here by that name. (#5.1.1)\n\n"
          "<b@x.example>:\n192.0.2.1 does not like recipient.\n",
@@ -134,6 +136,9 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
         {"Failed Recipient: a@x.example\nReason: Remote host said: 550 no such user\n",
          "a@x.example"},
         {"Message details:\n  MAIL FROM: me@own.example\n  RCPT TO: a@x.example\n", "a@x.example"},
+        {"メールは受信されませんでした。\n\n送信先: a@x.example\n", "a@x.example"},
+        {"메일을 전달하지 못했습니다.\n받는 사람: a@x.example\n", "a@x.example"},
+        {"Η παράδοση στους ακόλουθους παραλήπτες απέτυχε:\n\na@x.example\n", "a@x.example"},
         {"收件人：a@x.example\n退信原因：不存在\n", "a@x.example"},
         // a dialogue
         {"   ----- Transcript of session follows -----\n>>> RCPT To:<a@x.example>\n"

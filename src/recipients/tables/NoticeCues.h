@@ -724,6 +724,8 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::failure, "no pudo entregarse"},
     {Cue::failure, "non è stata consegnata"},
     {Cue::failure, "mancata consegna"},
+    {Cue::failure, "受信されませんでした"},
+    {Cue::failure, "addresses were unknown"},
 });
 
 }  // namespace bouncecheck

@@ -26,6 +26,7 @@ struct NoticeLabel {
 /// Marks that are not ASCII and may stand around an address that is alone on a line: bullets,
 /// blanks, quotation marks, and the colon that Chinese and Japanese texts have.
 inline constexpr std::string_view wideColon = "：";
+inline constexpr std::string_view wideStop = "。";
 inline constexpr auto wideMarks = std::to_array<std::string_view>({"•", "·", "　", "\u00A0", "«", "»", "“", "”", "„", wideColon});
 
 /// Words in front of the address of a sender, or of whom a text greets.
@@ -98,6 +99,11 @@ inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::recipient, "Получатель"},
     {LabelKind::recipient, "受信者"},
     {LabelKind::recipient, "宛先"},
+    {LabelKind::recipient, "送信先"},
+    {LabelKind::recipient, "받는사람"},
+    {LabelKind::recipient, "받는 사람"},
+    {LabelKind::recipient, "수신자"},
+    {LabelKind::recipient, "收信人"},
     {LabelKind::recipient, "メールアドレス"},
     {LabelKind::recipient, "收件人"},
     {LabelKind::recipient, "收件人邮件地址"},
