@@ -72,7 +72,11 @@ public:
             if (isSharing) stated[i].said.append(shared_);
         }
         for (TextRecipient& one : stated) one.isLone = one.isLone && !saysWhy(one.said);
-        dropAccepted(stated);
+        // Sentences say more than an address for which there is no reason to stand there.
+        if (std::ranges::all_of(stated, &TextRecipient::isLone) && !named_[1].empty()) {
+            return std::move(named_[1]);
+        }
+        dropOthers(stated);
         dropAddressees(stated);
         for (std::vector<TextRecipient>& tier : named_) {
             if (!tier.empty()) return std::move(tier);
@@ -214,7 +218,12 @@ private:
 
     /// Whether the line before says that the addresses below are those of people who help.
     bool followsContact() const {
-        return lastCues_.has(Cue::contact) && !lastCues_.has(Cue::failure);
+        if (!lastCues_.has(Cue::contact) || !lastCues_.has(Cue::failure)) {
+            return lastCues_.has(Cue::contact);
+        }
+        // "The mailbox is full. Please contact:"
+        const std::size_t stop = lastText_.rfind(". ");
+        return stop != npos && cuesIn(lastText_.substr(stop + 2)).has(Cue::contact);
     }
 
     /// Whether a whole paragraph that reports a failure stands in front of the one that begins.
@@ -247,12 +256,11 @@ private:
             isLone_ = !lastCues_.has(Cue::failure) && !explains(lastText_) && !followsReport();
         }
         isAlone_ = true;
-        // It may be in the message that came back.
-        if (isLone_ && isBelowRule_) return true;
         for (const AddressSpan& span : shape.spans()) {
             const std::size_t known = named_[0].size();
             openBlock(line, span.in(line.text));
             if (open_ == known) named_[0][*open_].isLone = isLone_;
+            if (open_ == known && isLone_ && isBelowRule_) belowRule_.insert(known);
         }
         return true;
     }
@@ -380,13 +388,17 @@ private:
     }
 
     /// Of the recipients of a dialogue those have not failed whom the server accepted, while
-    /// something was said of others.
-    void dropAccepted(std::vector<TextRecipient>& stated) const {
+    /// something was said of others. What stands below a rule for no reason may be in the message
+    /// that came back.
+    void dropOthers(std::vector<TextRecipient>& stated) const {
         const auto isSaid = [](const TextRecipient& one) { return !one.said.empty(); };
-        if (accepted_.empty() || std::ranges::none_of(stated, isSaid)) return;
+        const bool hasAccepted = !accepted_.empty() && std::ranges::any_of(stated, isSaid);
+        if (!hasAccepted && belowRule_.empty()) return;
         std::vector<TextRecipient> failed;
         for (std::size_t i = 0; i < stated.size(); ++i) {
-            if (isSaid(stated[i]) || !accepted_.contains(i)) failed.push_back(std::move(stated[i]));
+            const bool isAccepted = hasAccepted && !isSaid(stated[i]) && accepted_.contains(i);
+            const bool isReturned = stated[i].isLone && belowRule_.contains(i);
+            if (!isAccepted && !isReturned) failed.push_back(std::move(stated[i]));
         }
         stated = std::move(failed);
     }
@@ -442,6 +454,8 @@ private:
     static constexpr std::size_t mostSharing = 100;
     std::string shared_;
     std::unordered_set<std::size_t> answered_;
+    /// Those who stand below a rule, without a heading.
+    std::unordered_set<std::size_t> belowRule_;
     /// Those whom the server of a dialogue took.
     std::unordered_set<std::size_t> accepted_;
 };

@@ -44,6 +44,12 @@ TEST(Advice, IsNotAboutBystanders) {
          "a@x.example"},
         {"a@x.example: full\n--------\nIt did not reach either\n\nb@x.example\n",
          "a@x.example; b@x.example"},
+        {"----\na@x.example\nover quota\n----\nb@x.example\nno such user\n----\nc@x.example\n",
+         "a@x.example; b@x.example"},
+        // people who help, or who write the notice
+        {"a@x.example\nover quota. For help please contact:\n\nc@x.example\n", "a@x.example"},
+        {"Your mail to a@x.example could not be delivered.\n\nThe Mail Team\n\nc@x.example\n",
+         "a@x.example"},
         // addressees count where no better one is
         {"To: a@x.example\nSent: today\n", "a@x.example"},
         {"To: c@x.example\n\n<a@x.example>: user unknown\n", "a@x.example"},
@@ -117,6 +123,8 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         {"User not found: a@x.example\nUser mailbox exceeds allowed size: b@x.example\n",
          "a@x.example unknown-mailbox suppress; b@x.example mailbox-full retry"},
         // to the sender
+        {"<a@x.example>: Die Adresse des Absenders existiert nicht", "a@x.example policy fix"},
+        {"<a@x.example>: 发件人地址不存在", "a@x.example policy fix"},
         {"<a@x.example>: host said: " + gone + " (in reply to MAIL FROM command)",
          "a@x.example policy fix"},
         {"  a@x.example\n    SMTP error after MAIL FROM:<me@own.example>:\n    " + gone,
