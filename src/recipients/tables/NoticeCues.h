@@ -726,6 +726,20 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::failure, "mancata consegna"},
     {Cue::failure, "受信されませんでした"},
     {Cue::failure, "addresses were unknown"},
+    {Cue::failure, "a été refusé"},
+    {Cue::failure, "geweigerd"},
+    {Cue::failure, "odrzucon"},
+    {Cue::failure, "отклонен"},
+    {Cue::failure, "отклонён"},
+    {Cue::failure, "avvisades"},
+    {Cue::failure, "ble avvist"},
+    {Cue::failure, "blev afvist"},
+    {Cue::failure, "refused your"},
+    {Cue::failure, "kon niet"},
+    {Cue::failure, "reddedildi"},
+    {Cue::failure, "visszautasít"},
+    {Cue::failure, "odmítnut"},
+    {Cue::failure, "拒绝接收"},
 });
 
 }  // namespace bouncecheck
