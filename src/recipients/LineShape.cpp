@@ -139,7 +139,26 @@ LineShape::Kind LineShape::kindOf() {
         return Kind::leading;
     }
     if (beginsWithReplyCode(line_)) return Kind::reply;
-    return findLabel(before) ? Kind::labelled : Kind::sentence;
+    if (findLabel(before)) return Kind::labelled;
+    return isNamed() ? Kind::named : Kind::sentence;
+}
+
+bool LineShape::isNamed() const {
+    const AddressSpan& span = spans_.front();
+    std::string_view name = line_.substr(0, span.begin);
+    if (spans_.size() > 1 || !name.ends_with('<') || !isFrame(line_.substr(span.end))) return false;
+    name = ascii::trim(name.substr(0, name.size() - 1));
+    constexpr int mostWords = 5;
+    int words = 0;
+    while (!name.empty()) {
+        // Beyond ASCII any letter may be a capital.
+        const char first = name.front();
+        const bool isName =
+            !ascii::isAscii(first) || (first >= 'A' && first <= 'Z') || first == '"';
+        if (!isName || ++words > mostWords) return false;
+        name = ascii::trimLeft(name.substr(std::min(name.find(' '), name.size())));
+    }
+    return words > 0 && !endsWithSenderWord(line_.substr(0, span.begin));
 }
 
 bool LineShape::isAlone() const {

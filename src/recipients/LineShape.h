@@ -21,6 +21,8 @@ public:
         reply,
         /// A label and an address.
         labelled,
+        /// A name and an address in brackets: "Ann Bee <a@b.example>".
+        named,
         /// An address among words, or none.
         sentence,
     };
@@ -51,6 +53,7 @@ public:
 private:
     Kind kindOf();
     bool isAlone() const;
+    bool isNamed() const;
     bool findLabel(std::string_view before);
 
     std::string_view line_;

@@ -148,15 +148,34 @@ private:
         return finding.basis == ReasonBasis::phrase && finding.isSure;
     }
 
+    /// What follows the first of `marks` that `text` begins with; nothing where none does.
+    static std::optional<std::string_view> behindMark(std::string_view text,
+                                                      std::span<const std::string_view> marks) {
+        for (const std::string_view mark : marks) {
+            if (text.starts_with(mark)) return ascii::trim(text.substr(mark.size()));
+        }
+        return std::nullopt;
+    }
+
     /// Whether `text` is what a client said: ">>> RCPT TO:<a@b.example>".
     static bool isCommand(std::string_view text) {
         static constexpr auto verbs = std::to_array<std::string_view>(
             {"RCPT", "MAIL", "DATA", "EHLO", "HELO", "LHLO", "AUTH", "STARTTLS", "QUIT"});
-        if (!text.starts_with(">>>")) return false;
-        text = ascii::trim(text.substr(3));
-        return text.empty() || std::ranges::any_of(verbs, [&](std::string_view verb) {
-                   return ascii::startsWithNoCase(text, verb);
+        static constexpr auto marks = std::to_array<std::string_view>({">>>", "-->", "C: "});
+        const std::optional<std::string_view> command = behindMark(text, marks);
+        if (!command) return false;
+        return command->empty() || std::ranges::any_of(verbs, [&](std::string_view verb) {
+                   return ascii::startsWithNoCase(*command, verb);
                });
+    }
+
+    /// What a server said: "<<< 550 no such user".
+    static std::optional<std::string_view> replyIn(std::string_view text) {
+        static constexpr auto marks = std::to_array<std::string_view>({"<<<", "<--", "S: "});
+        const std::optional<std::string_view> reply = behindMark(text, marks);
+        const bool isReply = reply && (text.starts_with("<<<") ||
+                                       (!reply->empty() && ascii::isDigit(reply->front())));
+        return isReply ? reply : std::nullopt;
     }
 
     /// Reads ">>> RCPT TO:<a@b.example>" and "<<< 550 no such user".
@@ -171,8 +190,9 @@ private:
             isSharedReply_ = !isRecipient;
             return true;
         }
-        if (!text.starts_with("<<<")) return false;
-        const std::string_view reply = ascii::trim(text.substr(3));
+        const std::optional<std::string_view> said = replyIn(text);
+        if (!said) return false;
+        const std::string_view reply = *said;
         // Commands may have been sent ahead of their replies, which then say whom they are about.
         const std::vector<AddressSpan> spans = findAddresses(reply);
         std::optional<std::size_t> about = command_;
@@ -186,6 +206,8 @@ private:
         const bool namesOther = std::ranges::any_of(
             spans, [&](const AddressSpan& span) { return !others_.isAddressee(span.in(reply)); });
         if (!isSharedReply_ || (namesOther && named_[0].empty())) return false;
+        // What was accepted says nothing of the failure.
+        if (reply.starts_with('2') || reply.starts_with('3')) return true;
         if (shared_.size() < mostShared) shared_.append(wholeCharacters(reply, mostShared)) += '\n';
         return true;
     }
@@ -211,6 +233,7 @@ private:
             case LineShape::Kind::leading: return readLeading(line, shape);
             case LineShape::Kind::reply: return readReply(line, shape);
             case LineShape::Kind::labelled: return readLabelled(line, shape);
+            case LineShape::Kind::named: return readNamed(line, shape);
             case LineShape::Kind::sentence: readSentence(line, shape); return false;
         }
         return false;
@@ -262,6 +285,21 @@ private:
             if (open_ == known) named_[0][*open_].isLone = isLone_;
             if (open_ == known && isLone_ && isBelowRule_) belowRule_.insert(known);
         }
+        return true;
+    }
+
+    /// Below a heading, or among others of a list, a name and an address stand for a recipient;
+    /// elsewhere they may be a signature.
+    bool readNamed(const Notice::Line& line, const LineShape& shape) {
+        const bool isNext = namedIndent_ == indentOf(line.text) && (open_ || explains(lastText_));
+        const bool hasHeading = lastCues_.has(Cue::failure) && lastText_.ends_with(':');
+        if (!isNext && !(hasHeading && !followsContact())) {
+            readSentence(line, shape);
+            return false;
+        }
+        if (line.has(Cue::sender) || line.has(Cue::contact)) return false;
+        openBlock(line, shape.first());
+        namedIndent_ = openIndent_;
         return true;
     }
 
@@ -423,6 +461,8 @@ private:
     bool hasWords_ = false;
     /// Whether a blank line has followed words that introduce more of them.
     bool isIntroduced_ = false;
+    /// That of the last recipient who stands there by name.
+    std::optional<std::size_t> namedIndent_;
     /// Whether another address stands directly in front of it, of which nothing is said.
     bool isListed_ = false;
     /// Whether a blank line has followed.

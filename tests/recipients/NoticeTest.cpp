@@ -137,6 +137,12 @@ TEST(Notice, GivesTheRepliesOfADialogueToTheirRecipients) {
         {data +
              "<<< 552 5.3.4 Message size exceeds limit\n550 5.1.1 <a@x.example>... User unknown\n",
          "a@x.example unknown-mailbox suppress; b@x.example message-too-large fix"},
+        // as other systems mark both sides
+        {"--> MAIL From:<me@own.example>\n<-- 250 2.1.0 Ok\n--> RCPT To:<a@x.example>\n<-- 250 Ok\n"
+         "--> RCPT To:<b@x.example>\n<-- 550 5.1.1 unknown user\n--> QUIT\n",
+         "b@x.example unknown-mailbox suppress"},
+        {"C: RCPT TO:<a@x.example>\nS: 250 Ok\nC: RCPT TO:<b@x.example>\nS: 452 4.2.2 Full\n",
+         "b@x.example mailbox-full retry"},
         // a person's quotation marks are no dialogue
         {"could not be delivered:\n>>> I wrote to c@y.example\n<a@x.example>: user unknown\n",
          "a@x.example unknown-mailbox suppress"},

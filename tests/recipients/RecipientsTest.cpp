@@ -116,6 +116,12 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
          "a@x.example"},
         {"The following addresses were unknown:\n\nSMTP <a@x.example>\nrfc822;b@x.example\n",
          "a@x.example; b@x.example"},
+        // behind a name
+        {"could not be delivered to:\n\nAnn Ay <a@x.example>\n  No such user\n\nBob <b@x.example>\n"
+         "  Mailbox is full\n\nRegards,\nCleo Cee <c@x.example>\n",
+         "a@x.example; b@x.example"},
+        {"could not be delivered to a@x.example.\n\nRegards,\nCleo Cee <c@x.example>\n",
+         "a@x.example"},
         // in front of what is said of it
         {"<a@x.example>:\nSorry, no mailbox here by that name. (#5.1.1)\n\n"
          "<b@x.example>:\n192.0.2.1 does not like recipient.\n",
