@@ -10,8 +10,10 @@
 
 #include <bouncecheck/Limits.h>
 #include "recipients/AddressSpans.h"
+#include "recipients/DialogueLine.h"
 #include "recipients/LineShape.h"
 #include "recipients/ReasonFinder.h"
+#include "recipients/Sentence.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
@@ -22,34 +24,6 @@ namespace {
 /// How much an address that a line names has to do with the failure.
 enum class Tier { stated, sentence, addressee };
 constexpr std::size_t tiers = 3;
-
-/// What `line` says from the start of `sentence` on, as far as it is near and names nobody else.
-/// A reply may follow in a sentence of its own.
-std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
-    constexpr std::size_t near = 600;
-    const auto begin = static_cast<std::size_t>(sentence.data() - line.data());
-    const std::size_t end = begin + sentence.size();
-    std::string_view after = wholeCharacters(line.substr(end), near);
-    // Not even the start of another address.
-    if (const std::size_t at = after.find('@'); at != npos) {
-        after = after.substr(0, after.substr(0, at).find_last_of(" \t") + 1);
-    }
-    return ascii::trimRight(line.substr(begin, sentence.size() + after.size()));
-}
-
-/// The sentence of `line` that `span` stands in, or what of it is near.
-std::string_view sentenceOf(std::string_view line, const AddressSpan& span) {
-    constexpr std::size_t near = 300;
-    constexpr std::string_view stop = ". ";
-    std::size_t first = span.begin - std::min(span.begin, near);
-    while (first < span.begin && continuesCharacter(line[first])) ++first;
-    const std::string_view before = line.substr(first, span.begin - first);
-    const std::string_view after = wholeCharacters(line.substr(span.end), near);
-    const std::size_t last = before.rfind(stop);
-    const std::size_t begin = last == npos ? first : first + last + stop.size();
-    const std::size_t end = span.end + std::min(after.find(stop), after.size());
-    return ascii::trim(line.substr(begin, end - begin));
-}
 
 bool isIntroduction(std::string_view line) {
     return line.ends_with(':') || line.ends_with(wideColon);
@@ -148,39 +122,9 @@ private:
         return finding.basis == ReasonBasis::phrase && finding.isSure;
     }
 
-    /// What follows the first of `marks` that `text` begins with; nothing where none does.
-    static std::optional<std::string_view> behindMark(std::string_view text,
-                                                      std::span<const std::string_view> marks) {
-        for (const std::string_view mark : marks) {
-            if (text.starts_with(mark)) return ascii::trim(text.substr(mark.size()));
-        }
-        return std::nullopt;
-    }
-
-    /// Whether `text` is what a client said: ">>> RCPT TO:<a@b.example>".
-    static bool isCommand(std::string_view text) {
-        static constexpr auto verbs = std::to_array<std::string_view>(
-            {"RCPT", "MAIL", "DATA", "EHLO", "HELO", "LHLO", "AUTH", "STARTTLS", "QUIT"});
-        static constexpr auto marks = std::to_array<std::string_view>({">>>", "-->", "C: "});
-        const std::optional<std::string_view> command = behindMark(text, marks);
-        if (!command) return false;
-        return command->empty() || std::ranges::any_of(verbs, [&](std::string_view verb) {
-                   return ascii::startsWithNoCase(*command, verb);
-               });
-    }
-
-    /// What a server said: "<<< 550 no such user".
-    static std::optional<std::string_view> replyIn(std::string_view text) {
-        static constexpr auto marks = std::to_array<std::string_view>({"<<<", "<--", "S: "});
-        const std::optional<std::string_view> reply = behindMark(text, marks);
-        const bool isReply = reply && (text.starts_with("<<<") ||
-                                       (!reply->empty() && ascii::isDigit(reply->front())));
-        return isReply ? reply : std::nullopt;
-    }
-
     /// Reads ">>> RCPT TO:<a@b.example>" and "<<< 550 no such user".
     bool readDialogue(std::string_view text) {
-        if (isCommand(text)) {
+        if (isDialogueCommand(text)) {
             const std::vector<AddressSpan> spans = findAddresses(text);
             command_.reset();
             const bool isRecipient = containsNoCase(text.substr(0, 14), "RCPT");
@@ -190,7 +134,7 @@ private:
             isSharedReply_ = !isRecipient;
             return true;
         }
-        const std::optional<std::string_view> said = replyIn(text);
+        const std::optional<std::string_view> said = dialogueReply(text);
         if (!said) return false;
         const std::string_view reply = *said;
         // Commands may have been sent ahead of their replies, which then say whom they are about.

@@ -1,0 +1,42 @@
+#include "recipients/DialogueLine.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "text/Ascii.h"
+
+namespace bouncecheck {
+namespace {
+
+/// What follows the first of `marks` that `line` begins with; nothing where none does.
+std::optional<std::string_view> behindMark(std::string_view line,
+                                           std::span<const std::string_view> marks) {
+    for (const std::string_view mark : marks) {
+        if (line.starts_with(mark)) return ascii::trim(line.substr(mark.size()));
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+bool isDialogueCommand(std::string_view line) {
+    static constexpr auto verbs = std::to_array<std::string_view>(
+        {"RCPT", "MAIL", "DATA", "EHLO", "HELO", "LHLO", "AUTH", "STARTTLS", "QUIT"});
+    static constexpr auto marks = std::to_array<std::string_view>({">>>", "-->", "C: "});
+    const std::optional<std::string_view> command = behindMark(line, marks);
+    if (!command) return false;
+    return command->empty() || std::ranges::any_of(verbs, [&](std::string_view verb) {
+               return ascii::startsWithNoCase(*command, verb);
+           });
+}
+
+std::optional<std::string_view> dialogueReply(std::string_view line) {
+    static constexpr auto marks = std::to_array<std::string_view>({"<<<", "<--", "S: "});
+    const std::optional<std::string_view> reply = behindMark(line, marks);
+    const bool isReply =
+        reply && (line.starts_with("<<<") || (!reply->empty() && ascii::isDigit(reply->front())));
+    return isReply ? reply : std::nullopt;
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,36 @@
+#include "recipients/Sentence.h"
+
+#include <algorithm>
+
+#include "text/Ascii.h"
+#include "text/Search.h"
+#include "text/Utf8.h"
+
+namespace bouncecheck {
+
+std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
+    constexpr std::size_t near = 600;
+    const auto begin = static_cast<std::size_t>(sentence.data() - line.data());
+    const std::size_t end = begin + sentence.size();
+    std::string_view after = wholeCharacters(line.substr(end), near);
+    // Not even the start of another address.
+    if (const std::size_t at = after.find('@'); at != npos) {
+        after = after.substr(0, after.substr(0, at).find_last_of(" \t") + 1);
+    }
+    return ascii::trimRight(line.substr(begin, sentence.size() + after.size()));
+}
+
+std::string_view sentenceOf(std::string_view line, const AddressSpan& span) {
+    constexpr std::size_t near = 300;
+    constexpr std::string_view stop = ". ";
+    std::size_t first = span.begin - std::min(span.begin, near);
+    while (first < span.begin && continuesCharacter(line[first])) ++first;
+    const std::string_view before = line.substr(first, span.begin - first);
+    const std::string_view after = wholeCharacters(line.substr(span.end), near);
+    const std::size_t last = before.rfind(stop);
+    const std::size_t begin = last == npos ? first : first + last + stop.size();
+    const std::size_t end = span.end + std::min(after.find(stop), after.size());
+    return ascii::trim(line.substr(begin, end - begin));
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+#include "recipients/AddressSpans.h"
+
+namespace bouncecheck {
+
+/// What `line` says from the start of `sentence` on, as far as it is near and names nobody else.
+/// A reply may follow in a sentence of its own.
+std::string_view wordsFrom(std::string_view line, std::string_view sentence);
+
+/// The sentence of `line` that `span` stands in, or what of it is near.
+std::string_view sentenceOf(std::string_view line, const AddressSpan& span);
+
+}  // namespace bouncecheck
