@@ -67,7 +67,7 @@ std::string canonicalCharsetName(std::string_view name) {
 }
 
 const Charset* charsetOf(std::string_view canonicalName) {
-    const auto* found = std::ranges::lower_bound(names, canonicalName, {}, &CharsetName::text);
+    const auto found = std::ranges::lower_bound(names, canonicalName, {}, &CharsetName::text);
     const bool isName = found != names.end() && found->text() == canonicalName;
     return isName ? &charsets[found->charset] : nullptr;
 }

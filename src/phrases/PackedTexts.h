@@ -46,7 +46,7 @@ struct PackedTexts {
         for (std::size_t i = 0; i < Count; ++i) {
             const std::string_view text = std::invoke(textOf, rows[i]);
             places[i] = {start, static_cast<std::uint32_t>(text.size())};
-            std::ranges::copy(text, bytes.begin() + start);
+            std::copy_n(text.data(), text.size(), bytes.data() + start);
             start += places[i].length + 1;
         }
     }

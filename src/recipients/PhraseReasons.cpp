@@ -28,7 +28,7 @@ constexpr std::size_t rowCount = rangeOf(PhraseKind::weak).end;
 /// The rows of all kinds; for the compiler only.
 constexpr auto allRows = [] {
     std::array<PhraseRow, rowCount> all{};
-    auto* end = std::ranges::copy(clearPhrases, all.begin()).out;
+    auto end = std::ranges::copy(clearPhrases, all.begin()).out;
     end = std::ranges::copy(fairPhrases, end).out;
     std::ranges::copy(weakPhrases, end);
     return all;
