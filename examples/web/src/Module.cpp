@@ -91,7 +91,7 @@ public:
 
     void add(const std::string& name, double size) {
         PeekedStream stream(std::make_unique<HostStream>(size));
-        const FileContent content = contentOf(stream.firstBytes());
+        const FileContent& content = stream.content();
         if (content.kind != FileContent::Kind::mail) {
             report(0, "is " + std::string(content.name) + ", not mail");
             return;
