@@ -23,8 +23,8 @@
 /// are yes. Those are looked up among the windows, then compared in full.
 namespace bouncecheck::phrases {
 
-inline constexpr std::size_t windowSize = 6;
-inline constexpr std::size_t stride = 2;
+inline constexpr std::size_t windowSize = 4;
+inline constexpr std::size_t stride = 4;
 /// Shorter phrases have no window at some alignment.
 inline constexpr std::size_t shortest = windowSize + stride - 1;
 inline constexpr std::size_t longest = 255;
@@ -46,27 +46,25 @@ constexpr unsigned char folded(char c) noexcept {
     return static_cast<unsigned char>(static_cast<unsigned char>(c) | 0x20);
 }
 
-/// `count` folded bytes at `at`, the first the least significant.
-constexpr std::uint64_t foldedBytes(std::string_view text, std::size_t at,
-                                    std::size_t count) noexcept {
-    std::uint64_t bytes = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        bytes |= std::uint64_t{folded(text[at + i])} << (8 * i);
+/// The folded bytes of the window at `at`, the first the least significant.
+constexpr std::uint32_t foldedBytes(std::string_view text, std::size_t at) noexcept {
+    std::uint32_t bytes = 0;
+    for (std::size_t i = 0; i < windowSize; ++i) {
+        bytes |= std::uint32_t{folded(text[at + i])} << (8 * i);
     }
     return bytes;
 }
 
 /// Less than `largestFilterBits`; its lowest bits are used where the set has fewer.
-constexpr std::uint32_t hashOf(std::uint64_t window) noexcept {
-    return static_cast<std::uint32_t>((window * 0x9E3779B97F4A7C15u) >>
-                                      (64 - std::bit_width(largestFilterBits - 1)));
+constexpr std::uint32_t hashOf(std::uint32_t window) noexcept {
+    return (window * 0x9E3779B1u) >> (32 - std::bit_width(largestFilterBits - 1));
 }
 
 constexpr std::size_t bucketOf(std::uint32_t hash) noexcept { return hash / bitsOfBucket; }
 
 struct Window {
-    std::uint64_t bytes = 0;
-    /// The four folded bytes of the phrase at `checkOffset`, away from the window:
+    std::uint32_t bytes = 0;
+    /// The folded bytes of the phrase at `checkOffset`, away from the window:
     /// they distinguish most phrases with the same window.
     std::uint32_t check = 0;
     std::uint16_t phrase = 0;
@@ -91,7 +89,7 @@ public:
                 throw std::invalid_argument("a phrase is too short or too long");
             }
             for (std::size_t at = 0; at + windowSize <= text.size(); ++at) {
-                ++counts_[slotOf(foldedBytes(text, at, windowSize))];
+                ++counts_[slotOf(foldedBytes(text, at))];
             }
         }
     }
@@ -101,7 +99,7 @@ public:
         std::size_t best = residue;
         std::uint32_t bestScore = static_cast<std::uint32_t>(-1);
         for (std::size_t at = residue; at + windowSize <= text.size(); at += stride) {
-            std::uint32_t score = 256u * counts_[slotOf(foldedBytes(text, at, windowSize))];
+            std::uint32_t score = 256u * counts_[slotOf(foldedBytes(text, at))];
             for (std::size_t i = 0; i < windowSize; ++i) score += letters_[folded(text[at + i])];
             if (score >= bestScore) continue;
             bestScore = score;
@@ -112,7 +110,7 @@ public:
 
 private:
     static constexpr std::size_t slots = 8192;
-    static constexpr std::size_t slotOf(std::uint64_t window) noexcept {
+    static constexpr std::size_t slotOf(std::uint32_t window) noexcept {
         return hashOf(window) / (largestFilterBits / slots);
     }
 
@@ -122,9 +120,8 @@ private:
 
 constexpr Window windowAt(std::string_view text, std::size_t phrase, std::size_t offset) noexcept {
     const bool inFront = offset + windowSize / 2 < text.size() / 2;
-    const std::size_t checkOffset = inFront ? text.size() - 4 : 0;
-    return {foldedBytes(text, offset, windowSize),
-            static_cast<std::uint32_t>(foldedBytes(text, checkOffset, 4)),
+    const std::size_t checkOffset = inFront ? text.size() - windowSize : 0;
+    return {foldedBytes(text, offset), foldedBytes(text, checkOffset),
             static_cast<std::uint16_t>(phrase), static_cast<std::uint8_t>(offset),
             static_cast<std::uint8_t>(checkOffset)};
 }
@@ -192,68 +189,51 @@ public:
     /// Every place of every phrase is asked for.
     template <class OnPlace>
     void scan(std::string_view text, OnPlace& onPlace) const {
-        // Places that may match are collected first: a branch at each, which nothing foretells,
-        // would cost more than looking for it.
-        std::array<std::size_t, 256> places;
-        std::size_t at = 0;
-        while (at + 8 <= text.size()) {
-            const std::size_t end = std::min(at + places.size() * stride, text.size() - 7);
-            std::size_t count = 0;
-            for (; at < end; at += stride) {
-                places[count] = at;
-                count += mayMatch(probe(text, at));
+        constexpr std::size_t block = 256;
+        std::array<std::uint32_t, block> hashes;
+        std::array<std::uint32_t, block> hits;
+        for (std::size_t at = 0; at + windowSize <= text.size(); at += block * stride) {
+            const std::size_t count = std::min(block, (text.size() - at - windowSize) / stride + 1);
+            // Loops without a branch, the first of which the compiler turns into vector code. A
+            // branch at each place, which nothing foretells, would cost more than looking for it.
+            for (std::size_t i = 0; i < count; ++i) {
+                hashes[i] = hashOf(loadFolded(text, at + i * stride)) & mask_;
             }
-            for (const std::size_t place : std::span(places).first(count)) {
-                verify(text, place, probe(text, place), onPlace);
+            std::size_t hitCount = 0;
+            for (std::size_t i = 0; i < count; ++i) {
+                hits[hitCount] = static_cast<std::uint32_t>(i);
+                hitCount += filter_[hashes[i] / 32] >> (hashes[i] % 32) & 1;
             }
-        }
-        for (; at + windowSize <= text.size(); at += stride) {
-            const std::uint64_t window = foldedBytes(text, at, windowSize);
-            const Probe last{window, hashOf(window) & mask_};
-            if (mayMatch(last)) verify(text, at, last, onPlace);
+            for (const std::uint32_t i : std::span(hits).first(hitCount)) {
+                verify(text, at + i * stride, hashes[i], onPlace);
+            }
         }
     }
 
 private:
-    struct Probe {
-        std::uint64_t window;
-        std::uint32_t hash;
-    };
-
-    /// Reads 8 bytes, of which the window is the first part.
-    Probe probe(std::string_view text, std::size_t at) const noexcept {
-        std::uint64_t window = loadFolded<std::uint64_t>(text, at);
-        window &= (std::uint64_t{1} << (8 * windowSize)) - 1;
-        return {window, hashOf(window) & mask_};
-    }
-
     /// In the byte order of `foldedBytes`.
-    template <class Word>
-    static Word loadFolded(std::string_view text, std::size_t at) noexcept {
+    static std::uint32_t loadFolded(std::string_view text, std::size_t at) noexcept {
         if constexpr (std::endian::native == std::endian::little) {
-            Word word;
+            std::uint32_t word;
             std::memcpy(&word, text.data() + at, sizeof word);
-            return word | static_cast<Word>(0x2020202020202020u);
+            return word | 0x20202020u;
         } else {
-            return static_cast<Word>(foldedBytes(text, at, sizeof(Word)));
+            return foldedBytes(text, at);
         }
     }
 
-    std::uint32_t mayMatch(const Probe& probe) const noexcept {
-        return filter_[probe.hash / 32] >> (probe.hash % 32) & 1;
-    }
-
     template <class OnPlace>
-    void verify(std::string_view text, std::size_t windowPlace, const Probe& probe,
+    void verify(std::string_view text, std::size_t windowPlace, std::uint32_t hash,
                 OnPlace& onPlace) const {
-        const std::size_t bucket = bucketOf(probe.hash);
+        const std::uint32_t bytes = loadFolded(text, windowPlace);
+        const std::size_t bucket = bucketOf(hash);
         for (std::size_t i = starts_[bucket]; i < starts_[bucket + 1]; ++i) {
             const Window& window = windows_[i];
-            if (window.bytes != probe.window || windowPlace < window.offset) continue;
+            if (window.bytes != bytes || windowPlace < window.offset) continue;
             const std::size_t at = windowPlace - window.offset;
             const std::size_t checkPlace = at + window.checkOffset;
-            if (checkPlace + sizeof window.check > text.size()) continue;
-            if (loadFolded<std::uint32_t>(text, checkPlace) != window.check) continue;
+            if (checkPlace + windowSize > text.size()) continue;
+            if (loadFolded(text, checkPlace) != window.check) continue;
             const std::string_view phrase = texts_[window.phrase];
             if (phrase.size() > text.size() - at) continue;
             if (!onPlace.wants(window.phrase, at)) continue;
