@@ -3,6 +3,7 @@
 
 #include <bouncecheck/LogNull.h>
 #include <bouncecheck/LogTrace.h>
+#include <bouncecheck/bouncecheck.h>
 #include <bouncecheck/classes/BounceCheck.h>
 #include <bouncecheck/classes/Email2.h>
 #include "bench/sides/Sides.h"
@@ -37,10 +38,25 @@ void classifyAll(const std::vector<StoredMessage>& messages) {
     }
 }
 
+/// What a program asks of each message: the verdict, and who failed and why where it `Asks`.
+template <bool Asks>
+void answerAll(const std::vector<StoredMessage>& messages) {
+    Classifier classifier;
+    std::size_t recipients = 0;
+    for (const StoredMessage& stored : messages) {
+        const Message message(stored.bytes);
+        classifier.classify(message);
+        if constexpr (Asks) recipients += recipientsOf(message).size();
+    }
+    if (Asks && recipients == 0) throw std::logic_error("no recipient");
+}
+
 void timeAll(const std::vector<StoredMessage>& messages) {
     printTime("parse", [&] { parseAll(messages); });
     printTime("classify", [&] { classifyAll<LogNull>(messages); });
     printTime("classify-traced", [&] { classifyAll<LogTrace>(messages); });
+    printTime("verdict", [&] { answerAll<false>(messages); });
+    printTime("verdict-recipients", [&] { answerAll<true>(messages); });
 }
 
 std::size_t countParts(const std::string& bytes) { return countEntities(Email2(bytes)); }

@@ -103,9 +103,14 @@ std::string_view HeaderField::unfoldedIn(std::string& room) const {
 }
 
 std::string HeaderField::decoded() const {
-    std::string value = unfolded();
-    if (contains(value, "=?")) value = trimmed(decodeEncodedWords(value));
-    return value;
+    std::string room;
+    return std::string(decodedIn(room));
+}
+
+std::string_view HeaderField::decodedIn(std::string& room) const {
+    const std::string_view value = unfoldedIn(room);
+    if (!contains(value, "=?")) return value;
+    return room = trimmed(decodeEncodedWords(value));
 }
 
 std::size_t HeaderFields::startIn(std::string_view text) {

@@ -26,6 +26,8 @@ struct HeaderField {
     /// `unfolded` with its encoded words decoded, trimmed: the value as a person
     /// reads it.
     std::string decoded() const;
+    /// The same, referring to the message where nothing is to change, else to `room`.
+    std::string_view decodedIn(std::string& room) const;
 
     /// Whether the value is longer than `limits::fieldValue`, up to where it is read.
     bool isCut() const noexcept { return rawValue.size() > limits::fieldValue; }

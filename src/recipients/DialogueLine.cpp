@@ -12,8 +12,10 @@ namespace {
 /// What follows the first of `marks` that `line` begins with; nothing where none does.
 std::optional<std::string_view> behindMark(std::string_view line,
                                            std::span<const std::string_view> marks) {
+    if (line.empty()) return std::nullopt;
     for (const std::string_view mark : marks) {
-        if (line.starts_with(mark)) return ascii::trim(line.substr(mark.size()));
+        if (line.front() == mark.front() && line.starts_with(mark))
+            return ascii::trim(line.substr(mark.size()));
     }
     return std::nullopt;
 }

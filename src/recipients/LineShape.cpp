@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
 #include <utility>
 
 #include "recipients/tables/RuleWords.h"
@@ -11,6 +14,37 @@
 
 namespace bouncecheck {
 namespace {
+
+/// The labels of the table by their last bytes, in which most differ.
+class LabelsByEnd {
+public:
+    constexpr LabelsByEnd() {
+        for (const NoticeLabel& known : noticeLabels) ++starts_[slotOf(known.label) + 1];
+        for (std::size_t i = 1; i < starts_.size(); ++i) {
+            starts_[i] = static_cast<std::uint16_t>(starts_[i] + starts_[i - 1]);
+        }
+        std::array<std::uint16_t, 257> next = starts_;
+        for (std::size_t i = 0; i < noticeLabels.size(); ++i) {
+            numbers_[next[slotOf(noticeLabels[i].label)]++] = static_cast<std::uint16_t>(i);
+        }
+    }
+
+    /// Those that `text` may end with, in the order of the table.
+    constexpr std::span<const std::uint16_t> of(std::string_view text) const noexcept {
+        if (text.empty()) return {};
+        const std::size_t slot = slotOf(text);
+        return std::span(numbers_).subspan(starts_[slot], starts_[slot + 1] - starts_[slot]);
+    }
+
+private:
+    static constexpr std::size_t slotOf(std::string_view text) noexcept {
+        return static_cast<unsigned char>(text.back());
+    }
+
+    std::array<std::uint16_t, 257> starts_{};
+    std::array<std::uint16_t, noticeLabels.size()> numbers_{};
+};
+constexpr LabelsByEnd labelsByEnd;
 
 /// What may stand around an address that is alone in its line: brackets, quotes, separators and
 /// the marks of a list.
@@ -191,9 +225,9 @@ bool LineShape::findLabel(std::string_view before) {
     const std::string label =
         ascii::lowerCase(before.substr(before.size() - std::min(before.size(), longest)));
     const NoticeLabel* best = nullptr;
-    for (const NoticeLabel& known : noticeLabels) {
-        const bool mayEnd = !label.empty() && label.back() == known.label.back();
-        if (!mayEnd || !label.ends_with(known.label)) continue;
+    for (const std::uint16_t number : labelsByEnd.of(label)) {
+        const NoticeLabel& known = noticeLabels[number];
+        if (!label.ends_with(known.label)) continue;
         const std::size_t begin = label.size() - known.label.size();
         const bool isWord = begin == 0 || ascii::isOneOf(label[begin - 1], " \t([{<,;*->|\"'");
         // A single word ends many labels that are about somebody else.

@@ -13,6 +13,7 @@
 #include "recipients/LineShape.h"
 #include "recipients/tables/NoticeCues.h"
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
 
@@ -97,10 +98,11 @@ void appendTexts(const Entity& entity, std::string& text) {
     }
 }
 
+constexpr ByteSet fieldNameBytes("-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+
 /// The name of the header field that `line` begins, or "".
 std::string_view fieldName(std::string_view line) {
-    std::size_t end = 0;
-    while (end < line.size() && (ascii::isAlnum(line[end]) || line[end] == '-')) ++end;
+    const std::size_t end = lengthOf(fieldNameBytes, line);
     const bool isField =
         end > 1 && end < line.size() && line[end] == ':' && !line.substr(end).starts_with("://");
     return isField ? line.substr(0, end) : std::string_view();

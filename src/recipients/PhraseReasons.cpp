@@ -99,15 +99,19 @@ std::vector<PhraseRow> phraseRows(PhraseKind kind) {
 }
 
 PhraseMatches::PhraseMatches(std::string_view plain)
-    : plain_(plain), found_(catalog.find(plain, {}, phrases::Engine::pass)) {}
+    : plain_(plain),
+      found_(catalog.find(plain, {}, phrases::Engine::pass)),
+      first_(found_.next(0, rowCount)) {}
 
 std::optional<PhraseRow> PhraseMatches::firstOf(PhraseKind kind) const noexcept {
     const phrases::RowRange range = rangeOf(kind);
-    const std::size_t row = found_.next(range.first, range.end);
+    const std::size_t row = found_.next(std::max(range.first, first_), range.end);
     return row < range.end ? std::optional(rowAt(row)) : std::nullopt;
 }
 
-bool PhraseMatches::saysTemporary() const noexcept { return found_.meets(temporaryRows); }
+bool PhraseMatches::saysTemporary() const noexcept {
+    return first_ < rowCount && found_.meets(temporaryRows);
+}
 
 TextPart PhraseMatches::placeOf(const PhraseRow& row) const {
     return {findBytesNoCase(plain_, row.phrase), row.phrase.size()};

@@ -40,6 +40,8 @@ public:
 private:
     std::string_view plain_;
     phrases::RowSet found_;
+    /// The first of them; beyond all without one.
+    std::size_t first_;
 };
 
 /// When a reply was given, as its text says.

@@ -26,7 +26,7 @@ struct Codes {
           reply(inText.reply.empty() ? given.replyCode : inText.reply),
           field(given.status),
           ofText(statusRowOf(inText.status)),
-          ofField(statusRowOf(given.status)) {}
+          ofField(field == inText.status ? ofText : statusRowOf(field)) {}
 
     /// Whether the field of the report only restates the reply code, as sendmail does for
     /// replies without a status: what follows "550" need not be about the mailbox.
@@ -96,10 +96,7 @@ public:
         found_.isTransient = reply.outcome == Outcome::delayed || codes_.areTemporary();
         find(notice);
         found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
-        const std::string_view where =
-            found_.inNotice ? paragraphAt(notice, found_.at) : reply.text;
-        const bool isAboutSender = codes_.areAboutSender() || stageIn(where) == Stage::sender;
-        if (isAboutMailbox(found_.reason) && isAboutSender) {
+        if (isAboutMailbox(found_.reason) && isAboutSender(notice)) {
             found_.reason = Reason::policy;
             found_.isSure = false;
         }
@@ -112,6 +109,13 @@ public:
     const ReasonFinding& found() const noexcept { return found_; }
 
 private:
+    /// Whether the mail was refused for its sender, before any recipient was named.
+    bool isAboutSender(std::string_view notice) const {
+        const std::string_view where =
+            found_.inNotice ? paragraphAt(notice, found_.at) : reply_.text;
+        return codes_.areAboutSender() || stageIn(where) == Stage::sender;
+    }
+
     void find(std::string_view notice) {
         const PhraseMatches matches(text_.view());
         noteDuration(matches);

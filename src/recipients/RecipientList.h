@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -39,10 +40,13 @@ public:
     TextBudget& budget() noexcept { return budget_; }
 
 private:
+    std::optional<std::size_t> placeOf(std::string_view address);
+
     TextBudget budget_;
     std::vector<Recipient> all_;
-    /// By address in lower case.
+    /// Of long lists, by address in lower case.
     std::unordered_map<std::string, std::size_t> places_;
+    std::size_t placed_ = 0;
     /// By final address, likewise.
     std::unordered_map<std::string, std::size_t> finals_;
     /// The addresses in lower case of whom nothing is sure.

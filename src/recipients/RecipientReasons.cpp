@@ -73,10 +73,12 @@ bool isOfDomain(std::string_view host, std::string_view domain) {
 
 bool RecipientReasons::explainReported() {
     bool areExplained = true;
+    reported_.reserve(list_.all().size());
     for (const Recipient& recipient : list_.all()) {
         const ReplyCodes codes = codesIn(recipient.diagnostic);
-        const ReasonFinding& finding = findings_.emplace_back(reasonOf(replyOf(recipient, codes)));
+        const ReasonFinding finding = reasonOf(replyOf(recipient, codes));
         if (isTrouble(recipient.outcome) && !isExplained(finding)) areExplained = false;
+        reported_.push_back({finding, std::string(codes.reply), std::string(codes.status)});
     }
     return areExplained;
 }
@@ -138,7 +140,10 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     Recipient& recipient = list_.all()[index];
     // An inner notice, or a request, has found its own.
     if (recipient.reason != Reason::none || recipient.advice != Advice::none) return;
-    const ReplyCodes codes = codesIn(recipient.diagnostic);
+    const bool isKnown = index < reported_.size() && isExplained(reported_[index].finding);
+    const ReplyCodes codes = isKnown
+                                 ? ReplyCodes{reported_[index].replyCode, reported_[index].status}
+                                 : codesIn(recipient.diagnostic);
     if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
     if (recipient.status.empty()) recipient.status = codes.status;
     std::string_view weaker;
@@ -148,9 +153,8 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     } else if (notice && all.size() == 1) {
         weaker = notice->text();
     }
-    const bool isKnown = index < findings_.size() && isExplained(findings_[index]);
     ReasonFinding finding =
-        isKnown ? findings_[index] : reasonOf(replyOf(recipient, codes), weaker);
+        isKnown ? reported_[index].finding : reasonOf(replyOf(recipient, codes), weaker);
     const bool isSilent = finding.basis == ReasonBasis::none && recipient.diagnostic.empty();
     if (isSilent && notice && isTrouble(recipient.outcome)) {
         weaker = notice->text();

@@ -30,7 +30,7 @@ public:
     /// The reason that the notice gives, looked for once for all recipients.
     const ReasonFinding& ofNotice();
     /// Forgets what `explainReported` found, after which the list has changed.
-    void forgetReported() noexcept { findings_.clear(); }
+    void forgetReported() noexcept { reported_.clear(); }
 
     /// Fills reason, evidence, codes and advice of all who have no reason. `notice` is what the
     /// message says to people, where that may count; else null.
@@ -47,7 +47,12 @@ private:
     RecipientList& list_;
     Bystanders others_{reading_, Bystanders::From::messageAndReturned};
     /// What `explainReported` found of the first of the list.
-    std::vector<ReasonFinding> findings_;
+    struct Reported {
+        ReasonFinding finding;
+        std::string replyCode;
+        std::string status;
+    };
+    std::vector<Reported> reported_;
     std::optional<ReasonFinding> noticeFinding_;
     /// By address.
     std::unordered_map<std::string, std::string> said_;

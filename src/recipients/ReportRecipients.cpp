@@ -94,13 +94,14 @@ private:
         isNamed_ = isNamed_ || namesRecipient;
         std::string& value = recipients_.back().*known.member;
         if (!std::exchange(given_[index], true) && value.empty()) {
-            value = budget_.keep(known.read(field.decoded()));
+            value = budget_.keep(known.read(field.decodedIn(room_)));
         }
         return !budget_.isSpent();
     }
 
     std::vector<ReportedRecipient>& recipients_;
     TextBudget& budget_;
+    std::string room_;
     /// Whether the last recipient has fields of the group that is being read.
     bool inGroup_ = false;
     /// Which fields it has.
