@@ -49,13 +49,16 @@ public:
     void onFound(std::size_t phrase, std::size_t at) { lineAt(begin_ + at).cues.add(cues[phrase]); }
 
 private:
-    Notice::Line& lineAt(const char* place) const {
-        return *std::prev(std::ranges::upper_bound(
-            lines_, place, {}, [](const Notice::Line& line) { return line.text.data(); }));
+    /// Places come nearly in their order, so the line is seldom far from the last one.
+    Notice::Line& lineAt(const char* place) {
+        while (last_ + 1 < lines_.size() && lines_[last_ + 1].text.data() <= place) ++last_;
+        while (lines_[last_].text.data() > place) --last_;
+        return lines_[last_];
     }
 
     std::span<Notice::Line> lines_;
     const char* begin_;
+    std::size_t last_ = 0;
 };
 
 bool isOwnType(const std::string& type) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 #include "recipients/CodeShapes.h"
 #include "text/Ascii.h"
@@ -38,6 +40,23 @@ constexpr std::size_t longestWord = 12;
 
 /// Of the codes of success and failure.
 constexpr ByteSet firstDigits("245");
+
+/// The first place from `at` on where a code may begin; the size of the text without one.
+std::size_t firstDigitFrom(std::string_view text, std::size_t at) noexcept {
+    constexpr std::uint64_t ones = 0x0101010101010101u;
+    for (std::uint64_t bytes = 0; at < text.size(); at += sizeof bytes) {
+        if (at + sizeof bytes <= text.size()) {
+            // Eight bytes at once show whether one of them is from "0" to "7".
+            std::memcpy(&bytes, text.data() + at, sizeof bytes);
+            bytes = (bytes & ones * 0xF8) ^ ones * 0x30;
+            if (((bytes - ones) & ~bytes & ones * 0x80) == 0) continue;
+        }
+        const std::string_view part = text.substr(at, sizeof bytes);
+        const std::size_t length = lengthBefore(firstDigits, part);
+        if (length < part.size()) return at + length;
+    }
+    return text.size();
+}
 
 /// The word that ends at `end`; only its end when it is longer than all that are asked for.
 std::string_view wordBefore(std::string_view text, std::size_t end) noexcept {
@@ -123,7 +142,7 @@ ReplyCodes codesIn(std::string_view text) noexcept {
     Best reply;
     Best status;
     for (std::size_t at = 0;; ++at) {
-        at += lengthBefore(firstDigits, text.substr(at));
+        at = firstDigitFrom(text, at);
         if (at >= text.size()) break;
         if (!mayBegin(text, at)) continue;
         const bool isSuccess = text[at] == '2';
