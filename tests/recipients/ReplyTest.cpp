@@ -44,12 +44,16 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 المستلم غير موجود",
              "550 Böyle bir hesap yok",
              "550 해당 사용자가 없습니다",
+             "550 5.7.1 <u@x.example>... we do not have a user with that name",
          }},
         {"inactive-mailbox suppress",
          {
              "550 invalid mailbox. user@x.example is unavailable: account is disabled",
              "550 invalid mailbox. user@x.example is unavailable: user is terminated",
              "550 5.2.1 Mailbox disabled, not accepting messages",
+             "553 5.3.0 Mailbox cancelled at owner's request",
+             "550 Kontot är stängt",
+             "The account u@x.example was closed on 1 January",
          }},
         {"inactive-mailbox retry",
          {
@@ -82,6 +86,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "552 5.2.2 Mailbox size limit exceeded",
              "550 Kotak masuk penuh",
              "550 Το γραμματοκιβώτιο είναι γεμάτο",
+             "552 5.1.1 mailbox for bob is full",
          }},
         {"message-too-large fix",
          {
@@ -132,6 +137,8 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.7.1 rejected due to listing in Barracuda. See barracudacentral.org",
              "554 5.7.1 192.0.2.5 listed on RBL. Blocked for spam.",
              "421 4.7.1 <u@x.example>: Intrusion prevention active for [192.0.2.5]",
+             "554 Gönderen IP adresi kara listede",
+             "550 5.1.1 Connections from 192.0.2.5 are not accepted due to abuse",
          }},
         {"policy fix",
          {
@@ -152,6 +159,10 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 Adres nadawcy nie istnieje",
              "550 Gönderen alan adı bulunamadı",
              "541 5.4.1 Mail rejected by destination domain",
+             "SASL: user not found",
+             "550 5.7.1 Mail to unknown recipients from bulk senders is refused",
+             "Sie verfügen nicht über die Berechtigung, an diesen Empfänger zu senden",
+             "550 5.1.1 Access denied for your country",
          }},
         {"rate-limit retry",
          {
@@ -163,6 +174,8 @@ TEST(Reply, IsAboutWhatItMeans) {
              "451 4.7.1 Please try again later (greylisted)",
              "451 Temporarily deferred - greylisted for 300 seconds",
              "450 4.7.1 Message temporarily deferred, please retry",
+             "550 5.7.1 The user has exceeded the number of messages he may receive per hour",
+             "451 4.7.1 Greylisting, the sender was rejected",
          }},
         {"unreachable retry",
          {
@@ -182,6 +195,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "Command died with status 127: \"/usr/bin/vacation\". Command output: not found",
              "Can't open mailbox for user: permission denied",
              "451 4.3.2 system not accepting network messages",
+             "451 The queue is full",
          }},
     };
     for (const Case& c : cases) {
