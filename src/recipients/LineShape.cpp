@@ -148,12 +148,13 @@ bool LineShape::isFailureReply() const noexcept {
 
 std::span<const AddressSpan> LineShape::labelledSpans() const {
     std::size_t count = 1;
-    while (
-        count < spans_.size() &&
-        isJoint(line_.substr(spans_[count - 1].end, spans_[count].begin - spans_[count - 1].end))) {
-        ++count;
-    }
+    while (count < spans_.size() && isJoined(count)) ++count;
     return std::span(spans_).first(count);
+}
+
+bool LineShape::isJoined(std::size_t number) const {
+    const std::size_t begin = spans_[number - 1].end;
+    return isJoint(line_.substr(begin, spans_[number].begin - begin));
 }
 
 bool LineShape::isOfSender(const AddressSpan& span) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -47,6 +48,9 @@ public:
     /// The addresses that belong to the label: the first, and those which only commas divide
     /// from it.
     std::span<const AddressSpan> labelledSpans() const;
+    /// Whether only a comma or an "and" stands between the address of that number, which is not
+    /// the first, and the one before.
+    bool isJoined(std::size_t number) const;
     /// Whether the words in front of `span` say that the address is a sender's.
     bool isOfSender(const AddressSpan& span) const;
 

@@ -1,12 +1,24 @@
 #include "recipients/Sentence.h"
 
 #include <algorithm>
+#include <array>
 
+#include "recipients/tables/NoticeLabels.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
 
 namespace bouncecheck {
+namespace {
+
+constexpr auto stops = std::to_array<std::string_view>({". ", "! ", wideStop, wideComma});
+
+}  // namespace
+
+bool endsSentence(std::string_view text) noexcept {
+    return text.ends_with('.') || text.ends_with('!') || text.ends_with(wideStop) ||
+           text.ends_with(wideComma);
+}
 
 std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
     constexpr std::size_t near = 600;
@@ -22,14 +34,17 @@ std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
 
 std::string_view sentenceOf(std::string_view line, const AddressSpan& span) {
     constexpr std::size_t near = 300;
-    constexpr std::string_view stop = ". ";
     std::size_t first = span.begin - std::min(span.begin, near);
     while (first < span.begin && continuesCharacter(line[first])) ++first;
     const std::string_view before = line.substr(first, span.begin - first);
     const std::string_view after = wholeCharacters(line.substr(span.end), near);
-    const std::size_t last = before.rfind(stop);
-    const std::size_t begin = last == npos ? first : first + last + stop.size();
-    const std::size_t end = span.end + std::min(after.find(stop), after.size());
+    std::size_t begin = first;
+    std::size_t end = span.end + after.size();
+    for (const std::string_view stop : stops) {
+        const std::size_t last = before.rfind(stop);
+        if (last != npos) begin = std::max(begin, first + last + stop.size());
+        end = std::min(end, span.end + std::min(after.find(stop), after.size()));
+    }
     return ascii::trim(line.substr(begin, end - begin));
 }
 

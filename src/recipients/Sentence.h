@@ -10,6 +10,9 @@ namespace bouncecheck {
 /// A reply may follow in a sentence of its own.
 std::string_view wordsFrom(std::string_view line, std::string_view sentence);
 
+/// Whether `text` ends where a sentence does.
+bool endsSentence(std::string_view text) noexcept;
+
 /// The sentence of `line` that `span` stands in, or what of it is near.
 std::string_view sentenceOf(std::string_view line, const AddressSpan& span);
 

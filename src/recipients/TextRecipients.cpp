@@ -100,6 +100,8 @@ private:
         }
         paragraph_ = std::string_view(begin, static_cast<std::size_t>(end - begin));
         isExplained_.reset();
+        naming_ = {};
+        isTroubleNamed_.reset();
     }
 
     /// Whether the paragraph says that something was not delivered, or why not.
@@ -195,9 +197,8 @@ private:
 
     /// Whether a whole paragraph that reports a failure stands in front of the one that begins.
     bool followsReport() const {
-        const bool isWhole = lastText_.ends_with('.') || lastText_.ends_with(wideStop);
-        return beginsParagraph_ && isWhole && lastParagraphCues_.has(Cue::failure) &&
-               !lastParagraphCues_.has(Cue::contact);
+        return beginsParagraph_ && endsSentence(lastText_) &&
+               lastParagraphCues_.has(Cue::failure) && !lastParagraphCues_.has(Cue::contact);
     }
 
     /// Whether the line before says that the address below is the sender's: "A message sent by".
@@ -277,7 +278,7 @@ private:
         switch (shape.label()) {
             case LabelKind::other: return false;
             case LabelKind::unlisted:
-                if (line.has(Cue::sender) || line.has(Cue::contact)) return false;
+                if (line.has(Cue::sender) || tellsContact(line, shape)) return false;
                 // "550 Blocked sender: me@own.example"
                 if (!named_[0].empty() && others_.isAddressee(shape.first())) return false;
                 if (!line.has(Cue::failure) && !explains(line.text)) {
@@ -287,7 +288,7 @@ private:
                 break;
             case LabelKind::addressee: add(Tier::addressee, shape.first()); return false;
             case LabelKind::recipient:
-                if (line.has(Cue::sender) || line.has(Cue::contact)) return false;
+                if (line.has(Cue::sender) || tellsContact(line, shape)) return false;
                 break;
         }
         if (open_ && !ascii::equalsNoCase(named_[0][*open_].address, shape.first()) &&
@@ -311,17 +312,49 @@ private:
 
     void readSentence(const Notice::Line& line, const LineShape& shape) {
         if (open_ || !reportsFailure()) return;
-        for (const AddressSpan& span : shape.spans()) {
+        std::string_view last;
+        std::size_t lastAdded = 0;
+        for (std::size_t i = 0; i < shape.spans().size(); ++i) {
             if (isFull()) return;
+            const AddressSpan& span = shape.spans()[i];
             const std::string_view address = span.in(line.text);
             if (others_.isAddressee(address) || shape.isOfSender(span)) continue;
             const std::string_view sentence = sentenceOf(line.text, span);
-            if (cuesIn(sentence).has(Cue::contact)) continue;
-            if (const auto added = add(Tier::sentence, address)) {
-                std::string& said = named_[1][*added].said;
-                if (said.size() < mostShared) said.append(wordsFrom(line.text, sentence)) += '\n';
+            const Cues cues = cuesIn(sentence);
+            if (cues.has(Cue::contact) || isAside(sentence, cues, line.text)) continue;
+            const auto added = add(Tier::sentence, address);
+            if (!added) continue;
+            std::string& said = named_[1][*added].said;
+            if (said.size() < mostShared) said.append(wordsFrom(line.text, sentence)) += '\n';
+            if (naming_.empty()) naming_ = sentence;
+            // Of two who are not in a list, one may have failed, and the other be the way there.
+            if (last.data() == sentence.data() && *added != lastAdded && !shape.isJoined(i)) {
+                named_[1][*added].isLone = named_[1][lastAdded].isLone = true;
             }
+            last = sentence;
+            lastAdded = *added;
         }
+    }
+
+    /// Whether `sentence` only goes on behind the one that names who failed: "a@x.example has gone.
+    /// Mail reaches us at b@x.example."
+    bool isAside(std::string_view sentence, Cues cues, std::string_view line) {
+        const bool isNext = !naming_.empty() && sentence.data() != naming_.data();
+        if (!isNext || cues.haveTrouble()) return false;
+        // Long sentences, which are cut near each address, end here; so time stays linear.
+        const auto begin = static_cast<std::size_t>(sentence.data() - line.data());
+        const std::string_view inLine = ascii::trimRight(line.substr(0, begin));
+        if (!endsSentence(inLine.empty() ? lastText_ : inLine)) return false;
+        if (!isTroubleNamed_) {
+            isTroubleNamed_ = cuesIn(naming_).haveTrouble() || explains(naming_);
+        }
+        return *isTroubleNamed_ && !explains(sentence);
+    }
+
+    /// Whether the sentence around the first address tells whom to write to.
+    static bool tellsContact(const Notice::Line& line, const LineShape& shape) {
+        if (!line.has(Cue::contact)) return false;
+        return cuesIn(sentenceOf(line.text, shape.spans().front())).has(Cue::contact);
     }
 
     /// From here on, lines are said of `address`.
@@ -422,6 +455,10 @@ private:
     Cues lastParagraphCues_;
     /// Whether the paragraph says why; nothing while it has not been asked.
     std::optional<bool> isExplained_;
+    /// The sentence of the paragraph that names a recipient first.
+    std::string_view naming_;
+    /// Whether that sentence says that something failed; nothing while it has not been asked.
+    std::optional<bool> isTroubleNamed_;
     /// Those of the line before that was not blank.
     Cues lastCues_;
     std::string_view lastText_;

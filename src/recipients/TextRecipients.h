@@ -16,7 +16,7 @@ struct TextRecipient {
     std::string finalAddress{};
     /// What the notice says of the recipient, line by line.
     std::string said{};
-    /// Whether nothing says why the address stands there.
+    /// Whether nothing says why the address stands there, or which of two a sentence is about.
     bool isLone = false;
 };
 

@@ -122,7 +122,26 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         // in front of the address
         {"User not found: a@x.example\nUser mailbox exceeds allowed size: b@x.example\n",
          "a@x.example unknown-mailbox suppress; b@x.example mailbox-full retry"},
+        // whom to write to instead, in the same sentence or behind it
+        {"Mail to a@x.example failed. This address no longer exists, use b@x.example instead.",
+         "a@x.example unknown-mailbox suppress"},
+        {"Die Adresse a@x.example existiert nicht mehr. Ab sofort erreichen Sie uns unter "
+         "b@x.example.",
+         "a@x.example unknown-mailbox suppress"},
+        {"L'adresse a@x.example n'existe plus.\nMerci de tout envoyer vers b@x.example.",
+         "a@x.example unknown-mailbox suppress"},
+        {"Адрес a@x.example больше не существует. Пишите на b@x.example.",
+         "a@x.example unknown-mailbox suppress"},
+        {"邮箱 a@x.example 不存在，以后是 b@x.example。", "a@x.example unknown-mailbox suppress"},
+        {"Mail to a@x.example failed. It did not reach b@x.example. There is no such user.",
+         "a@x.example other retry; b@x.example unknown-mailbox suppress"},
+        // one of two, on the way
+        {"Mail to a@x.example went on to b@y.example and failed: no such user.",
+         "a@x.example unknown-mailbox retry; b@y.example unknown-mailbox retry"},
+        {"Mail to a@x.example and b@x.example failed: no such user.",
+         "a@x.example unknown-mailbox suppress; b@x.example unknown-mailbox suppress"},
         // to the sender
+        {"<a@x.example>: your own address me@own.example does not exist", "a@x.example policy fix"},
         {"<a@x.example>: Die Adresse des Absenders existiert nicht", "a@x.example policy fix"},
         {"<a@x.example>: 发件人地址不存在", "a@x.example policy fix"},
         {"<a@x.example>: host said: " + gone + " (in reply to MAIL FROM command)",

@@ -146,6 +146,10 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
         {"메일을 전달하지 못했습니다.\n받는 사람: a@x.example\n", "a@x.example"},
         {"Η παράδοση στους ακόλουθους παραλήπτες απέτυχε:\n\na@x.example\n", "a@x.example"},
         {"收件人：a@x.example\n退信原因：不存在\n", "a@x.example"},
+        {"Mesajınız iletilemedi.\n\nAlıcı: a@x.example\nGönderen: b@x.example\n", "a@x.example"},
+        {"An email you addressed to email address :\n-- a@x.example\n\nIt was no good.\n",
+         "a@x.example"},
+        {"ไม่สามารถส่งข้อความของคุณได้\n\nผู้รับ: a@x.example\n", "a@x.example"},
         // a dialogue
         {"   ----- Transcript of session follows -----\n>>> RCPT To:<a@x.example>\n"
          "<<< 550 5.1.1 unknown\n550 <a@x.example>... User unknown\n"
@@ -158,6 +162,8 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
          "a@x.example"},
         {"User's mailbox is full: <a@x.example>\nUnable to deliver mail.", "a@x.example"},
         {"お客様のメールをkijitora@x.exampleに配信できませんでした。", "kijitora@x.example"},
+        {"Votre message n'est pas parvenu à a@x.example.", "a@x.example"},
+        {"Message <1.2@mx.own.example> to a@x.example was not delivered.", "a@x.example"},
         // nobody: people who help, senders, links, the message's own words
         {"could not be delivered. For assistance, contact help@x.example\n", ""},
         {"could not be delivered\n\nPlease send questions to\n  help@x.example\n", ""},
