@@ -163,6 +163,13 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.7.1 Mail to unknown recipients from bulk senders is refused",
              "Sie verfügen nicht über die Berechtigung, an diesen Empfänger zu senden",
              "550 5.1.1 Access denied for your country",
+             "550-Requested action not taken: mailbox unavailable 550-invalid DNS MX or A record",
+             "550 Your From: address is invalid",
+             "550 5.7.1 The sending account has been suspended",
+             "554 5.7.1 sending domain suspended",
+             "550 IP name possibly forged [192.0.2.5], host not found",
+             "550 寄件者網域不存在",
+             "550 Absender unbekannt",
          }},
         {"rate-limit retry",
          {

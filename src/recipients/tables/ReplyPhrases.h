@@ -148,6 +148,22 @@ inline constexpr std::string_view senderStages[] = {
     "helo requires",
     "ehlo requires",
     "send as this sender",
+    "invalid dns mx",
+    "your from",
+    "from address domain",
+    "the from address",
+    "sending account",
+    "sending domain",
+    "sending user",
+    "for outgoing",
+    "for sending mail",
+    "may not send",
+    "possibly forged",
+    "name and password",
+    "gönderenin",
+    "寄件者網域",
+    "寄件人網域",
+    "тправителя забл",
 };
 
 /// What rows speak of that hold one of these is so for a while.
@@ -421,6 +437,9 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"mittente non", Reason::policy},
     {"отправитель не", Reason::policy},
 
+    {"callout verif", Reason::policy},
+    {"absender unbekannt", Reason::policy},
+    {"afzender bestaat niet", Reason::policy},
     // Reputation of the host or the sender
     {"permanently deferred", Reason::reputation},
     {"(rly:b1", Reason::reputation},
@@ -724,6 +743,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"블랙리스트", Reason::reputation},
     {"μαύρη λίστα", Reason::reputation},
     {"due to abuse", Reason::reputation},
+    {"possible abuse", Reason::reputation},
     // Content
     {"spam scale", Reason::content},
     {"spam detecte", Reason::content},
@@ -1054,7 +1074,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"niechcian", Reason::content},
     {"unerwunschte werbung", Reason::content},
     {"unerwunschte e-mail", Reason::content},
-    {"the virus ", Reason::content},
+    {"contains the virus", Reason::content},
     // Rates
     {"mi:stc ", Reason::rateLimit},
     {"mi:dmc ", Reason::rateLimit},
