@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <bouncecheck/ByteStore.h>
@@ -37,23 +38,40 @@ public:
     void LeaveContext() override;
     void LogData(const char* tag, const char* value) override;
 
-    std::span<const Event> events() const noexcept { return events_; }
+    /// Made of what was logged when they are asked for; without those that there is no memory
+    /// for. Valid until more is logged.
+    std::span<const Event> events() const noexcept;
     /// Hands the events out and begins anew.
     std::vector<Event> takeEvents() noexcept;
     /// How many contexts are open.
-    std::size_t depth() const noexcept { return open_.size(); }
+    std::size_t depth() const noexcept { return depth_; }
 
 private:
-    BOUNCECHECK_HIDDEN ByteStore valueOf(const char* value);
+    /// The kinds of events, those of a long value apart.
+    enum class Line : char { enter, leave, info, data, longData, sameLongData };
 
-    std::vector<Event> events_;
-    /// The last value that was long.
-    ByteStore longValue_;
-    /// The events that opened the contexts that are open, outermost first.
-    std::vector<std::size_t> open_;
+    BOUNCECHECK_HIDDEN void add(Line line, std::string_view text, std::string_view value = {});
+    BOUNCECHECK_HIDDEN void makeEvents() const;
+    BOUNCECHECK_HIDDEN Event eventOf(Line line, std::string_view text,
+                                     std::string_view value) const;
+
+    /// What was logged: of each line its kind, its text and its value, each with a NUL behind it.
+    /// To log is cheap that way, and most traces are read once or never.
+    std::string lines_;
+    std::size_t lineCount_ = 0;
+    /// Values that are too long for that, each once.
+    std::vector<ByteStore> longValues_;
+    std::size_t depth_ = 0;
     /// Contexts that were entered when there was no memory to record it; leaving them is
     /// not recorded either.
     std::size_t unopened_ = 0;
+
+    mutable std::vector<Event> events_;
+    /// How much of the lines and of the long values has become events.
+    mutable std::size_t madeBytes_ = 0;
+    mutable std::size_t madeLongValues_ = 0;
+    /// The events that opened the contexts that are open after the last one, outermost first.
+    mutable std::vector<std::size_t> open_;
 };
 
 }  // namespace bouncecheck
