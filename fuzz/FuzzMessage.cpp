@@ -68,7 +68,8 @@ std::string bodyAnswers(const Email2& email) {
 std::string answers(const Email2& email, std::size_t depth, std::size_t& entities) {
     require(depth <= limits::nesting, "the tree is no deeper than the limit");
     ++entities;
-    std::string all = entityOf(email).type() + headerAnswers(email) + bodyAnswers(email);
+    std::string all =
+        std::string(entityOf(email).type()) + headerAnswers(email) + bodyAnswers(email);
     for (int i = 0; i < email.getNumParts(); ++i)
         all += answers(*email.getPart(i), depth + 1, entities);
     require(!email.getPart(-1) && !email.getPart(email.getNumParts()), "no part outside");

@@ -17,13 +17,14 @@ int autoReply(const Evidence& evidence, Finding& finding, LogBase& log) {
 /// Takes the To address of the header that a report returns in place of the
 /// whole message.
 void takeAddressFromReturnedHeader(const Entity& message, FoundAddress& address) {
-    for (const auto& part : message.parts()) {
-        if (!contains(part->type(), "text/rfc822-headers")) continue;
+    for (std::size_t i = 0; i < message.partCount(); ++i) {
+        const Entity& part = *message.part(i);
+        if (!contains(part.type(), "text/rfc822-headers")) continue;
         // Read in place: it may be most of the message. A NUL byte ends it.
-        std::string_view text = part->body().view();
+        std::string_view text = part.body().view();
         text = text.substr(0, text.find('\0'));
         std::string completed;  // the bodies of text have their line ends
-        if (!part->mediaType().isOf("text")) text = completed = copyWithCrLf(text);
+        if (!part.mediaType().isOf("text")) text = completed = copyWithCrLf(text);
         const HeaderFields header =
             HeaderFields::ofMessage(text.substr(HeaderFields::startIn(text)));
         const HeaderField* const field = header.find("To");
@@ -57,7 +58,10 @@ int complete(int type, const Evidence& evidence, Finding& finding, LogBase& log)
     if (address.isEmpty() && message.is("multipart/report")) {
         takeAddressFromReturnedHeader(message, address);
     }
-    if (address.isEmpty()) address.set(message.field("X-Env-Sender"), AddressSource::header);
+    std::string room;
+    if (address.isEmpty()) {
+        address.set(message.fieldIn("X-Env-Sender", room), AddressSource::header);
+    }
 
     if (type == BOUNCE_AUTO_REPLY) return autoReply(evidence, finding, log);
     if (type == BOUNCE_SOFT && address.isEmpty()) {
@@ -65,7 +69,7 @@ int complete(int type, const Evidence& evidence, Finding& finding, LogBase& log)
         address.set(evidence.senderAddress.view(), AddressSource::sender);
     }
     if (type == BOUNCE_UNCLASSIFIED) {
-        const std::string autoreplyFrom = message.field("X-Autoreply-From");
+        const std::string_view autoreplyFrom = message.fieldIn("X-Autoreply-From", room);
         if (!autoreplyFrom.empty()) {
             address.set(autoreplyFrom, AddressSource::header);
             return finding.decide("6.482", log);

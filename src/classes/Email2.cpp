@@ -30,13 +30,13 @@ const Entity& entityOf(const Email2& email) noexcept { return *email.entity_; }
 bool Email2::isMultipartMixed() const noexcept { return entity_->is("multipart/mixed"); }
 bool Email2::isMultipartReport() const noexcept { return entity_->is("multipart/report"); }
 void Email2::getContentType(StringBuffer& out) const { out.append(entity_->type()); }
-int Email2::getNumParts() const noexcept { return static_cast<int>(entity_->parts().size()); }
+int Email2::getNumParts() const noexcept { return static_cast<int>(entity_->partCount()); }
 
 Email2* Email2::getPart(int index) const {
     if (index < 0 || index >= getNumParts()) return nullptr;
     const auto at = static_cast<std::size_t>(index);
-    parts_.resize(entity_->parts().size());
-    if (!parts_[at]) parts_[at].reset(new Email2(*entity_->parts()[at]));
+    parts_.resize(entity_->partCount());
+    if (!parts_[at]) parts_[at].reset(new Email2(*entity_->part(at)));
     return parts_[at].get();
 }
 

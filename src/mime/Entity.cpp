@@ -23,10 +23,19 @@ Entity::Entity(ByteStore source) : source_(std::move(source)) {
     MimeTreeBuilder::build(*this, text, HeaderFields::startIn(text));
 }
 
-void Entity::readHeader(HeaderFields header, std::string_view defaultType) {
+Entity& Entity::addPart() {
+    constexpr std::size_t usualParts = 3;
+    if (firstParts_.empty()) firstParts_.reserve(usualParts);
+    const bool isUsual = firstParts_.size() < usualParts;
+    Entity& part =
+        isUsual ? firstParts_.emplace_back() : *moreParts_.emplace_back(std::make_unique<Entity>());
+    part.source_ = source_;
+    return part;
+}
+
+void Entity::readHeader(HeaderFields header, std::string_view defaultType, std::string& room) {
     header_ = std::move(header);
     const HeaderField* contentType = header_.find("Content-Type");
-    std::string room;
     mediaType_ = MediaType(contentType ? contentType->unfoldedIn(room) : "", defaultType);
 }
 
@@ -37,11 +46,17 @@ std::string Entity::field(std::string_view name) const {
     return field ? field->decoded() : std::string();
 }
 
+std::string_view Entity::fieldIn(std::string_view name, std::string& room) const {
+    const HeaderField* field = header_.find(name);
+    return field ? field->decodedIn(room) : std::string_view();
+}
+
 bool Entity::hasFieldMatching(std::string_view name, std::string_view pattern,
                               LetterCase letters) const {
+    std::string room;
     return std::ranges::any_of(header_.all(), [&](const HeaderField& field) {
         return ascii::equalsNoCase(field.name, name) &&
-               wildcardMatch(field.decoded(), pattern, letters);
+               wildcardMatch(field.decodedIn(room), pattern, letters);
     });
 }
 
@@ -94,7 +109,7 @@ ByteStore Entity::decodedBody() const {
 }
 
 const DataBuffer& Entity::body() const {
-    if (!body_) body_ = std::make_unique<DataBuffer>(isLeaf() ? decodedBody() : ByteStore());
+    if (!body_) body_.emplace(isLeaf() ? decodedBody() : ByteStore());
     return *body_;
 }
 
@@ -125,7 +140,8 @@ const DataBuffer& Entity::plainText() const {
     if (plain) return plain->body();
     if (!htmlText_) {
         const Entity* html = firstHtml();
-        htmlText_.emplace(html ? htmlToText(html->body().view()) : std::string());
+        htmlText_ =
+            std::make_unique<DataBuffer>(html ? htmlToText(html->body().view()) : std::string());
     }
     return *htmlText_;
 }
@@ -148,7 +164,8 @@ const Entity* Entity::report() const {
 const HeaderFields& Entity::reportFields() const {
     if (!reportFields_) {
         const Entity* part = report();
-        reportFields_ = part ? HeaderFields::ofReport(part->body().view()) : HeaderFields();
+        reportFields_ = std::make_unique<HeaderFields>(
+            part ? HeaderFields::ofReport(part->body().view()) : HeaderFields());
     }
     return *reportFields_;
 }

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,24 +48,26 @@ public:
     /// 5.1.5).
     const MediaType& mediaType() const noexcept { return mediaType_; }
     /// Its name, in lower case.
-    const std::string& type() const noexcept { return mediaType_.name(); }
+    std::string_view type() const noexcept { return mediaType_.name(); }
     /// Whether its sender wants it stored rather than shown (RFC 2183).
     bool isAttachment() const;
     bool is(std::string_view type) const noexcept { return mediaType_.is(type); }
     /// Whether it has no parts; a multipart without boundary has none.
-    bool isLeaf() const noexcept { return parts_.empty(); }
-    std::span<const std::unique_ptr<Entity>> parts() const noexcept { return parts_; }
+    bool isLeaf() const noexcept { return firstParts_.empty(); }
+    std::size_t partCount() const noexcept { return firstParts_.size() + moreParts_.size(); }
     /// The direct part at `index`, or null.
     const Entity* part(std::size_t index) const noexcept {
-        return index < parts_.size() ? parts_[index].get() : nullptr;
+        if (index < firstParts_.size()) return &firstParts_[index];
+        index -= firstParts_.size();
+        return index < moreParts_.size() ? moreParts_[index].get() : nullptr;
     }
     /// The first entity in document order, this one included, for which `wanted` holds,
     /// or null.
     template <class Wanted>
     const Entity* find(Wanted&& wanted) const {
         if (wanted(*this)) return this;
-        for (const auto& part : parts_) {
-            if (const Entity* found = part->find(wanted)) return found;
+        for (std::size_t i = 0; i < partCount(); ++i) {
+            if (const Entity* found = part(i)->find(wanted)) return found;
         }
         return nullptr;
     }
@@ -81,7 +82,12 @@ public:
     const HeaderFields& header() const noexcept { return header_; }
     /// The first field of that name, as a person reads it; see HeaderField::decoded.
     std::string field(std::string_view name) const;
-    bool hasField(std::string_view name) const { return !field(name).empty(); }
+    /// The same, referring to the message where nothing is to change, else to `room`.
+    std::string_view fieldIn(std::string_view name, std::string& room) const;
+    bool hasField(std::string_view name) const {
+        std::string room;
+        return !fieldIn(name, room).empty();
+    }
     /// Whether a field of that name has a value that as a whole matches `pattern`, in
     /// which '*' stands for any run of bytes.
     bool hasFieldMatching(std::string_view name, std::string_view pattern,
@@ -120,7 +126,9 @@ public:
 private:
     friend class MimeTreeBuilder;
 
-    void readHeader(HeaderFields header, std::string_view defaultType);
+    Entity& addPart();
+    /// `room` is for what has to be unfolded meanwhile.
+    void readHeader(HeaderFields header, std::string_view defaultType, std::string& room);
     const Entity* firstHtml() const;
     bool hasLines() const noexcept;
     TransferEncoding encoding() const;
@@ -132,14 +140,17 @@ private:
     MediaType mediaType_;
     /// What follows the header, as it stands in the message.
     std::string_view bodyText_;
-    std::vector<std::unique_ptr<Entity>> parts_;
+    /// As many as most messages have, side by side in room that does not grow, so that none moves;
+    /// and those behind them.
+    std::vector<Entity> firstParts_;
+    std::vector<std::unique_ptr<Entity>> moreParts_;
 
     // What was asked for once.
-    mutable std::unique_ptr<DataBuffer> body_;
-    mutable std::optional<HeaderFields> reportFields_;
+    mutable std::optional<DataBuffer> body_;
+    mutable std::unique_ptr<HeaderFields> reportFields_;
     mutable std::optional<Mailbox> from_;
-    /// The first text/html leaf as text.
-    mutable std::optional<DataBuffer> htmlText_;
+    /// The first text/html leaf as text; seldom asked for, and there may be thousands of parts.
+    mutable std::unique_ptr<DataBuffer> htmlText_;
 };
 
 }  // namespace bouncecheck

@@ -83,6 +83,12 @@ std::size_t leadingLength(std::string_view text) noexcept {
 
 std::string HeaderField::unfolded() const {
     std::string out;
+    unfoldInto(out);
+    return out;
+}
+
+void HeaderField::unfoldInto(std::string& out) const {
+    out.clear();
     std::string_view rest = ascii::trim(wholeCharacters(rawValue, limits::fieldValue));
     out.reserve(rest.size());
     for (std::size_t end; (end = findCrLf(rest)) != npos;) {
@@ -92,19 +98,22 @@ std::string HeaderField::unfolded() const {
         while (!rest.empty() && ascii::isBlank(rest.front())) rest.remove_prefix(1);
     }
     out += rest;
-    return undeclaredToUtf8(std::move(out));
+    if (!isUtf8(out)) out = undeclaredToUtf8(std::move(out));
 }
 
 std::string_view HeaderField::unfoldedIn(std::string& room) const {
     const std::string_view value = ascii::trim(rawValue);
     const bool isAsItStands = !isCut() && asciiPrefix(value) == value.size() &&
                               value.find('\n') == std::string_view::npos;
-    return isAsItStands ? value : room = unfolded();
+    if (isAsItStands) return value;
+    unfoldInto(room);
+    return room;
 }
 
 std::string HeaderField::decoded() const {
     std::string room;
-    return std::string(decodedIn(room));
+    const std::string_view value = decodedIn(room);
+    return value.data() == room.data() ? std::move(room) : std::string(value);
 }
 
 std::string_view HeaderField::decodedIn(std::string& room) const {
@@ -165,9 +174,10 @@ HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, st
 }
 
 const HeaderField* HeaderFields::find(std::string_view name) const noexcept {
+    const std::span<const HeaderField> fields = all();
     const auto found = std::ranges::find_if(
-        fields_, [&](const HeaderField& field) { return ascii::equalsNoCase(field.name, name); });
-    return found == fields_.end() ? nullptr : &*found;
+        fields, [&](const HeaderField& field) { return ascii::equalsNoCase(field.name, name); });
+    return found == fields.end() ? nullptr : &*found;
 }
 
 }  // namespace bouncecheck

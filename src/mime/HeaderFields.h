@@ -4,9 +4,9 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <bouncecheck/Limits.h>
+#include "mime/SmallList.h"
 
 namespace bouncecheck {
 
@@ -31,6 +31,9 @@ struct HeaderField {
 
     /// Whether the value is longer than `limits::fieldValue`, up to where it is read.
     bool isCut() const noexcept { return rawValue.size() > limits::fieldValue; }
+
+private:
+    void unfoldInto(std::string& out) const;
 };
 
 /// The fields of a block of header lines, in order.
@@ -64,7 +67,7 @@ public:
     /// The first field of that name, or null.
     const HeaderField* find(std::string_view name) const noexcept;
 
-    std::span<const HeaderField> all() const noexcept { return fields_; }
+    std::span<const HeaderField> all() const noexcept { return fields_.all(); }
 
     /// How many bytes of the text belong to the block.
     std::size_t size() const noexcept { return size_; }
@@ -74,7 +77,8 @@ private:
     static HeaderFields read(std::string_view text, OtherLines otherLines, std::size_t limit,
                              std::size_t usual);
 
-    std::vector<HeaderField> fields_;
+    /// That of a part has no more fields than these, mostly.
+    SmallList<HeaderField, 4> fields_;
     std::size_t size_ = 0;
 };
 

@@ -346,6 +346,7 @@ std::vector<Mailbox> parseMailboxes(std::string_view field, std::size_t limit) {
 }
 
 Mailbox parseSender(std::string_view field) {
+    if (std::optional<Mailbox> only = plainMailbox(field)) return *std::move(only);
     std::vector<Mailbox> mailboxes = parseMailboxes(field, 1);
     if (mailboxes.empty()) return {};
     Mailbox& sender = mailboxes.front();

@@ -1,6 +1,7 @@
 #include "mime/MediaType.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <functional>
 #include <iterator>
@@ -16,6 +17,14 @@
 
 namespace bouncecheck {
 namespace {
+
+/// Those of most parts.
+constexpr std::array<std::string_view, 10> commonTypes = {
+    "text/plain",        "text/html",
+    "multipart/report",  "message/delivery-status",
+    "message/rfc822",    "text/rfc822-headers",
+    "multipart/mixed",   "multipart/alternative",
+    "multipart/related", "message/feedback-report"};
 
 /// RFC 2045, section 5.1.
 bool isToken(std::string_view text) noexcept {
@@ -147,7 +156,6 @@ ParameterizedValue::ParameterizedValue(std::string_view value) {
     Reader reader(value);
     reader.skip("");
     head_ = reader.word(";(");
-    if (!reader.atEnd()) pieces_.reserve(4);
     while (pieces_.size() < limits::parameters) {
         reader.skip(";");
         if (reader.atEnd()) break;
@@ -162,12 +170,13 @@ ParameterizedValue::ParameterizedValue(std::string_view value) {
 
 std::string ParameterizedValue::parameter(std::string_view name) const {
     const auto isOf = [&](const Piece& piece) { return ascii::equalsNoCase(piece.name, name); };
-    const auto first = std::ranges::find_if(pieces_, isOf);
-    if (first == pieces_.end()) return {};
-    const bool isSole = std::none_of(first + 1, pieces_.end(), isOf);
+    const std::span<const Piece> pieces = pieces_.all();
+    const auto first = std::ranges::find_if(pieces, isOf);
+    if (first == pieces.end()) return {};
+    const bool isSole = std::none_of(first + 1, pieces.end(), isOf);
     if (isSole && first->isPlain()) return first->value();
     std::vector<Piece> own;
-    std::copy_if(first, pieces_.end(), std::back_inserter(own), isOf);
+    std::copy_if(first, pieces.end(), std::back_inserter(own), isOf);
     // Extended and divided forms first, so that they win over a plain one.
     std::ranges::stable_sort(own, std::less<>(), [](const Piece& piece) {
         return std::pair(piece.isPlain(), piece.index.value_or(0));
@@ -183,15 +192,22 @@ MediaType::MediaType(std::string_view value, std::string_view defaultType) {
     const ParameterizedValue parsed(value);
     boundary_ = parsed.parameter("boundary");
     charset_ = canonicalCharsetName(parsed.parameter("charset"));
-    std::string head = ascii::lowerCase(parsed.head());
+    const std::string_view head = parsed.head();
+    const auto common = std::ranges::find_if(
+        commonTypes, [&](std::string_view type) { return ascii::equalsNoCase(type, head); });
+    if (common != commonTypes.end()) {
+        name_ = *common;
+        return;
+    }
     const std::size_t slash = head.find('/');
-    const bool isWellFormed = slash != npos && isToken(std::string_view(head).substr(0, slash)) &&
-                              isToken(std::string_view(head).substr(slash + 1));
-    name_ = isWellFormed ? std::move(head) : "text/plain";
+    const bool isWellFormed =
+        slash != npos && isToken(head.substr(0, slash)) && isToken(head.substr(slash + 1));
+    if (isWellFormed) rareName_ = ascii::lowerCase(head);
 }
 
 bool MediaType::isOf(std::string_view type) const noexcept {
-    return name_.size() > type.size() && name_.starts_with(type) && name_[type.size()] == '/';
+    const std::string_view own = name();
+    return own.size() > type.size() && own.starts_with(type) && own[type.size()] == '/';
 }
 
 }  // namespace bouncecheck

@@ -4,7 +4,8 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "mime/SmallList.h"
 
 namespace bouncecheck {
 
@@ -30,6 +31,7 @@ private:
     /// One `name=value` as written: a plain parameter (`name`), an extended one
     /// (`name*`) or a piece of one in several (`name*0`, `name*0*`).
     struct Piece {
+        Piece() = default;
         Piece(std::string_view writtenName, std::string_view writtenValue);
 
         bool isPlain() const noexcept { return !extended && !index; }
@@ -47,21 +49,21 @@ private:
     static std::string joined(std::span<const Piece> pieces);
 
     std::string_view head_;
-    std::vector<Piece> pieces_;
+    SmallList<Piece, 4> pieces_;
 };
 
 /// A Content-Type (RFC 2045, section 5).
 class MediaType {
 public:
-    MediaType() : name_("text/plain") {}
+    MediaType() = default;
 
-    /// `value` is the unfolded field; "" reads as `defaultType`, what has not the
+    /// `value` is the unfolded field; "" reads as `defaultType`, a literal, what has not the
     /// form type/subtype as "text/plain" (RFC 2045, section 5.2).
     MediaType(std::string_view value, std::string_view defaultType);
 
     /// "type/subtype" in lower case.
-    const std::string& name() const noexcept { return name_; }
-    bool is(std::string_view name) const noexcept { return name_ == name; }
+    std::string_view name() const noexcept { return rareName_.empty() ? name_ : rareName_; }
+    bool is(std::string_view type) const noexcept { return name() == type; }
     /// Whether the type before the slash is `type`.
     bool isOf(std::string_view type) const noexcept;
     /// The parameter boundary; "" when there is none (RFC 2046, section 5.1.1).
@@ -71,7 +73,10 @@ public:
 
 private:
     // No other parameter is asked for, and there may be as many types as parts.
-    std::string name_;
+    /// A literal, which takes no memory of its own.
+    std::string_view name_ = "text/plain";
+    /// A name that is none of those; else empty.
+    std::string rareName_;
     std::string boundary_;
     std::string charset_;
 };

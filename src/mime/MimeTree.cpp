@@ -21,7 +21,6 @@ std::string_view boundaryOf(const MediaType& type) noexcept {
 
 void MimeTreeBuilder::build(Entity& root, std::string_view text, std::size_t headerStart) {
     MimeTreeBuilder builder(text);
-    builder.open_.reserve(4);
     builder.open(root, headerStart, "text/plain");
     std::size_t at = builder.position_;
     if (!text.substr(at).starts_with(dashes)) at = builder.nextDashLine(at);
@@ -38,7 +37,7 @@ void MimeTreeBuilder::build(Entity& root, std::string_view text, std::size_t hea
 
 std::size_t MimeTreeBuilder::nextDashLine(std::size_t from) const noexcept {
     const auto isSought = [](const OpenEntity& entity) { return !entity.boundary.empty(); };
-    if (std::ranges::none_of(open_, isSought)) return npos;
+    if (std::ranges::none_of(open_.all(), isSought)) return npos;
     for (std::size_t at = from; (at = findPair(text_, '\n', '-', at)) != npos; ++at) {
         const bool isLineStart = at > from && text_[at - 1] == '\r';
         if (isLineStart && text_.substr(at + 1).starts_with(dashes)) return at + 1;
@@ -51,7 +50,7 @@ void MimeTreeBuilder::open(Entity& entity, std::size_t headerStart, std::string_
     const std::size_t usual = open_.empty() ? HeaderFields::usualFields : 4;
     entity.readHeader(
         HeaderFields::ofMessage(text_.substr(headerStart), limits::headerFields - fields_, usual),
-        defaultType);
+        defaultType, room_);
     fields_ += entity.header_.all().size();
     position_ = headerStart + entity.header_.size();
     const bool mayHaveParts = open_.size() < limits::nesting;
@@ -60,7 +59,7 @@ void MimeTreeBuilder::open(Entity& entity, std::size_t headerStart, std::string_
 
 void MimeTreeBuilder::closeDownTo(std::size_t keep, std::size_t end) {
     while (open_.size() > keep) {
-        const OpenEntity& last = open_.back();
+        const OpenEntity& last = open_.all().back();
         last.entity->bodyText_ =
             text_.substr(last.bodyStart, std::max(end, last.bodyStart) - last.bodyStart);
         open_.pop_back();
@@ -68,8 +67,9 @@ void MimeTreeBuilder::closeDownTo(std::size_t keep, std::size_t end) {
 }
 
 bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
-    for (std::size_t i = open_.size(); i-- > 0;) {
-        std::string_view& boundary = open_[i].boundary;
+    const std::span<OpenEntity> enclosing = open_.all();
+    for (std::size_t i = enclosing.size(); i-- > 0;) {
+        std::string_view& boundary = enclosing[i].boundary;
         std::string_view rest = line.substr(dashes.size());
         if (boundary.empty() || !rest.starts_with(boundary)) continue;
         rest.remove_prefix(boundary.size());
@@ -84,13 +84,10 @@ bool MimeTreeBuilder::onDashLine(std::size_t lineStart, std::string_view line) {
             return true;
         }
         ++parts_;
-        Entity& parent = *open_[i].entity;
-        if (parent.parts_.empty()) parent.parts_.reserve(4);
-        parent.parts_.push_back(std::make_unique<Entity>());
-        parent.parts_.back()->source_ = parent.source_;
+        Entity& parent = *enclosing[i].entity;
         const std::size_t lineStop = findCrLf(text_, position_);
         const std::size_t partStart = lineStop == npos ? text_.size() : lineStop + crLf.size();
-        open(*parent.parts_.back(), partStart,
+        open(parent.addPart(), partStart,
              parent.mediaType_.is("multipart/digest") ? "message/rfc822" : "text/plain");
         return true;
     }

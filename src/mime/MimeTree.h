@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
-#include <vector>
+
+#include "mime/SmallList.h"
 
 namespace bouncecheck {
 
@@ -39,7 +41,8 @@ private:
     std::size_t nextDashLine(std::size_t from) const noexcept;
 
     std::string_view text_;
-    std::vector<OpenEntity> open_;
+    SmallList<OpenEntity, 4> open_;
+    std::string room_;
     std::size_t parts_ = 0;
     std::size_t fields_ = 0;
     /// Where the text goes on after the last delimiter and part header.

@@ -61,7 +61,7 @@ private:
     std::size_t last_ = 0;
 };
 
-bool isOwnType(const std::string& type) {
+bool isOwnType(std::string_view type) {
     return !isOfKind(type, ReportKind::delivery, ReportKind::complaint, ReportKind::receipt,
                      ReportKind::message, ReportKind::header);
 }
@@ -92,7 +92,7 @@ void append(std::string& text, std::string_view part) {
 
 void appendTexts(const Entity& entity, std::string& text) {
     if (!entity.isLeaf()) {
-        for (const auto& part : entity.parts()) appendTexts(*part, text);
+        for (std::size_t i = 0; i < entity.partCount(); ++i) appendTexts(*entity.part(i), text);
     } else if (entity.is("text/plain") && !entity.isAttachment()) {
         append(text, entity.body().view());
     } else if (entity.type().starts_with("multipart/") && isOwnType(entity.type())) {

@@ -156,8 +156,10 @@ void StringBuffer::replaceAllWithUchar(const char* from, unsigned byte) {
 }
 
 void StringBuffer::trim2() {
-    const std::string_view trimmed = ascii::trim(view());
-    if (trimmed.size() != view().size()) changing() = std::string(trimmed);
+    if (ascii::trim(view()).size() == view().size()) return;
+    std::string& text = changing();
+    text.resize(ascii::trimRight(text).size());
+    text.erase(0, text.size() - ascii::trimLeft(text).size());
 }
 
 void StringBuffer::captureNonWS(const char* p) {
