@@ -26,8 +26,8 @@ AutoReplySign signOf(const Evidence& evidence, const ScannedText& text) {
     }
 
     // The subject as it came: the tags of spam filters are still in it.
-    const std::string field = evidence.message.field("Subject");
-    const std::string_view rawSubject = ascii::trim(field);
+    std::string room;
+    const std::string_view rawSubject = ascii::trim(evidence.message.fieldIn("Subject", room));
     const bool isKnown = rawSubject == evidence.subject.view();
     const ScannedText own = evidence.scanned(TextOf::subject, rawSubject);
     const ScannedText& subject = isKnown ? evidence.subject : own;

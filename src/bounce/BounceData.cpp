@@ -65,7 +65,8 @@ bool appendFirstBodies(const Entity& message, StringBuffer& data, LogBase& log) 
 
 void readSubject(const Entity& message, StringBuffer& subject) {
     subject.weakClear();
-    subject.append(message.field("Subject"));
+    std::string room;
+    subject.append(message.fieldIn("Subject", room));
     for (const char* spamTag : {"Possible Spam :", "SPAM-LOW:", "SPAM >"}) {
         subject.replaceFirstOccurance(spamTag, "", false);
     }

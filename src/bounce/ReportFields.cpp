@@ -6,21 +6,22 @@
 namespace bouncecheck {
 namespace {
 
-std::string reportField(const Entity& message, std::string_view name) {
+void appendReportField(const Entity& message, std::string_view name, StringBuffer& out) {
     const HeaderField* field = message.reportFields().find(name);
-    return field ? field->decoded() : std::string();
+    std::string room;
+    if (field) out.append(field->decodedIn(room));
 }
 
 /// Who failed; without the type of the address.
 StringBuffer recipientOf(const Entity& message, const StringBuffer& plainText, LogBase& log) {
     StringBuffer recipient;
-    recipient.append(reportField(message, "Original-recipient"));
+    appendReportField(message, "Original-recipient", recipient);
     // With "(generated from" in the text the final recipient is the address
     // behind an alias, which is not the one that the sender knows.
     if (recipient.isEmpty() && !plainText.containsSubstring("(generated from")) {
-        recipient.append(reportField(message, "Final-Recipient"));
+        appendReportField(message, "Final-Recipient", recipient);
     }
-    if (recipient.isEmpty()) recipient.append(reportField(message, "Original-Rcpt-To"));
+    if (recipient.isEmpty()) appendReportField(message, "Original-Rcpt-To", recipient);
     if (!recipient.isEmpty()) log.LogDataSb("OriginalRecipient", recipient);
     for (const char* addressType : {"RFC822;", "rfc822;", "LOCAL;", "local;"}) {
         recipient.replaceFirstOccurance(addressType, "", false);
@@ -42,14 +43,17 @@ bool isMultipartReport(const Entity& message, LogBase& log) {
     return true;
 }
 
-std::string feedbackTypeOf(const Entity& message) { return reportField(message, "Feedback-Type"); }
+std::string feedbackTypeOf(const Entity& message) {
+    const HeaderField* field = message.reportFields().find("Feedback-Type");
+    return field ? field->decoded() : std::string();
+}
 
 ReportFields readReportFields(const Entity& message, LogBase& log) {
     LogContextExitor context(log, "getMultipartReportInfo");
     ReportFields fields;
-    fields.disposition.append(reportField(message, "Disposition"));
-    fields.action.append(reportField(message, "Action"));
-    fields.diagnosticCode.append(reportField(message, "Diagnostic-Code"));
+    appendReportField(message, "Disposition", fields.disposition);
+    appendReportField(message, "Action", fields.action);
+    appendReportField(message, "Diagnostic-Code", fields.diagnosticCode);
     fields.plainTextBody.append(message.plainText());
     fields.recipient = recipientOf(message, fields.plainTextBody, log);
     if (const Entity* report = message.report()) fields.deliveryStatus.append(report->body());

@@ -82,7 +82,8 @@ int multipartReport(const Evidence& evidence, Finding& finding, LogBase& log, bo
 int avgMail(const Evidence& evidence, Finding& finding, LogBase& log) {
     const Entity& message = evidence.message;
     if (!message.is("multipart/mixed")) return BOUNCE_NONE;
-    if (!contains(message.field("Content-Type"), "AVGMAIL")) return BOUNCE_NONE;
+    std::string room;
+    if (!contains(message.fieldIn("Content-Type", room), "AVGMAIL")) return BOUNCE_NONE;
     const Entity* first = message.part(0);
     if (!first || !first->is("multipart/report")) return BOUNCE_NONE;
 

@@ -66,7 +66,8 @@ int subjectForms(const Evidence& evidence, Finding& finding, LogBase& log) {
     }
     if (subject == "Invalid E-Mail Address") {
         StringBuffer recipient;
-        recipient.append(evidence.message.field("Original-Recipient"));
+        std::string room;
+        recipient.append(evidence.message.fieldIn("Original-Recipient", room));
         recipient.replaceAllOccurances("rfc822;", "");
         recipient.trim2();
         address.set(recipient.view(), AddressSource::header);
@@ -106,7 +107,8 @@ int challengeService(const Evidence& evidence, Finding& finding, LogBase& log) {
         finding.address.set(evidence.senderName.view(), AddressSource::sender);
         return finding.decide("12.6", log);
     }
-    const std::string errorsTo = evidence.message.field("Errors-To");
+    std::string room;
+    const std::string_view errorsTo = evidence.message.fieldIn("Errors-To", room);
     if (!containsNoCase(errorsTo, providers::challengeServiceNoReply)) return BOUNCE_NONE;
     if (const Match match = evidence.firstOf("12.8")) return finding.decide("12.8", log, match);
     return finding.decide("6.1", log);
@@ -150,6 +152,7 @@ int specialCases1(const Evidence& evidence, Finding& finding, LogBase& log) {
 
 int specialCases2(const Evidence& evidence, Finding& finding, LogBase& log) {
     log.LogInfo("Checking specific headers...");
+    std::string room;
     if (evidence.message.hasFieldMatching("X-Autoreply", "yes", LetterCase::ignored)) {
         takeSender(evidence, finding);
         return finding.decide("6.14", log);
@@ -159,12 +162,12 @@ int specialCases2(const Evidence& evidence, Finding& finding, LogBase& log) {
         if (finding.address.text.containsSubstringNoCase("donotreply")) finding.address.clear();
         return finding.decide("12.2", log);
     }
-    if (containsNoCase(evidence.message.field("Reply-To"), "webmaster-confirm")) {
+    if (containsNoCase(evidence.message.fieldIn("Reply-To", room), "webmaster-confirm")) {
         emailBody(evidence, finding, log);  // for the address that it finds
         return finding.decide("12.3", log);
     }
     if (evidence.message.hasField("X-DSNContext")) return emailBody(evidence, finding, log);
-    if (ascii::equalsNoCase(evidence.message.field("Delivered-To"), "autoresponder")) {
+    if (ascii::equalsNoCase(evidence.message.fieldIn("Delivered-To", room), "autoresponder")) {
         takeSender(evidence, finding);
         return finding.decide("6.2", log);
     }
@@ -193,14 +196,15 @@ int specialCases3(const Evidence& evidence, Finding& finding, LogBase& log) {
         takeSender(evidence, finding);
         return finding.decide("6.4", log);
     }
-    if (evidence.message.field("Precedence") == "auto_reply") {
+    std::string room;
+    if (evidence.message.fieldIn("Precedence", room) == "auto_reply") {
         takeSender(evidence, finding);
         if (const Match match = evidence.firstOf("12.9")) {
             return finding.decide("12.9", log, match);
         }
         return finding.decide("6.5", log);
     }
-    if (containsNoCase(evidence.message.field("Reply-To"), "challengereply")) {
+    if (containsNoCase(evidence.message.fieldIn("Reply-To", room), "challengereply")) {
         takeSender(evidence, finding);
         return finding.decide("6.6", log);
     }
