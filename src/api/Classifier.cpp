@@ -26,7 +26,7 @@ Verdict verdictOf(ClassifiedMessage&& message) {
     verdict.rule = finding.rule;
     verdict.match = finding.match;
     verdict.pattern = finding.pattern;
-    verdict.address = finding.address.text.view();
+    verdict.address = std::move(finding.address.text.takeBytes().changing());
     verdict.addressSource = finding.address.source;
     if (finding.address.marker) verdict.marker = markerMatch(*finding.address.marker);
     verdict.text = message.text.takeBytes();

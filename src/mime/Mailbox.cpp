@@ -298,31 +298,59 @@ private:
     bool anglesOpen_ = false;
 };
 
-/// The mailbox of a field that is written as most are, "a@b.example" or "Name <a@b.example>"
-/// without anything that has to be undone; nothing of any other.
+/// Bytes that mean something in a field of addresses.
+constexpr ByteSet special("\"(),:;<>=@[\\] \t\r\n\v\f");
+
+/// Whether `text` is words with nothing but blanks between them.
+bool isPlainText(std::string_view text) noexcept {
+    return std::ranges::all_of(text, [](char c) { return c == ' ' || !special.contains(c); });
+}
+
+/// The words that `text` consists of, with one blank between them; nothing when it is more than
+/// that.
+std::optional<std::string> plainWords(std::string_view text) {
+    std::string words;
+    for (std::size_t count = 0; !text.empty(); ++count) {
+        const std::size_t length = lengthBefore(special, text);
+        const bool isWord = length > 0 && (length == text.size() || text[length] == ' ');
+        if (!isWord || count == limits::mailboxWords) return std::nullopt;
+        words.append(count == 0 ? "" : " ").append(text, 0, length);
+        text = ascii::trimLeft(text.substr(length));
+    }
+    return words;
+}
+
+/// The mailbox of a field that is written as most are, without anything that has to be undone:
+/// "a@b.example", "a@b.example (Name)", "Name <a@b.example>" or "Name" in quotes there; in brackets
+/// there may also be one word, or nothing. Nothing of any other.
 std::optional<Mailbox> plainMailbox(std::string_view field) {
-    static constexpr ByteSet special("\"(),:;<=>@[\\] \t\r\n\v\f");
     field = ascii::trim(field);
     const bool isBracketed = field.ends_with('>');
-    const std::size_t open = isBracketed ? field.find('<') : 0;
-    if (open == npos) return std::nullopt;
-    const std::string_view address =
-        isBracketed ? field.substr(open + 1, field.size() - open - 2) : field;
+    std::string_view address = field;
+    std::string_view name;
+    if (isBracketed || field.ends_with(')')) {
+        const std::size_t open = field.find(isBracketed ? '<' : '(');
+        if (open == npos) return std::nullopt;
+        address = ascii::trim(field.substr(0, open));
+        name = field.substr(open + 1, field.size() - open - 2);
+        if (isBracketed) std::swap(address, name);
+    }
     const std::size_t sign = lengthBefore(special, address);
-    if (sign == address.size() || address[sign] != '@') return std::nullopt;
-    if (lengthBefore(special, address.substr(sign + 1)) != address.size() - sign - 1) {
+    const bool hasSign = sign < address.size();
+    if (hasSign ? address[sign] != '@' : !isBracketed) return std::nullopt;
+    if (hasSign && lengthBefore(special, address.substr(sign + 1)) < address.size() - sign - 1) {
         return std::nullopt;
     }
-    std::string_view name = ascii::trim(field.substr(0, open));
-    Mailbox mailbox{{}, std::string(address)};
-    for (std::size_t words = 0; !name.empty(); ++words) {
-        const std::size_t length = lengthBefore(special, name);
-        const bool isWord = length > 0 && (length == name.size() || name[length] == ' ');
-        if (!isWord || words == limits::mailboxWords) return std::nullopt;
-        mailbox.name.append(words == 0 ? "" : " ").append(name, 0, length);
-        name = ascii::trimLeft(name.substr(length));
+    const bool isQuoted =
+        isBracketed && name.size() >= 2 && name.starts_with('"') && name.ends_with('"');
+    if (isQuoted) name = name.substr(1, name.size() - 2);
+    if (isQuoted || !isBracketed) {
+        if (!isPlainText(name)) return std::nullopt;
+        return Mailbox{std::string(ascii::trim(name)), std::string(address)};
     }
-    return mailbox;
+    std::optional<std::string> words = plainWords(name);
+    if (!words) return std::nullopt;
+    return Mailbox{*std::move(words), std::string(address)};
 }
 
 }  // namespace
