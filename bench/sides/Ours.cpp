@@ -38,6 +38,20 @@ void classifyAll(const std::vector<StoredMessage>& messages) {
     }
 }
 
+void readTraces(const std::vector<StoredMessage>& messages) {
+    BounceCheck check;
+    std::size_t events = 0;
+    for (const StoredMessage& message : messages) {
+        Email2 email(message.bytes);
+        LogTrace log;
+        StringBuffer address;
+        StringBuffer data;
+        check.checkEmail(email, address, data, log);
+        events += log.events().size();
+    }
+    if (events == 0) throw std::logic_error("no event");
+}
+
 /// What a program asks of each message: the verdict, and who failed and why where it `Asks`.
 template <bool Asks>
 void answerAll(const std::vector<StoredMessage>& messages) {
@@ -55,6 +69,7 @@ void timeAll(const std::vector<StoredMessage>& messages) {
     printTime("parse", [&] { parseAll(messages); });
     printTime("classify", [&] { classifyAll<LogNull>(messages); });
     printTime("classify-traced", [&] { classifyAll<LogTrace>(messages); });
+    printTime("classify-trace-read", [&] { readTraces(messages); });
     printTime("verdict", [&] { answerAll<false>(messages); });
     printTime("verdict-recipients", [&] { answerAll<true>(messages); });
 }

@@ -38,11 +38,12 @@ public:
     void LeaveContext() override;
     void LogData(const char* tag, const char* value) override;
 
-    /// Made of what was logged when they are asked for; without those that there is no memory
-    /// for. Valid until more is logged.
-    std::span<const Event> events() const noexcept;
-    /// Hands the events out and begins anew.
-    std::vector<Event> takeEvents() noexcept;
+    /// Made of what was logged when they are asked for, so not by several threads at once.
+    /// Valid until more is logged. Throws std::bad_alloc when memory runs out, and may be asked
+    /// again then.
+    std::span<const Event> events() const;
+    /// Hands the events out and begins anew. Throws as `events` does; nothing is lost then.
+    std::vector<Event> takeEvents();
     /// How many contexts are open.
     std::size_t depth() const noexcept { return depth_; }
 

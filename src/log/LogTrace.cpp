@@ -89,17 +89,13 @@ void LogTrace::makeEvents() const {
     }
 }
 
-std::span<const LogTrace::Event> LogTrace::events() const noexcept {
-    try {
-        makeEvents();
-    } catch (...) {
-        // There was no memory for those that are missing.
-    }
+std::span<const LogTrace::Event> LogTrace::events() const {
+    makeEvents();
     return events_;
 }
 
-std::vector<LogTrace::Event> LogTrace::takeEvents() noexcept {
-    (void)events();
+std::vector<LogTrace::Event> LogTrace::takeEvents() {
+    makeEvents();
     lines_ = {};
     lineCount_ = 0;
     longValues_ = {};

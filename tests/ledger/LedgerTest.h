@@ -14,19 +14,13 @@
 #include "ledger/Listing.h"
 #include "ledger/Protection.h"
 #include "ledger/Recorder.h"
+#include "support/TestFolder.h"
 
 namespace bouncecheck::ledger {
 
 /// A folder with a ledger, for each test.
 class LedgerTest : public testing::Test {
 protected:
-    LedgerTest()
-        : folder_(std::filesystem::path(testing::TempDir()) /
-                  ("bouncecheck-ledger-" +
-                   std::string(testing::UnitTest::GetInstance()->current_test_info()->name()))) {
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
-    }
     ~LedgerTest() override { std::filesystem::remove_all(folder_); }
 
     std::string path(std::string_view name = "ledger") const { return (folder_ / name).string(); }
@@ -53,7 +47,7 @@ protected:
         return state.since ? text + " @" + std::to_string(*state.since / secondsPerDay) : text;
     }
 
-    std::filesystem::path folder_;
+    const std::filesystem::path folder_ = makeTestFolder();
 };
 
 /// A message of its own that says `report` on a day.

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "support/TestFolder.h"
 #include "tool/Run.h"
 
 namespace bouncecheck {
@@ -42,10 +43,6 @@ inline ToolRun run(const std::vector<std::string>& arguments, const Terminal& te
 /// A folder of its own for each test.
 class Tool : public testing::Test {
 protected:
-    Tool() : folder_(fs::path(testing::TempDir()) / ("bouncecheck-" + testName())) {
-        fs::remove_all(folder_);
-        fs::create_directories(folder_);
-    }
     ~Tool() override { fs::remove_all(folder_); }
 
     std::string write(const std::string& name, const std::string& content) {
@@ -55,12 +52,7 @@ protected:
     }
     std::string path(const std::string& name = "") const { return (folder_ / name).string(); }
 
-    fs::path folder_;
-
-private:
-    static std::string testName() {
-        return testing::UnitTest::GetInstance()->current_test_info()->name();
-    }
+    const fs::path folder_ = makeTestFolder();
 };
 
 inline const char* const failedReport =
