@@ -33,8 +33,8 @@ inline std::size_t findBytes(std::string_view text, std::string_view needle, std
 }
 
 /// The first position at or after `from` where `first` stands right before `second`, or npos. Bytes
-/// that are frequent but seldom stand together, as line ends and what mail has few lines begin with,
-/// are found several times as fast as by a search for either.
+/// that are frequent but seldom stand together, as line ends and what mail has few lines begin
+/// with, are found several times as fast as by a search for either.
 std::size_t findPair(std::string_view text, char first, char second, std::size_t from) noexcept;
 
 inline bool contains(std::string_view text, std::string_view needle) noexcept {
