@@ -9,7 +9,7 @@
 namespace bouncecheck::phrases {
 
 /// The most rows that a catalog may have.
-inline constexpr std::size_t maxRows = 3648;
+inline constexpr std::size_t maxRows = 1024;
 
 /// A set of rows of a catalog, by their index.
 class RowSet {

@@ -9,7 +9,7 @@
 #include "mime/HtmlText.h"
 #include "mime/LineEnds.h"
 #include "mime/ReportTypes.h"
-#include "phrases/Matcher.h"
+#include "phrases/CompiledMatcher.h"
 #include "recipients/LineShape.h"
 #include "recipients/tables/NoticeCues.h"
 #include "text/Ascii.h"
@@ -20,19 +20,11 @@
 namespace bouncecheck {
 namespace {
 
-constexpr std::size_t cueCount = noticeCues.size();
-constexpr std::array<std::string_view, cueCount> phrasesOfCues() {
-    std::array<std::string_view, cueCount> phrases{};
-    for (std::size_t i = 0; i < cueCount; ++i) phrases[i] = noticeCues[i].phrase;
-    return phrases;
-}
-constexpr phrases::PackedTexts<cueCount, phrases::packedSize(noticeCues, &NoticeCue::phrase)>
-    cuePhrases(noticeCues, &NoticeCue::phrase);
-constexpr phrases::Tables<cueCount> cueTables{phrasesOfCues()};
-constexpr phrases::Matcher cueMatcher(cuePhrases.all(), cueTables);
+constexpr const phrases::Matcher& cueMatcher =
+    phrases::CompiledMatcher<noticeCues, &NoticeCue::phrase>::matcher;
 
 constexpr auto cues = [] {
-    std::array<Cue, cueCount> all{};
+    std::array<Cue, noticeCues.size()> all{};
     std::ranges::transform(noticeCues, all.begin(), &NoticeCue::cue);
     return all;
 }();

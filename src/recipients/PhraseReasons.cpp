@@ -2,31 +2,27 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 
-#include "phrases/Catalog.h"
+#include "phrases/CompiledMatcher.h"
 #include "recipients/tables/ReplyPhrases.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
 
-constexpr std::array<std::size_t, 3> rowCounts = {std::size(clearPhrases), std::size(fairPhrases),
-                                                  std::size(weakPhrases)};
+/// How many rows there are up to the end of each kind, in the one numbering that a pass goes by.
+constexpr std::array<std::size_t, phraseKinds> ends = {
+    std::size(clearPhrases), std::size(clearPhrases) + std::size(fairPhrases),
+    std::size(clearPhrases) + std::size(fairPhrases) + std::size(weakPhrases)};
+constexpr std::size_t rowCount = ends.back();
 
-/// Where the rows of a kind are in the one numbering that a pass goes by.
-constexpr phrases::RowRange rangeOf(PhraseKind kind) noexcept {
-    phrases::RowRange range;
-    for (std::size_t i = 0; i <= static_cast<std::size_t>(kind); ++i) {
-        range.first = range.end;
-        range.end += rowCounts[i];
-    }
-    return range;
+constexpr std::size_t kindOf(std::size_t row) noexcept {
+    return row < ends[0] ? 0 : row < ends[1] ? 1 : 2;
 }
 
-constexpr std::size_t rowCount = rangeOf(PhraseKind::weak).end;
-
 /// The rows of all kinds; for the compiler only.
-constexpr auto allRows = [] {
+constexpr auto replyRows = [] {
     std::array<PhraseRow, rowCount> all{};
     auto end = std::ranges::copy(clearPhrases, all.begin()).out;
     end = std::ranges::copy(fairPhrases, end).out;
@@ -34,83 +30,78 @@ constexpr auto allRows = [] {
     return all;
 }();
 
-constexpr auto replyRows = [] {
-    std::array<phrases::Row, rowCount> all{};
-    for (std::size_t i = 0; i < rowCount; ++i) all[i].text = allRows[i].phrase;
-    return all;
-}();
-
-constexpr phrases::Catalog catalog = phrases::CompiledCatalog<replyRows>::catalog({});
-
 constexpr auto stageRows = [] {
-    std::array<phrases::Row, std::size(senderStages) + std::size(dataStages)> all{};
-    std::size_t count = 0;
-    for (const std::string_view stage : senderStages) all[count++].text = stage;
-    for (const std::string_view stage : dataStages) all[count++].text = stage;
+    std::array<std::string_view, std::size(senderStages) + std::size(dataStages)> all{};
+    const auto end = std::ranges::copy(senderStages, all.begin()).out;
+    std::ranges::copy(dataStages, end);
     return all;
 }();
 
-constexpr phrases::Catalog stageCatalog = phrases::CompiledCatalog<stageRows>::catalog({});
-
-constexpr bool allAreSearchable(std::span<const phrases::Row> all) {
-    for (const phrases::Row& row : all) {
-        if (!phrases::isSearchable(row)) return false;
-    }
-    return true;
-}
-static_assert(allAreSearchable(replyRows) && allAreSearchable(stageRows),
-              "a phrase is too short for the pass");
-
-constexpr phrases::RowSet temporaryRows = [] {
-    phrases::RowSet set;
-    for (std::size_t i = 0; i < rowCount; ++i) {
-        const bool isTemporary = std::ranges::any_of(temporaryWords, [&](std::string_view words) {
-            return allRows[i].phrase.find(words) != npos;
-        });
-        if (isTemporary || allRows[i].reason == Reason::expired) set.add(i);
-    }
-    return set;
-}();
+using ReplyPhrases = phrases::CompiledMatcher<replyRows, &PhraseRow::phrase>;
+using StagePhrases = phrases::CompiledMatcher<stageRows, std::identity{}>;
 
 /// What a row says, beside its phrase.
 struct Meaning {
     Reason reason;
     bool lasts;
+    bool isTemporary;
 };
 constexpr auto meanings = [] {
     std::array<Meaning, rowCount> all{};
-    std::ranges::transform(allRows, all.begin(), [](const PhraseRow& row) {
-        return Meaning{row.reason, row.lasts};
+    std::ranges::transform(replyRows, all.begin(), [](const PhraseRow& row) {
+        const bool isTemporary = std::ranges::any_of(
+            temporaryWords, [&](std::string_view words) { return row.phrase.find(words) != npos; });
+        return Meaning{row.reason, row.lasts, isTemporary || row.reason == Reason::expired};
     });
     return all;
 }();
 
 PhraseRow rowAt(std::size_t number) noexcept {
-    return {catalog.texts[number], meanings[number].reason, meanings[number].lasts};
+    return {ReplyPhrases::texts[number], meanings[number].reason, meanings[number].lasts};
 }
+
+/// Receives the stages that a pass finds, and keeps the first in the order of the table.
+struct FirstStage {
+    std::size_t row = stageRows.size();
+
+    bool wants(std::size_t other, std::size_t) const noexcept { return other < row; }
+    void onFound(std::size_t other, std::size_t) noexcept { row = other; }
+};
 
 }  // namespace
 
 std::vector<PhraseRow> phraseRows(PhraseKind kind) {
-    const phrases::RowRange range = rangeOf(kind);
+    const auto index = static_cast<std::size_t>(kind);
     std::vector<PhraseRow> rows;
-    for (std::size_t row = range.first; row < range.end; ++row) rows.push_back(rowAt(row));
+    for (std::size_t row = index == 0 ? 0 : ends[index - 1]; row < ends[index]; ++row) {
+        rows.push_back(rowAt(row));
+    }
     return rows;
 }
 
-PhraseMatches::PhraseMatches(std::string_view plain)
-    : plain_(plain),
-      found_(catalog.find(plain, {}, phrases::Engine::pass)),
-      first_(found_.next(0, rowCount)) {}
+/// Receives the phrases that a pass finds.
+struct PhraseMatches::Collector {
+    PhraseMatches& matches;
 
-std::optional<PhraseRow> PhraseMatches::firstOf(PhraseKind kind) const noexcept {
-    const phrases::RowRange range = rangeOf(kind);
-    const std::size_t row = found_.next(std::max(range.first, first_), range.end);
-    return row < range.end ? std::optional(rowAt(row)) : std::nullopt;
+    bool wants(std::size_t row, std::size_t) const noexcept {
+        return row < matches.first_[kindOf(row)] ||
+               (meanings[row].isTemporary && !matches.saysTemporary_);
+    }
+    void onFound(std::size_t row, std::size_t) noexcept {
+        std::size_t& first = matches.first_[kindOf(row)];
+        first = std::min(first, row);
+        matches.saysTemporary_ = matches.saysTemporary_ || meanings[row].isTemporary;
+    }
+};
+
+PhraseMatches::PhraseMatches(std::string_view plain) : plain_(plain), first_(ends) {
+    Collector collector{*this};
+    ReplyPhrases::matcher.scan(plain, collector);
 }
 
-bool PhraseMatches::saysTemporary() const noexcept {
-    return first_ < rowCount && found_.meets(temporaryRows);
+std::optional<PhraseRow> PhraseMatches::firstOf(PhraseKind kind) const noexcept {
+    const auto index = static_cast<std::size_t>(kind);
+    return first_[index] < ends[index] ? std::optional(rowAt(first_[index])) : std::nullopt;
 }
 
 TextPart PhraseMatches::placeOf(const PhraseRow& row) const {
@@ -118,10 +109,10 @@ TextPart PhraseMatches::placeOf(const PhraseRow& row) const {
 }
 
 Stage stageIn(std::string_view text) {
-    const phrases::RowSet found = stageCatalog.find(text, {}, phrases::Engine::pass);
-    const std::size_t first = found.next(0, stageRows.size());
-    if (first == stageRows.size()) return Stage::unknown;
-    return first < std::size(senderStages) ? Stage::sender : Stage::data;
+    FirstStage first;
+    StagePhrases::matcher.scan(text, first);
+    if (first.row == stageRows.size()) return Stage::unknown;
+    return first.row < std::size(senderStages) ? Stage::sender : Stage::data;
 }
 
 }  // namespace bouncecheck

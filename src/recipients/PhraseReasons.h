@@ -1,10 +1,11 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <vector>
 
-#include "phrases/RowSet.h"
 #include "recipients/ReasonRow.h"
 #include "recipients/ReplyText.h"
 
@@ -19,6 +20,7 @@ enum class PhraseKind {
     /// It hints at why; not enough to stop mailing an address.
     weak,
 };
+inline constexpr std::size_t phraseKinds = 3;
 
 /// The rows of a table, in the order in which they count.
 std::vector<PhraseRow> phraseRows(PhraseKind kind);
@@ -33,15 +35,17 @@ public:
     std::optional<PhraseRow> firstOf(PhraseKind kind) const noexcept;
     /// Whether the text says that a system has given up after trying for long, or that what it
     /// is about is temporary.
-    bool saysTemporary() const noexcept;
+    bool saysTemporary() const noexcept { return saysTemporary_; }
     /// Where a row that stands in the text stands first.
     TextPart placeOf(const PhraseRow& row) const;
 
 private:
+    struct Collector;
+
     std::string_view plain_;
-    phrases::RowSet found_;
-    /// The first of them; beyond all without one.
-    std::size_t first_;
+    /// The first row of each kind; the end of the kind without one.
+    std::array<std::size_t, phraseKinds> first_;
+    bool saysTemporary_ = false;
 };
 
 /// When a reply was given, as its text says.
