@@ -38,13 +38,19 @@ constexpr ByteSet nameBytes = [] {
     return set;
 }();
 
-/// The length of the field name that `line` begins with; 0 when a colon does
-/// not follow it, blanks aside.
-std::size_t nameLength(std::string_view line) noexcept {
+/// Where the name of the field that `line` begins with ends, and the colon behind it, which blanks
+/// may precede; both 0 when there is no field.
+struct FieldName {
+    std::size_t length = 0;
+    std::size_t colon = 0;
+};
+
+FieldName fieldNameOf(std::string_view line) noexcept {
     const std::size_t length = lengthOf(nameBytes, line);
     std::size_t colon = length;
     while (colon < line.size() && ascii::isBlank(line[colon])) ++colon;
-    return colon < line.size() && line[colon] == ':' ? length : 0;
+    const bool isField = length > 0 && colon < line.size() && line[colon] == ':';
+    return isField ? FieldName{length, colon} : FieldName{};
 }
 
 bool isMailboxLine(std::string_view line) noexcept {
@@ -125,7 +131,7 @@ std::string_view HeaderField::decodedIn(std::string& room) const {
 std::size_t HeaderFields::startIn(std::string_view text) {
     const std::size_t start = leadingLength(text);
     const std::string_view line = text.substr(start);
-    if (!line.starts_with("From ") || nameLength(line) > 0) return start;
+    if (!line.starts_with("From ") || fieldNameOf(line).length > 0) return start;
     // "From " may begin a sentence too; it is an envelope when a header follows.
     const std::size_t next = start + lineLength(line);
     const std::size_t header = next + leadingLength(text.substr(next));
@@ -156,12 +162,12 @@ HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, st
         const std::size_t length = fieldLength(rest);
         const std::string_view field = rest.substr(0, length);
         // A line that begins with "--" is a boundary in the wrong place.
-        const std::size_t name = field.starts_with("--") ? 0 : nameLength(field);
-        if (name > 0) {
-            const std::size_t colon = field.find(':', name);
+        const FieldName name = field.starts_with("--") ? FieldName{} : fieldNameOf(field);
+        if (name.length > 0) {
             if (block.fields_.empty()) block.fields_.reserve(usual);
             if (block.fields_.size() < limit) {
-                block.fields_.push_back({field.substr(0, name), field.substr(colon + 1)});
+                block.fields_.push_back(
+                    {field.substr(0, name.length), field.substr(name.colon + 1)});
             }
         } else if (otherLines == OtherLines::endBlock && !isMailboxLine(field) &&
                    !isContinuation(field)) {

@@ -1,6 +1,7 @@
 #include "mime/LineEnds.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 
 #include <bouncecheck/Limits.h>
@@ -72,15 +73,39 @@ LineEndCounts countWithinLimit(std::string_view& text) noexcept {
     return countLineEnds(text);
 }
 
-/// Writes a text without a bare CR, as most files have it, with a CR before each LF. `out` may lie
-/// before the text in the same storage: what is written does not pass what is read when the room
-/// between them is what the text lacks.
-void writeCompleted(std::string_view text, char* out) {
+/// Copies the bytes of one line, and nothing behind them.
+char* copyExactly(const char* from, std::size_t count, char* out) noexcept {
+    return std::copy_n(from, count, out);
+}
+
+/// The same piece by piece, which takes no decision for most lines. What is behind the line is
+/// copied too, up to the end of a piece: as many bytes have to follow on both sides.
+constexpr std::size_t piece = 64;
+char* copyInPieces(const char* from, std::size_t count, char* out) noexcept {
+    for (std::size_t done = 0; done <= count; done += piece) {
+        std::memcpy(out + done, from + done, piece);
+    }
+    return out + count;
+}
+
+/// Writes the lines of a text without a bare CR, as most files have it, with a CR before each LF,
+/// as long as `left` bytes of it remain behind a line. Takes them off the text; the end of what is
+/// written.
+template <class CopyLine>
+char* writeLines(std::string_view& text, std::size_t left, char* out, CopyLine copyLine) noexcept {
     for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
+        if (text.size() - end < left) break;
         const bool isComplete = end > 0 && text[end - 1] == '\r';
-        out = std::copy_n(text.data(), end - (isComplete ? 1 : 0), out);
+        out = copyLine(text.data(), end - (isComplete ? 1 : 0), out);
         out = std::copy_n(crLf.data(), crLf.size(), out);
     }
+    return out;
+}
+
+/// The same to the end of the text. `out` may lie before the text in the same storage: what is
+/// written does not pass what is read when the room between them is what the text lacks.
+void writeCompleted(std::string_view text, char* out) {
+    out = writeLines(text, 0, out, copyExactly);
     std::copy_n(text.data(), text.size(), out);
 }
 
@@ -114,7 +139,8 @@ void completeInPlace(std::string& text, const LineEndCounts& counts) {
 /// The same into new storage, for a text without a bare CR.
 std::string completedCopy(std::string_view text, std::size_t missing) {
     std::string result(text.size() + missing, '\0');
-    writeCompleted(text, result.data());
+    char* const end = writeLines(text, piece + 1, result.data(), copyInPieces);
+    writeCompleted(text, end);
     return result;
 }
 

@@ -15,7 +15,10 @@ Text withLineEnds(const Text& text, const Ends& inTurn) {
 }
 
 TEST(Structure, IsTheSameForAllLineEnds) {
+    Text lines;
+    for (std::size_t length = 0; length < 200; ++length) lines += Text(length, 'x') + "\n";
     const Case cases[] = {
+        {"Subject: x\n\n" + lines, "[" + lines + "]"},
         {"From a@b Mon Jan  1\nX: y\n>From a b\nTo: x\n\n1", "[1]"},
         {"\xEF\xBB\xBF\nFrom a@b Mon Jan  1\nTo: x\n\n1", "[1]"},
         {"From a@b Mon\n\n\xEF\xBB\xBFTo: x\n\n1", "[1]"},
@@ -38,9 +41,10 @@ TEST(Structure, IsTheSameForAllLineEnds) {
         {type + "\"a b\"/x,y\n\nx", "[x]"},
         {type + "text/html,x\n\nx", "[x]"},
     };
-    const Ends crlf{"\r\n", "\r\n", "\r\n"}, cr{"\r", "\r", "\r"}, mixed{"\n", "\r", "\r\n"};
+    const Ends crlf{"\r\n", "\r\n", "\r\n"}, cr{"\r", "\r", "\r"}, mixed{"\n", "\r", "\r\n"},
+        noBareCr{"\n", "\r\n", "\n"};
     expectEach(cases, [&](Text text) {
-        for (const Ends& ends : {crlf, cr, mixed})
+        for (const Ends& ends : {crlf, cr, mixed, noBareCr})
             EXPECT_EQ(everyAnswer(Email2(withLineEnds(text, ends))), everyAnswer(Email2(text)));
         Text outline = outlineOf(Email2(text));
         return std::erase(outline, '\r'), outline;
