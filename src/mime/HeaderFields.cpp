@@ -109,9 +109,7 @@ void HeaderField::unfoldInto(std::string& out) const {
 
 std::string_view HeaderField::unfoldedIn(std::string& room) const {
     const std::string_view value = ascii::trim(rawValue);
-    const bool isAsItStands = !isCut() && asciiPrefix(value) == value.size() &&
-                              value.find('\n') == std::string_view::npos;
-    if (isAsItStands) return value;
+    if (!isCut() && isAsciiLine(value)) return value;
     unfoldInto(room);
     return room;
 }

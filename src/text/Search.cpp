@@ -37,9 +37,10 @@ std::size_t findBytes(std::string_view text, std::string_view needle, std::size_
     return text.find(needle, from);  // its C library has no other
 #else
     // The two-way search of the C library is linear; string_view::find is so for few bytes only,
-    // and much faster then.
+    // of the one or the other, and much faster then.
     constexpr std::size_t few = 4;
-    if (needle.size() <= few) return text.find(needle, from);
+    constexpr std::size_t shortText = 128;
+    if (needle.size() <= few || text.size() - from <= shortText) return text.find(needle, from);
     const void* found =
         memmem(text.data() + from, text.size() - from, needle.data(), needle.size());
     return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : npos;
@@ -51,17 +52,19 @@ std::size_t findPair(std::string_view text, char first, char second, std::size_t
         return static_cast<unsigned>(text[at] == first) &
                static_cast<unsigned>(text[at + 1] == second);
     };
-    // Blocks without a way out are what compilers make vectors of.
+    // Blocks without a way out are what compilers make vectors of; a sum takes these fewer
+    // instructions than whether there is one.
     constexpr std::size_t block = 64;
-    for (; from < text.size() && text.size() - from > block; from += block) {
-        unsigned char found = 0;
-        for (std::size_t i = 0; i < block; ++i) {
-            found = static_cast<unsigned char>(found | standAt(from + i));
+    while (from < text.size() && text.size() - from > block) {
+        unsigned char pairs = 0;
+        for (std::size_t i = from; i < from + block; ++i) {
+            pairs = static_cast<unsigned char>(pairs + standAt(i));
         }
-        if (found) break;
+        if (pairs > 0) break;
+        from += block;
     }
-    for (; from + 1 < text.size(); ++from) {
-        if (standAt(from)) return from;
+    for (std::size_t at = from; (at = text.find(first, at)) != npos && at + 1 < text.size(); ++at) {
+        if (text[at + 1] == second) return at;
     }
     return npos;
 }

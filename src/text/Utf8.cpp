@@ -10,6 +10,15 @@
 namespace bouncecheck {
 namespace {
 
+constexpr std::size_t wordSize = sizeof(std::uint64_t);
+constexpr std::uint64_t highBits = 0x8080808080808080u;
+
+std::uint64_t wordAt(std::string_view text, std::size_t at) noexcept {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + at, wordSize);
+    return word;
+}
+
 /// What stands at the start of a text: a whole character, or the longest
 /// stretch that could have begun one.
 struct Sequence {
@@ -75,19 +84,38 @@ std::string_view wholeCharacters(std::string_view text, std::size_t most) noexce
 }
 
 std::size_t asciiPrefix(std::string_view text) noexcept {
-    constexpr std::uint64_t highBits = 0x8080808080808080u;
     std::size_t length = 0;
     std::array<std::uint64_t, 4> words{};
     for (; length + sizeof words <= text.size(); length += sizeof words) {
         std::memcpy(words.data(), text.data() + length, sizeof words);
         if (((words[0] | words[1] | words[2] | words[3]) & highBits) != 0) break;
     }
-    for (std::uint64_t word = 0; length + sizeof word <= text.size(); length += sizeof word) {
-        std::memcpy(&word, text.data() + length, sizeof word);
-        if ((word & highBits) != 0) break;
+    for (; length + wordSize <= text.size(); length += wordSize) {
+        if ((wordAt(text, length) & highBits) != 0) break;
+    }
+    // What is left of a text in ASCII is in its last word.
+    if (text.size() >= wordSize && length + wordSize > text.size() &&
+        (wordAt(text, text.size() - wordSize) & highBits) == 0) {
+        return text.size();
     }
     while (length < text.size() && ascii::isAscii(text[length])) ++length;
     return length;
+}
+
+bool isAsciiLine(std::string_view text) noexcept {
+    if (text.size() < wordSize) {
+        return std::ranges::all_of(text, [](char c) { return ascii::isAscii(c) && c != '\n'; });
+    }
+    constexpr std::uint64_t lowBits = 0x0101010101010101u;
+    const auto unlike = [&](std::size_t at) {
+        const std::uint64_t word = wordAt(text, at);
+        // A byte that is 0 here is an LF; of bytes in ASCII no other takes a high bit from this.
+        const std::uint64_t distance = word ^ (lowBits * '\n');
+        return (word | (distance - lowBits)) & highBits;
+    };
+    std::uint64_t found = unlike(text.size() - wordSize);
+    for (std::size_t at = 0; at + wordSize < text.size(); at += wordSize) found |= unlike(at);
+    return found == 0;
 }
 
 bool isUtf8(std::string_view text) noexcept {

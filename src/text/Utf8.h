@@ -32,6 +32,9 @@ std::uint32_t codePointOf(std::string_view character) noexcept;
 /// How many bytes at the start of `text` are below 128.
 std::size_t asciiPrefix(std::string_view text) noexcept;
 
+/// Whether all bytes of `text` are below 128, and none is an LF.
+bool isAsciiLine(std::string_view text) noexcept;
+
 /// Appends `text` with each ill-formed stretch replaced by U+FFFD. Ends before the
 /// stretch that would make it longer than `text` by more than `mostGrowth` bytes.
 void appendWellFormed(std::string& out, std::string_view text,

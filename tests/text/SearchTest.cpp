@@ -3,6 +3,7 @@
 #include <random>
 
 #include <bouncecheck/classes/CString.h>
+#include "text/Utf8.h"
 #include "text/Wildcard.h"
 
 namespace bouncecheck {
@@ -31,7 +32,8 @@ TEST(Search, AgreesWithThePlainSearchAndMatch) {
     std::mt19937 random(20240501);
     for (std::size_t i = 0; i < 60'000; ++i) {
         const std::string_view alphabet = i % 2 == 0 ? "ab" : "aA[{@`\x01\xC3\xE3";
-        const std::string text = generated(random, 40, alphabet), line = text.substr(0, 10);
+        const std::string text = generated(random, i % 5 == 0 ? 200 : 40, alphabet);
+        const std::string line = text.substr(0, 10);
         const std::string needle = generated(random, i % 12, alphabet);
         const std::string glob = generated(random, 8, "aA**"), lower = ascii::lowerCase(text);
         const std::size_t from = random() % 44;
@@ -54,6 +56,22 @@ TEST(Search, FindsPairsWithinAndBetweenBlocks) {
         SCOPED_TRACE(text);
         ASSERT_EQ(findPair(text, 'a', 'b', from), plainFind(text, "ab", from));
         ASSERT_EQ(findPair(text, 'b', 'b', from), plainFind(text, "bb", from));
+    }
+}
+
+TEST(Search, TellsWhereAsciiEnds) {
+    for (std::size_t size = 0; size < 80; ++size) {
+        const std::string plain(size, '\v');
+        EXPECT_EQ(asciiPrefix(plain), size);
+        EXPECT_TRUE(isAsciiLine(plain));
+        for (std::size_t at = 0; at < size; ++at) {
+            for (const char c : {'\n', '\x80', '\xFF', '\x8A'}) {
+                std::string text = plain;
+                text[at] = c;
+                EXPECT_EQ(asciiPrefix(text), c == '\n' ? size : at);
+                EXPECT_FALSE(isAsciiLine(text));
+            }
+        }
     }
 }
 
