@@ -20,17 +20,27 @@ std::optional<std::string_view> behindMark(std::string_view line,
     return std::nullopt;
 }
 
+bool beginsWith(std::string_view command, std::span<const std::string_view> verbs) {
+    return std::ranges::any_of(
+        verbs, [&](std::string_view verb) { return ascii::startsWithNoCase(command, verb); });
+}
+
+constexpr auto commandMarks = std::to_array<std::string_view>({">>>", "-->", "C: "});
+
 }  // namespace
 
 bool isDialogueCommand(std::string_view line) {
     static constexpr auto verbs = std::to_array<std::string_view>(
         {"RCPT", "MAIL", "DATA", "EHLO", "HELO", "LHLO", "AUTH", "STARTTLS", "QUIT"});
-    static constexpr auto marks = std::to_array<std::string_view>({">>>", "-->", "C: "});
-    const std::optional<std::string_view> command = behindMark(line, marks);
-    if (!command) return false;
-    return command->empty() || std::ranges::any_of(verbs, [&](std::string_view verb) {
-               return ascii::startsWithNoCase(*command, verb);
-           });
+    const std::optional<std::string_view> command = behindMark(line, commandMarks);
+    return command && (command->empty() || beginsWith(*command, verbs));
+}
+
+bool isSenderCommand(std::string_view line) {
+    static constexpr auto verbs =
+        std::to_array<std::string_view>({"MAIL", "EHLO", "HELO", "LHLO", "AUTH"});
+    const std::optional<std::string_view> command = behindMark(line, commandMarks);
+    return command && beginsWith(*command, verbs);
 }
 
 std::optional<std::string_view> dialogueReply(std::string_view line) {

@@ -9,6 +9,9 @@ namespace bouncecheck {
 /// notices quote it: ">>> RCPT TO:<a@b.example>".
 bool isDialogueCommand(std::string_view line);
 
+/// Whether a client said `line` there before it named any recipient: "EHLO", "MAIL FROM:".
+bool isSenderCommand(std::string_view line);
+
 /// What a server said there: "<<< 550 no such user". Nothing for any other line.
 std::optional<std::string_view> dialogueReply(std::string_view line);
 

@@ -1,11 +1,37 @@
 #include "recipients/MessageReading.h"
 
+#include <algorithm>
+
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
 #include "mime/ReportBodies.h"
+#include "recipients/DialogueLine.h"
 #include "recipients/PhraseReasons.h"
+#include "text/Ascii.h"
 
 namespace bouncecheck {
+
+namespace {
+
+/// Whether replies of failure in the dialogue that `text` quotes follow commands that name the
+/// sender, and no others.
+bool refusesSender(std::string_view text) {
+    bool isToSender = false;
+    bool isFound = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find('\n', at), text.size());
+        const std::string_view line = ascii::trim(text.substr(at, end - at));
+        at = end + 1;
+        if (isDialogueCommand(line)) isToSender = isSenderCommand(line);
+        const std::optional<std::string_view> reply = dialogueReply(line);
+        if (!reply || !(reply->starts_with('4') || reply->starts_with('5'))) continue;
+        if (!isToSender) return false;
+        isFound = true;
+    }
+    return isFound;
+}
+
+}  // namespace
 
 Author MessageReading::author() const {
     if (!author_) author_ = authorOf(message_);
@@ -16,13 +42,19 @@ const Notice& MessageReading::notice() const {
     return notice_ ? *notice_ : notice_.emplace(message_);
 }
 
+std::string_view MessageReading::firstText() const {
+    const Entity* text = message_.findType("text/plain");
+    return text ? text->body().view().substr(0, limits::notice) : std::string_view();
+}
+
 bool MessageReading::saysReplyToData() const {
-    if (!saysReplyToData_) {
-        const Entity* text = message_.findType("text/plain");
-        saysReplyToData_ =
-            text && stageIn(text->body().view().substr(0, limits::notice)) == Stage::data;
-    }
+    if (!saysReplyToData_) saysReplyToData_ = stageIn(firstText()) == Stage::data;
     return *saysReplyToData_;
+}
+
+bool MessageReading::saysReplyToSender() const {
+    if (!saysReplyToSender_) saysReplyToSender_ = refusesSender(firstText());
+    return *saysReplyToSender_;
 }
 
 const ReturnedMail& MessageReading::attached() const {

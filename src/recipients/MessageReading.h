@@ -29,16 +29,22 @@ public:
     /// Whether its first text says that a reply came after the message was sent. That is read
     /// without the rest of what a notice says.
     bool saysReplyToData() const;
+    /// Whether all that a server refuses in the dialogue of that text is the sender, before any
+    /// recipient was named.
+    bool saysReplyToSender() const;
     /// The first message or header attached.
     const ReturnedMail& attached() const;
     /// The same, or else the one that stands in the text of the notice.
     const ReturnedMail& returned() const;
 
 private:
+    std::string_view firstText() const;
+
     const Entity& message_;
     mutable std::optional<Author> author_;
     mutable std::optional<Notice> notice_;
     mutable std::optional<bool> saysReplyToData_;
+    mutable std::optional<bool> saysReplyToSender_;
     mutable std::optional<ReturnedMail> attached_;
     mutable std::optional<ReturnedMail> inNotice_;
 };

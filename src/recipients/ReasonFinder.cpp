@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "recipients/CodeReasons.h"
+#include "recipients/NamedHost.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReplyText.h"
 #include "text/Search.h"
@@ -88,6 +89,16 @@ std::string_view paragraphAt(std::string_view text, std::size_t at) {
     return text.substr(begin, std::min(text.find(blankLine, at), text.size()) - begin);
 }
 
+/// Whether the byte `at` of `notice` is in what sendmail says for any reply 550 to a recipient:
+/// "550 5.1.1 <a@b.example>... User unknown", below the reply itself.
+bool restatesReply(std::string_view notice, std::size_t at) {
+    const std::size_t end = notice.find('\r', at);
+    const std::size_t begin = notice.substr(0, at).rfind('\n') + 1;
+    const std::string_view line = notice.substr(begin, end - begin);
+    return line.starts_with("550 5.1.1 <") && line.find(">... ") != npos &&
+           notice.substr(0, begin).find("\n<<< ") != npos;
+}
+
 /// What has been found of a reply, in the order in which it counts.
 class Search {
 public:
@@ -138,6 +149,10 @@ private:
         if (take(matches, PhraseKind::weak, text_, false)) {
             // A hint and a code that agree are enough.
             found_.isSure = vague && !isRestated && vague->reason == found_.reason;
+            const bool isRefusal = found_.reason == Reason::policy && found_.length > 0;
+            if (isRefusal && isSaidOfHost(reply_.text, found_.at, found_.length)) {
+                found_.reason = Reason::reputation;
+            }
             return;
         }
         if (takeFromNotice(notice)) return;
@@ -172,7 +187,25 @@ private:
         const PhraseMatches matches(text.view());
         noteDuration(matches);
         noteCodesOf(codesIn(notice));
-        return takeExplanation(matches, text) || take(matches, PhraseKind::weak, text, true);
+        if (takeExplanation(matches, text)) return isOfReply(notice);
+        const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
+        const StatusRow* vague = codes_.ofText;
+        if (hint && vague && countsBefore(vague->reason, hint->reason)) return false;
+        return take(matches, PhraseKind::weak, text, true);
+    }
+
+    /// Whether what was taken of the notice says more than the reply. A mailbox that the reply
+    /// itself says nothing of, but has a code for something else, is no news.
+    bool isOfReply(std::string_view notice) {
+        if (!isAboutMailbox(found_.reason) || reply_.text.empty()) return true;
+        const StatusRow* code = codes_.ofText;
+        const bool isElsewhere =
+            code && code->reason != Reason::other && !isAboutMailbox(code->reason);
+        if (!isElsewhere && !restatesReply(notice, found_.at)) return true;
+        const bool isTransient = found_.isTransient;
+        found_ = ReasonFinding{};
+        found_.isTransient = isTransient;
+        return false;
     }
 
     /// What the notice says of a reply that it quotes.

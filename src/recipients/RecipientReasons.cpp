@@ -56,6 +56,16 @@ std::string_view unknownHostIn(std::string_view text) {
     return {};
 }
 
+/// Whether the reply names the recipient.
+bool namesRecipient(const Recipient& recipient) {
+    const std::string_view text = recipient.diagnostic;
+    const std::vector<AddressSpan> spans = findAddresses(text);
+    return std::ranges::any_of(spans, [&](const AddressSpan& span) {
+        return ascii::equalsNoCase(span.in(text), recipient.address) ||
+               ascii::equalsNoCase(span.in(text), recipient.finalAddress);
+    });
+}
+
 std::string_view domainOf(std::string_view address) {
     const std::size_t at = address.rfind('@');
     return at == npos ? std::string_view() : address.substr(at + 1);
@@ -100,15 +110,17 @@ bool RecipientReasons::isReplyToData(const Recipient& recipient) const {
            (stage == Stage::unknown && isReported && reading_.saysReplyToData());
 }
 
+/// Whether the sender was refused, before any recipient was named.
+bool RecipientReasons::isReplyToSender(const Recipient& recipient) const {
+    return recipient.source == RecipientSource::report && !recipient.diagnostic.empty() &&
+           !namesRecipient(recipient) && reading_.saysReplyToSender();
+}
+
 /// Whether the reply names the sender of the original mail, and not the recipient.
 bool RecipientReasons::isAboutSender(const Recipient& recipient) const {
     const std::string_view text = recipient.diagnostic;
+    if (namesRecipient(recipient)) return false;
     const std::vector<AddressSpan> spans = findAddresses(text);
-    const auto isOwn = [&](const AddressSpan& span) {
-        return ascii::equalsNoCase(span.in(text), recipient.address) ||
-               ascii::equalsNoCase(span.in(text), recipient.finalAddress);
-    };
-    if (std::ranges::any_of(spans, isOwn)) return false;
     return std::ranges::any_of(
         spans, [&](const AddressSpan& span) { return others_.isAddressee(span.in(text)); });
 }
@@ -166,7 +178,8 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     }
     if (needsStage(finding, codes) && isReplyToData(recipient)) finding.isSure = false;
     if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
-    if (isAboutMailbox(finding.reason) && isAboutSender(recipient)) {
+    if (isAboutMailbox(finding.reason) &&
+        (isAboutSender(recipient) || isReplyToSender(recipient))) {
         finding.reason = Reason::policy;
         finding.isSure = false;
     }

@@ -260,6 +260,26 @@ TEST(Advice, OfAReportIsForTheRecipientOfEachGroup) {
               "a@x.example mailbox-full retry");
 }
 
+/// The dialogue tells whom a reply in the report was about.
+TEST(Advice, IsNotToSuppressWhereTheSenderWasRefused) {
+    const std::string reply = "550 Requested action not taken: mailbox unavailable";
+    const std::pair<std::string, const char*> cases[] = {
+        {">>> MAIL From:<me@own.example>\n<<< " + reply, "a@x.example policy fix"},
+        {">>> RCPT To:<a@x.example>\n<<< " + reply, "a@x.example unknown-mailbox suppress"},
+        {">>> MAIL From:<me@own.example>\n<<< 250 ok\n>>> RCPT To:<a@x.example>\n<<< " + reply,
+         "a@x.example unknown-mailbox suppress"},
+    };
+    for (const auto& [dialogue, expected] : cases) {
+        EXPECT_EQ(advised(report(part("text/plain", dialogue) +
+                                 part("message/delivery-status",
+                                      "Final-Recipient: rfc822; a@x.example\nAction: failed\n"
+                                      "Diagnostic-Code: smtp; " +
+                                          reply + "\n"))),
+                  expected)
+            << dialogue;
+    }
+}
+
 /// People quote notices when they ask about them.
 TEST(Advice, IsNeverToSuppressForTheWordsOfPeople) {
     const std::string quoted = "\n\n<a@x.example>: host said: 550 5.1.1 user unknown\n";

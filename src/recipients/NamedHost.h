@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace bouncecheck {
+
+/// Whether the word at `at` of a reply, of `length` bytes, is said of a host by its IP address:
+/// "Mail from 192.0.2.1 is blocked", "blocked: [2001:db8::1]".
+bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length);
+
+}  // namespace bouncecheck
