@@ -66,6 +66,16 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "connect to mx.x.example[192.0.2.1]:25: Connection refused", "unreachable", "retry"},
         {"", "retry timeout exceeded", "expired", "retry"},
         {"4.3.0", "451 4.3.0 internal error", "system", "retry"},
+        // a refusal is about the host where it names one
+        {"", "554 mx1 198.51.100.7 blocked. See our page", "reputation", "fix"},
+        {"", "550 Mail rejected: [2001:db8::7]", "reputation", "fix"},
+        {"", "550 Message blocked, id 1.2.3", "policy", "fix"},
+        // the same words, said of the host, of its names or of the message
+        {"", "421 The server has exceeded the connection limit. It has to do with IP reputation",
+         "rate-limit", "retry"},
+        {"", "550 blocked by your organization using Tenant Allow Block List", "policy", "fix"},
+        {"5.7.0", "192.0.2.1 does not like recipient. 554 5.7.0 not sent by an owner", "policy",
+         "fix"},
         // what one reason has in common with another
         {"", "User jdoe (jdoe@x.example) not listed in Domino Directory", "unknown-mailbox",
          "suppress"},
@@ -160,6 +170,15 @@ TEST(Reason, GoesByTheBestEvidence) {
         EXPECT_EQ(finding.isSure, c.isSure) << c.status << " " << c.text;
         EXPECT_EQ(finding.inNotice, c.isInNotice) << c.status << " " << c.text;
     }
+}
+
+/// A reply that says nothing of a mailbox says more than those who quote it.
+TEST(Reason, IsNotThatOfASummary) {
+    const std::string_view summary =
+        ">>> RCPT\r\n<<< 550 P-6\r\n550 5.1.1 <a@x.example>... User unknown\r\n";
+    EXPECT_EQ(reasonOf({.text = "550 5.7.1 P-6"}, "No such user, perhaps.").row, "X.7.1");
+    EXPECT_EQ(reasonOf({.text = "550 P-6"}, summary).reason, Reason::other);
+    EXPECT_EQ(reasonOf({.text = "550 P-6"}, "User unknown").reason, Reason::unknownMailbox);
 }
 
 TEST(Reason, ComesFromTheNoticeWhereTheReplyIsSilent) {

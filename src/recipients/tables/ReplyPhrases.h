@@ -27,6 +27,7 @@ inline constexpr std::string_view senderStages[] = {
     "your host ",
     "your domain",
     "sender address unknown",
+    "sender email address",
     // what such replies speak of
     "client host",
     " in helo",
@@ -188,6 +189,41 @@ inline constexpr std::string_view dataStages[] = {
 
 /// These say why, whatever the code says.
 inline constexpr PhraseRow clearPhrases[] = {
+    // Replies of providers, whose words mean something else elsewhere
+    {"received complaints concerning mail", Reason::reputation},
+    {"junk email reporting", Reason::reputation},
+    {"exceeded the connection limit", Reason::rateLimit},
+    {"has exceeded the rate limit", Reason::rateLimit},
+    {"corrupt message", Reason::content},
+    {"corrupt summary tnef", Reason::content},
+    {"conversionfailedexception", Reason::content},
+    {"allow block list", Reason::policy},
+    {"allow/block list", Reason::policy},
+    {"in whitelist for rcpt", Reason::policy},
+    {"not have a ptr record", Reason::reputation},
+    {"to pass authentication", Reason::authentication},
+    {"spf sender invalid", Reason::authentication},
+    {"dkim sender invalid", Reason::authentication},
+    {"dmarc sender invalid", Reason::authentication},
+    {"over a tls connection", Reason::policy},
+    {"tls is mandatory", Reason::policy},
+    {"request removal of the block", Reason::reputation},
+    {"comcast block for", Reason::reputation},
+    {"blocked. aup#", Reason::reputation},
+    {"fix reverse dns", Reason::reputation},
+    {"is blocked by earthlink", Reason::reputation},
+    {"not allowed to send us mail", Reason::reputation},
+    {"history of bouncing", Reason::inactiveMailbox},
+    {"suppression list", Reason::inactiveMailbox},
+    {"has suppressed sending", Reason::inactiveMailbox},
+    {"previously bounced", Reason::inactiveMailbox},
+    {"sender email address", Reason::policy},
+    {"a verified sender", Reason::policy},
+    {"archived recipient", Reason::inactiveMailbox},
+    {"destinataire archivee", Reason::inactiveMailbox},
+    {"(@:blocked", Reason::content},
+    {"blocking url", Reason::content},
+    {"a url in this", Reason::content},
     // Guesses at several reasons at once
     {"graylist", Reason::rateLimit},
     {"greylist", Reason::rateLimit},
@@ -2367,6 +2403,10 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"no such list", Reason::unknownMailbox},
     {"unknown list", Reason::unknownMailbox},
     {"no such group", Reason::unknownMailbox},
+    {"group does not exist", Reason::unknownMailbox},
+    {"group doesn't exist", Reason::unknownMailbox},
+    {"group not found", Reason::unknownMailbox},
+    {"could not find the group", Reason::unknownMailbox},
     {"deliver to unknown", Reason::unknownMailbox},
     {"user deleted", Reason::unknownMailbox},
     {"account deleted", Reason::unknownMailbox},
@@ -3386,7 +3426,6 @@ inline constexpr PhraseRow fairPhrases[] = {
     {"spf record", Reason::authentication},
     {"mailbox unavailable", Reason::unknownMailbox},
     {"mailbox not available", Reason::unknownMailbox},
-    {"does not like recipient", Reason::unknownMailbox},
     // The network, and the receiver's system
     {"lost connection", Reason::unreachable},
     {"conversation with", Reason::unreachable},
@@ -3810,6 +3849,7 @@ inline constexpr PhraseRow weakPhrases[] = {
     {"bulunamad", Reason::unknownMailbox},
     {"غير موجود", Reason::unknownMailbox},
     {"inexistent", Reason::unknownMailbox},
+    {"does not like recipient", Reason::unknownMailbox},
 };
 
 }  // namespace bouncecheck
