@@ -34,6 +34,9 @@ than wrong words. The first of these that holds decides:
 6. a status code that many kinds of failures have in common;
 7. a reply code of SMTP.
 
+A phrase that only hints at a refusal ("blocked") is about the sending host where that host's
+address stands beside it, and then the reason is `reputation`.
+
 Letter case, and how a reply is folded into lines, do not matter; `@` in a phrase stands for
 any address. The first number of a status code (`5.1.1`) says whether a later try may
 succeed; the others, which the tables list, say why.

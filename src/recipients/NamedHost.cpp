@@ -12,9 +12,11 @@ constexpr std::string_view quotes = " \t\r\n[](){}<>\"':;,=#-";
 
 /// What may stand between a host and what is said of it.
 constexpr auto between = std::to_array<std::string_view>(
-    {"is",          "has",         "have", "been", "was",    "are",       "currently",
-     "temporarily", "permanently", "from", "for",  "ip",     "address",   "host",
-     "client",      "server",      "your", "the",  "access", "connection"});
+    {"is",        "has",         "have",        "been",   "was",   "are",
+     "currently", "temporarily", "permanently", "from",   "for",   "ip",
+     "address",   "host",        "client",      "server", "your",  "the",
+     "access",    "connection",  "foi",         "sido",   "ha",    "esta",
+     "est",       "stato",       "ist",         "wird",   "wurde", "adresse"});
 
 constexpr std::size_t longestAddress = 39;
 

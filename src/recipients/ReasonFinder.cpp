@@ -1,12 +1,15 @@
 #include "recipients/ReasonFinder.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 #include "recipients/CodeReasons.h"
+#include "recipients/CodeShapes.h"
 #include "recipients/NamedHost.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReplyText.h"
+#include "text/Ascii.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -138,12 +141,14 @@ private:
         // any failure count last.
         if (take(matches, PhraseKind::clear, text_, false)) return;
         if (definite) return takeStatus(*definite, true);
+        if (isFirstLineOnly(reply_.text) && takeReplyInNotice(notice)) return;
         if (take(matches, PhraseKind::fair, text_, false)) return;
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.any();
         const bool isRestated = vague == codes_.ofField && codes_.fieldRestatesReply();
         const bool isElsewhere =
-            hint && vague && !isRestated && countsBefore(vague->reason, hint->reason);
+            hint && vague && !isRestated &&
+            (countsBefore(vague->reason, hint->reason) || isRefusedForNow(*vague, *hint));
         if (isElsewhere) return takeStatus(*vague, false);
         if (hint && !vague && codes_.areMissing() && takeReplyInNotice(notice)) return;
         if (take(matches, PhraseKind::weak, text_, false)) {
@@ -159,6 +164,12 @@ private:
         if (vague) return takeStatus(*vague, false);
         if (const ReplyCodeRow* row = replyCodeRowOf(codes_.reply)) return takeReplyCode(*row);
         found_.reason = Reason::other;
+    }
+
+    /// Whether a system at fault for the time being says in general words that it refuses.
+    bool isRefusedForNow(const StatusRow& code, const PhraseRow& hint) const noexcept {
+        return codes_.areTemporary() && code.reason == Reason::system &&
+               hint.reason == Reason::policy;
     }
 
     /// What was tried until the time was up failed for the time being, whatever else is said.
@@ -191,6 +202,9 @@ private:
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.ofText;
         if (hint && vague && countsBefore(vague->reason, hint->reason)) return false;
+        // That the mail is late is no news beside any code.
+        const bool hasCode = codes_.any() || replyCodeRowOf(codes_.reply);
+        if (hint && hint->reason == Reason::expired && hasCode) return false;
         return take(matches, PhraseKind::weak, text, true);
     }
 
@@ -216,7 +230,7 @@ private:
         const PhraseMatches matches(text.view());
         noteDuration(matches);
         noteCodesOf(codes);
-        return takeExplanation(matches, text);
+        return takeExplanation(matches, text) && isOfReply(notice);
     }
 
     bool takeExplanation(const PhraseMatches& matches, const ReplyText& text) {
@@ -265,6 +279,13 @@ private:
 bool isAboutMailbox(Reason reason) noexcept {
     return reason == Reason::unknownMailbox || reason == Reason::unknownDomain ||
            reason == Reason::inactiveMailbox;
+}
+
+bool isFirstLineOnly(std::string_view reply) noexcept {
+    const std::string_view text = ascii::trim(reply);
+    if (replyCodeLength(text, 0) == 0 || text.size() < 4 || text[3] != '-') return false;
+    const std::array<char, 4> last = {text[0], text[1], text[2], ' '};
+    return text.find(std::string_view(last.data(), last.size())) == npos;
 }
 
 ReasonFinding reasonOf(const Reply& reply, std::string_view notice) {

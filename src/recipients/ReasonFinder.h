@@ -44,6 +44,10 @@ struct ReasonFinding {
 /// Whether a reason says that there is no mailbox that takes mail.
 bool isAboutMailbox(Reason reason) noexcept;
 
+/// Whether `reply` is the first of several lines, "550-No", without the others, as reports of
+/// sendmail have it.
+bool isFirstLineOnly(std::string_view reply) noexcept;
+
 /// Why the recipient failed. `Reason::none` where the outcome is no failure and no delay, and
 /// `Reason::other` where nothing says why.
 ///

@@ -19,8 +19,9 @@ bool isTrouble(Outcome outcome) {
     return outcome == Outcome::failed || outcome == Outcome::delayed || outcome == Outcome::unknown;
 }
 
-bool isExplained(const ReasonFinding& finding) {
-    return finding.basis == ReasonBasis::phrase || finding.isSure;
+bool isExplained(const Recipient& recipient, const ReasonFinding& finding) {
+    return (finding.basis == ReasonBasis::phrase || finding.isSure) &&
+           !isFirstLineOnly(recipient.diagnostic);
 }
 
 /// `codes` are those of the diagnostic.
@@ -87,7 +88,7 @@ bool RecipientReasons::explainReported() {
     for (const Recipient& recipient : list_.all()) {
         const ReplyCodes codes = codesIn(recipient.diagnostic);
         const ReasonFinding finding = reasonOf(replyOf(recipient, codes));
-        if (isTrouble(recipient.outcome) && !isExplained(finding)) areExplained = false;
+        if (isTrouble(recipient.outcome) && !isExplained(recipient, finding)) areExplained = false;
         reported_.push_back({finding, std::string(codes.reply), std::string(codes.status)});
     }
     return areExplained;
@@ -152,7 +153,8 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     Recipient& recipient = list_.all()[index];
     // An inner notice, or a request, has found its own.
     if (recipient.reason != Reason::none || recipient.advice != Advice::none) return;
-    const bool isKnown = index < reported_.size() && isExplained(reported_[index].finding);
+    const bool isKnown =
+        index < reported_.size() && isExplained(recipient, reported_[index].finding);
     const ReplyCodes codes = isKnown
                                  ? ReplyCodes{reported_[index].replyCode, reported_[index].status}
                                  : codesIn(recipient.diagnostic);

@@ -69,7 +69,11 @@ TEST(Reason, GoesByWhatRepliesSay) {
         // a refusal is about the host where it names one
         {"", "554 mx1 198.51.100.7 blocked. See our page", "reputation", "fix"},
         {"", "550 Mail rejected: [2001:db8::7]", "reputation", "fix"},
+        {"", "554 seu IP 198.51.100.7 foi bloqueado", "reputation", "fix"},
         {"", "550 Message blocked, id 1.2.3", "policy", "fix"},
+        // a fault for the time being, or a wrong way to say it
+        {"", "451 4.3.0 Mail server temporarily rejected message", "system", "retry"},
+        {"", "451 4.7.1 Message rejected", "policy", "fix"},
         // the same words, said of the host, of its names or of the message
         {"", "421 The server has exceeded the connection limit. It has to do with IP reputation",
          "rate-limit", "retry"},
@@ -170,6 +174,17 @@ TEST(Reason, GoesByTheBestEvidence) {
         EXPECT_EQ(finding.isSure, c.isSure) << c.status << " " << c.text;
         EXPECT_EQ(finding.inNotice, c.isInNotice) << c.status << " " << c.text;
     }
+}
+
+/// The other lines stand in the notice.
+TEST(Reason, IsThatOfTheWholeReply) {
+    const std::string_view first = "550-Mailbox unavailable";
+    const std::string_view notice = "<<< 550-Mailbox unavailable\r\n<<< 550 It is over quota";
+    EXPECT_EQ(reasonOf({.text = first}, notice).reason, Reason::mailboxFull);
+    EXPECT_EQ(reasonOf({.text = "550-Mailbox unavailable\r\n550 See us"}, notice).reason,
+              Reason::unknownMailbox);
+    // that the mail is late is no news beside a code
+    EXPECT_EQ(reasonOf({.text = "421 4.7.0 no"}, "Will keep trying").reason, Reason::policy);
 }
 
 /// A reply that says nothing of a mailbox says more than those who quote it.
