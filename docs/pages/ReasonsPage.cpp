@@ -10,6 +10,7 @@
 #include "recipients/CodeReasons.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReasonFinder.h"
+#include "recipients/TopicWords.h"
 
 namespace bouncecheck {
 namespace {
@@ -35,7 +36,8 @@ than wrong words. The first of these that holds decides:
 7. a reply code of SMTP.
 
 A phrase that only hints at a refusal ("blocked") is about the sending host where that host's
-address stands beside it, and then the reason is `reputation`.
+address stands beside it, and then the reason is `reputation`. A word ("SPF") says what is
+meant where a hint or a common code is all that there is.
 
 Letter case, and how a reply is folded into lines, do not matter; `@` in a phrase stands for
 any address. The first number of a status code (`5.1.1`) says whether a later try may
@@ -97,6 +99,14 @@ std::string phrases(Reason reason, PhraseKind kind, std::string_view title) {
     return "\n" + std::string(title) + ":\n\n```text\n" + lines + "```\n";
 }
 
+std::string topics(Reason reason) {
+    std::string words;
+    for (const PhraseRow& row : allTopicWords()) {
+        if (row.reason == reason) words += (words.empty() ? "" : ", ") + code(row.phrase);
+    }
+    return words.empty() ? words : "\nWords of a refusal that says nothing else: " + words + ".\n";
+}
+
 std::string sectionOf(const ReasonMeaning& meaning) {
     return "\n## " + std::string(meaning.name) + "\n\n" + std::string(meaning.meaning) +
            "\n\n**What to do:** " + std::string(meaning.action) + "\n" +
@@ -104,7 +114,8 @@ std::string sectionOf(const ReasonMeaning& meaning) {
            phrases(meaning.reason, PhraseKind::clear, "Phrases that say so, whatever the code is") +
            phrases(meaning.reason, PhraseKind::fair,
                    "Phrases that say so unless a definite code says more") +
-           phrases(meaning.reason, PhraseKind::weak, "Phrases that hint at it");
+           phrases(meaning.reason, PhraseKind::weak, "Phrases that hint at it") +
+           topics(meaning.reason);
 }
 
 }  // namespace

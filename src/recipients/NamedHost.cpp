@@ -12,11 +12,11 @@ constexpr std::string_view quotes = " \t\r\n[](){}<>\"':;,=#-";
 
 /// What may stand between a host and what is said of it.
 constexpr auto between = std::to_array<std::string_view>(
-    {"is",        "has",         "have",        "been",   "was",   "are",
-     "currently", "temporarily", "permanently", "from",   "for",   "ip",
-     "address",   "host",        "client",      "server", "your",  "the",
-     "access",    "connection",  "foi",         "sido",   "ha",    "esta",
-     "est",       "stato",       "ist",         "wird",   "wurde", "adresse"});
+    {"is",          "has",  "have",   "been",       "was",     "are",  "currently", "temporarily",
+     "permanently", "from", "for",    "ip",         "address", "host", "client",    "server",
+     "your",        "the",  "access", "connection", "does",    "do",   "could",     "can",
+     "cannot",      "be",   "foi",    "sido",       "ha",      "esta", "est",       "stato",
+     "ist",         "wird", "wurde",  "adresse"});
 
 constexpr std::size_t longestAddress = 39;
 
@@ -43,37 +43,54 @@ std::string_view unquoted(std::string_view text) {
     return end == std::string_view::npos ? std::string_view() : text.substr(begin, end + 1 - begin);
 }
 
-/// Whether an address ends `text`, but for words between.
-bool endsWithHost(std::string_view text) {
-    for (;;) {
-        text = unquoted(text);
-        const std::size_t blank = text.find_last_of(" \t\r\n[(<");
-        const std::string_view word = text.substr(blank + 1);
-        if (isAddress(word)) return true;
-        if (!isBetween(word)) return false;
-        text = text.substr(0, text.size() - word.size());
-    }
+/// The last word of `text`.
+std::string_view lastWord(std::string_view text) {
+    return text.substr(text.find_last_of(" \t\r\n[(<\"'") + 1);
 }
 
-bool beginsWithHost(std::string_view text) {
+/// `text` up to its last word that cannot stand between a host and what is said of it.
+std::string_view withoutBetween(std::string_view text) {
+    text = unquoted(text);
+    for (std::string_view word = lastWord(text); !word.empty() && isBetween(word);
+         word = lastWord(text)) {
+        text = unquoted(text.substr(0, text.size() - word.size()));
+    }
+    return text;
+}
+
+bool beginsWithAddress(std::string_view text) {
     for (;;) {
         text = unquoted(text);
         const std::string_view word = text.substr(0, text.find_first_of(" \t\r\n])>,;"));
-        const std::size_t end = word.find_last_not_of(".:");
-        if (isAddress(word.substr(0, end + 1))) return true;
-        if (!isBetween(word.substr(0, end + 1))) return false;
+        const std::string_view name = word.substr(0, word.find_last_not_of(".:") + 1);
+        if (isAddress(name)) return true;
+        if (!isBetween(name)) return false;
         text = text.substr(word.size());
     }
+}
+
+/// Far more than the words between, so that time is linear.
+constexpr std::size_t most = 256;
+
+std::string_view before(std::string_view text, std::size_t at) {
+    const std::size_t begin = at < most ? 0 : at - most;
+    return text.substr(begin, at - begin);
 }
 
 }  // namespace
 
 bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length) {
-    // Far more than the words between, so that time is linear.
-    constexpr std::size_t most = 128;
-    const std::size_t begin = at < most ? 0 : at - most;
-    return endsWithHost(text.substr(begin, at - begin)) ||
-           beginsWithHost(text.substr(at + length, most));
+    return isAddress(lastWord(withoutBetween(before(text, at)))) ||
+           beginsWithAddress(text.substr(at + length, most));
+}
+
+bool isSaidOfDomain(std::string_view text, std::size_t at, std::string_view domain) {
+    const std::string_view said = withoutBetween(before(text, at));
+    const std::string_view name = lastWord(said);
+    if (!ascii::equalsNoCase(name, domain)) return false;
+    const std::string_view kind = lastWord(unquoted(said.substr(0, said.size() - name.size())));
+    return ascii::equalsNoCase(kind, "domain") || ascii::equalsNoCase(kind, "host") ||
+           std::ranges::all_of(kind, [](char c) { return ascii::isDigit(c) || c == '.'; });
 }
 
 }  // namespace bouncecheck

@@ -9,6 +9,7 @@
 #include "recipients/NamedHost.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReplyText.h"
+#include "recipients/TopicWords.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -109,6 +110,7 @@ public:
         : reply_(reply), codes_(reply), text_(reply.text) {
         found_.isTransient = reply.outcome == Outcome::delayed || codes_.areTemporary();
         find(notice);
+        if (mayHaveTopic()) takeTopic();
         found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
         if (isAboutMailbox(found_.reason) && isAboutSender(notice)) {
             found_.reason = Reason::policy;
@@ -158,12 +160,41 @@ private:
             if (isRefusal && isSaidOfHost(reply_.text, found_.at, found_.length)) {
                 found_.reason = Reason::reputation;
             }
+            if (found_.reason == Reason::unknownMailbox && !reply_.domain.empty() &&
+                isSaidOfDomain(reply_.text, found_.at, reply_.domain)) {
+                found_.reason = Reason::unknownDomain;
+                found_.isSure = true;
+            }
             return;
         }
         if (takeFromNotice(notice)) return;
         if (vague) return takeStatus(*vague, false);
         if (const ReplyCodeRow* row = replyCodeRowOf(codes_.reply)) return takeReplyCode(*row);
         found_.reason = Reason::other;
+    }
+
+    /// Whether what was found is so vague that a word may say better what it is about.
+    bool mayHaveTopic() const noexcept {
+        // A refusal is sure where its code is vague, too.
+        const bool isDefinite = found_.isSure && !(isHint_ && found_.reason == Reason::policy);
+        if (found_.inNotice || isDefinite) return false;
+        switch (found_.reason) {
+            case Reason::unknownMailbox:
+            case Reason::policy:
+            case Reason::system:
+            case Reason::other: return isHint_ || found_.basis != ReasonBasis::phrase;
+            default: return false;
+        }
+    }
+
+    void takeTopic() {
+        const std::optional<Topic> topic = topicOf(reply_.text);
+        if (!topic) return;
+        found_.reason = topic->row.reason;
+        found_.basis = ReasonBasis::phrase;
+        found_.row = topic->row.phrase;
+        found_.at = topic->at;
+        found_.length = topic->row.phrase.size();
     }
 
     /// Whether a system at fault for the time being says in general words that it refuses.
@@ -187,7 +218,8 @@ private:
         found_.at = part.at;
         found_.length = part.length;
         found_.row = row->phrase;
-        found_.isSure = kind != PhraseKind::weak;
+        isHint_ = kind == PhraseKind::weak;
+        found_.isSure = !isHint_;
         if (row->lasts) found_.isTransient = false;
         return true;
     }
@@ -202,9 +234,14 @@ private:
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.ofText;
         if (hint && vague && countsBefore(vague->reason, hint->reason)) return false;
-        // That the mail is late is no news beside any code.
-        const bool hasCode = codes_.any() || replyCodeRowOf(codes_.reply);
-        if (hint && hint->reason == Reason::expired && hasCode) return false;
+        // That the mail is late is no news beside any code, nor that it was refused beside one
+        // that says why.
+        const ReplyCodeRow* code = replyCodeRowOf(codes_.reply);
+        if (hint && hint->reason == Reason::expired && (codes_.any() || code)) return false;
+        if (hint && hint->reason == Reason::policy && code && code->reason != Reason::system &&
+            code->reason != Reason::other) {
+            return false;
+        }
         return take(matches, PhraseKind::weak, text, true);
     }
 
@@ -272,6 +309,8 @@ private:
     Codes codes_;
     ReplyText text_;
     ReasonFinding found_;
+    /// Whether a phrase was taken that only hints at why.
+    bool isHint_ = false;
 };
 
 }  // namespace

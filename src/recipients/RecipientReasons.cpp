@@ -24,13 +24,19 @@ bool isExplained(const Recipient& recipient, const ReasonFinding& finding) {
            !isFirstLineOnly(recipient.diagnostic);
 }
 
+std::string_view domainOf(std::string_view address) {
+    const std::size_t at = address.rfind('@');
+    return at == npos ? std::string_view() : address.substr(at + 1);
+}
+
 /// `codes` are those of the diagnostic.
 Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
     return {.outcome = recipient.outcome,
             .status = recipient.status,
             .replyCode = recipient.replyCode,
             .text = recipient.diagnostic,
-            .codes = codes};
+            .codes = codes,
+            .domain = domainOf(recipient.address)};
 }
 
 /// Whether it matters when the reply was given. Who was accepted as a recipient is unknown only
@@ -65,11 +71,6 @@ bool namesRecipient(const Recipient& recipient) {
         return ascii::equalsNoCase(span.in(text), recipient.address) ||
                ascii::equalsNoCase(span.in(text), recipient.finalAddress);
     });
-}
-
-std::string_view domainOf(std::string_view address) {
-    const std::size_t at = address.rfind('@');
-    return at == npos ? std::string_view() : address.substr(at + 1);
 }
 
 /// Whether `host` is `domain`, in it, or what it is in.

@@ -176,6 +176,34 @@ TEST(Reason, GoesByTheBestEvidence) {
     }
 }
 
+/// What is said of a domain that is named is said of the recipient's only.
+TEST(Reason, IsAboutTheDomainThatIsNamed) {
+    const std::pair<std::string_view, Reason> cases[] = {
+        {"550 The domain X.example does not exist", Reason::unknownDomain},
+        {"550 5.0.0 <x.example> is not found", Reason::unknownDomain},
+        {"550 The domain y.example does not exist", Reason::unknownMailbox},
+        {"550 The record of x.example is not found", Reason::unknownMailbox},
+    };
+    for (const auto& [text, reason] : cases) {
+        const ReasonFinding finding = reasonOf({.text = text, .domain = "x.example"});
+        EXPECT_EQ(nameOf(finding.reason), nameOf(reason)) << text;
+        EXPECT_EQ(finding.isSure, reason == Reason::unknownDomain) << text;
+    }
+}
+
+TEST(Reason, IsThatOfAWordWhereNothingElseIsSaid) {
+    const std::pair<std::string_view, std::string_view> cases[] = {
+        {"554 5.7.1 Denied (SPF)", "spf"},
+        {"550 5.7.1 refused, spam/RBL", "rbl"},
+        {"451 4.7.1 PTR, try again later", "ptr"},
+        {"550 5.7.1 Message rejected at mx, spam.x.example, see https://x.example/spf",
+         "message rejected"},
+        {"550 5.1.1 user unknown, spf", "user unknown"},
+        {"550 over quota: spam", "over quota"},
+    };
+    for (const auto& [text, row] : cases) EXPECT_EQ(reasonOf({.text = text}).row, row) << text;
+}
+
 /// The other lines stand in the notice.
 TEST(Reason, IsThatOfTheWholeReply) {
     const std::string_view first = "550-Mailbox unavailable";
@@ -185,6 +213,7 @@ TEST(Reason, IsThatOfTheWholeReply) {
               Reason::unknownMailbox);
     // that the mail is late is no news beside a code
     EXPECT_EQ(reasonOf({.text = "421 4.7.0 no"}, "Will keep trying").reason, Reason::policy);
+    EXPECT_EQ(reasonOf({.text = "523 no"}, "It was rejected").reason, Reason::messageTooLarge);
 }
 
 /// A reply that says nothing of a mailbox says more than those who quote it.

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "recipients/ReasonRow.h"
+
+namespace bouncecheck {
+
+/// What a refusal is about that has no clearer words, in small letters: "denied, see SPF". They
+/// are too short to be searched for as phrases, and count as words only.
+inline constexpr PhraseRow topicWords[] = {
+    {"dmarc", Reason::authentication},
+    {"dkim", Reason::authentication},
+    {"spf", Reason::authentication},
+    {"dnsbl", Reason::reputation},
+    {"rbl", Reason::reputation},
+    {"ptr", Reason::reputation},
+    {"rdns", Reason::reputation},
+    {"spam", Reason::content},
+    {"virus", Reason::content},
+    {"macro", Reason::content},
+    {"malspam", Reason::content},
+};
+
+}  // namespace bouncecheck
