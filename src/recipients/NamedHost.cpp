@@ -25,7 +25,9 @@ bool isAddressByte(char c) {
            c == '.' || c == ':';
 }
 
+/// With or without the length of a network's prefix: "192.0.2.0/24".
 bool isAddress(std::string_view word) {
+    word = word.substr(0, word.find('/'));
     if (word.empty() || word.size() > longestAddress) return false;
     if (std::ranges::count(word, ':') >= 2) return std::ranges::all_of(word, isAddressByte);
     return std::ranges::count(word, '.') == 3 &&

@@ -78,6 +78,10 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "421 The server has exceeded the connection limit. It has to do with IP reputation",
          "rate-limit", "retry"},
         {"", "550 blocked by your organization using Tenant Allow Block List", "policy", "fix"},
+        {"", "Connected to 192.0.2.1 but greeting failed. 521 198.51.100.0/24 is banned",
+         "reputation", "fix"},
+        {"", "421 closing connection due to inactivity", "unreachable", "retry"},
+        {"", "450 4.7.1 Too many of them", "rate-limit", "retry"},
         {"5.7.0", "192.0.2.1 does not like recipient. 554 5.7.0 not sent by an owner", "policy",
          "fix"},
         // what one reason has in common with another
