@@ -148,29 +148,32 @@ private:
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.any();
         const bool isRestated = vague == codes_.ofField && codes_.fieldRestatesReply();
-        const bool isElsewhere =
-            hint && vague && !isRestated &&
-            (countsBefore(vague->reason, hint->reason) || isRefusedForNow(*vague, *hint));
+        const bool isElsewhere = hint && vague && !isRestated && isBetter(*vague, *hint);
         if (isElsewhere) return takeStatus(*vague, false);
         if (hint && !vague && codes_.areMissing() && takeReplyInNotice(notice)) return;
         if (take(matches, PhraseKind::weak, text_, false)) {
             // A hint and a code that agree are enough.
             found_.isSure = vague && !isRestated && vague->reason == found_.reason;
-            const bool isRefusal = found_.reason == Reason::policy && found_.length > 0;
-            if (isRefusal && isSaidOfHost(reply_.text, found_.at, found_.length)) {
-                found_.reason = Reason::reputation;
-            }
-            if (found_.reason == Reason::unknownMailbox && !reply_.domain.empty() &&
-                isSaidOfDomain(reply_.text, found_.at, reply_.domain)) {
-                found_.reason = Reason::unknownDomain;
-                found_.isSure = true;
-            }
+            noteWhoIsMeant();
             return;
         }
         if (takeFromNotice(notice)) return;
         if (vague) return takeStatus(*vague, false);
         if (const ReplyCodeRow* row = replyCodeRowOf(codes_.reply)) return takeReplyCode(*row);
         found_.reason = Reason::other;
+    }
+
+    /// A hint may be said of a host or a domain that the reply names.
+    void noteWhoIsMeant() {
+        const bool isRefusal = found_.reason == Reason::policy && found_.length > 0;
+        if (isRefusal && isSaidOfHost(reply_.text, found_.at, found_.length)) {
+            found_.reason = Reason::reputation;
+        }
+        if (found_.reason == Reason::unknownMailbox && !reply_.domain.empty() &&
+            isSaidOfDomain(reply_.text, found_.at, reply_.domain)) {
+            found_.reason = Reason::unknownDomain;
+            found_.isSure = true;
+        }
     }
 
     /// Whether what was found is so vague that a word may say better what it is about.
@@ -197,10 +200,11 @@ private:
         found_.length = topic->row.phrase.size();
     }
 
-    /// Whether a system at fault for the time being says in general words that it refuses.
-    bool isRefusedForNow(const StatusRow& code, const PhraseRow& hint) const noexcept {
-        return codes_.areTemporary() && code.reason == Reason::system &&
-               hint.reason == Reason::policy;
+    /// Whether a vague code says more than a hint, as that of a system at fault does for the time
+    /// being where the words are only those of a refusal.
+    bool isBetter(const StatusRow& code, const PhraseRow& hint) const noexcept {
+        const bool isFault = codes_.areTemporary() && code.reason == Reason::system;
+        return countsBefore(code.reason, hint.reason) || (isFault && hint.reason == Reason::policy);
     }
 
     /// What was tried until the time was up failed for the time being, whatever else is said.
@@ -233,7 +237,7 @@ private:
         if (takeExplanation(matches, text)) return isOfReply(notice);
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.ofText;
-        if (hint && vague && countsBefore(vague->reason, hint->reason)) return false;
+        if (hint && vague && isBetter(*vague, *hint)) return false;
         // That the mail is late is no news beside any code, nor that it was refused beside one
         // that says why.
         const ReplyCodeRow* code = replyCodeRowOf(codes_.reply);

@@ -217,6 +217,7 @@ TEST(Reason, IsThatOfTheWholeReply) {
               Reason::unknownMailbox);
     // that the mail is late is no news beside a code
     EXPECT_EQ(reasonOf({.text = "421 4.7.0 no"}, "Will keep trying").reason, Reason::policy);
+    EXPECT_EQ(reasonOf({.text = "421 4.3.2 no"}, "It was rejected").reason, Reason::system);
     EXPECT_EQ(reasonOf({.text = "523 no"}, "It was rejected").reason, Reason::messageTooLarge);
 }
 

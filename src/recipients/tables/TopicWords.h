@@ -14,12 +14,14 @@ inline constexpr PhraseRow topicWords[] = {
     {"rbl", Reason::reputation},
     {"ptr", Reason::reputation},
     {"rdns", Reason::reputation},
+    {"dialup", Reason::reputation},
     {"spammer", Reason::reputation},
     {"spam", Reason::content},
     {"junk", Reason::content},
     {"scam", Reason::content},
     {"virus", Reason::content},
     {"macro", Reason::content},
+    {"mime", Reason::content},
     {"malspam", Reason::content},
 };
 
