@@ -8,14 +8,33 @@
 #include "recipients/DialogueLine.h"
 #include "recipients/PhraseReasons.h"
 #include "text/Ascii.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 
 namespace {
 
+/// What Postfix writes behind or in front of replies: "(in reply to MAIL FROM command)". Whether
+/// they are to commands that name the sender; nothing where there is no such note.
+std::optional<bool> notesSender(std::string_view text) {
+    constexpr std::string_view note = "in reply to";
+    bool isFound = findBytesNoCase(text, "refused to talk to me:") != npos;
+    for (std::size_t at = findBytesNoCase(text, note); at != npos;
+         at = findBytesNoCase(text, note, at)) {
+        at += note.size();
+        const std::string_view verb = ascii::trimLeft(text.substr(at, 16));
+        if (!verb.starts_with("MAIL") && !verb.starts_with("EHLO") && !verb.starts_with("HELO")) {
+            return false;
+        }
+        isFound = true;
+    }
+    return isFound ? std::optional(true) : std::nullopt;
+}
+
 /// Whether replies of failure in the dialogue that `text` quotes follow commands that name the
 /// sender, and no others.
 bool refusesSender(std::string_view text) {
+    if (const std::optional<bool> noted = notesSender(text)) return *noted;
     bool isToSender = false;
     bool isFound = false;
     for (std::size_t at = 0; at < text.size();) {

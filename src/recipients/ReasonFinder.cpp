@@ -6,7 +6,7 @@
 
 #include "recipients/CodeReasons.h"
 #include "recipients/CodeShapes.h"
-#include "recipients/NamedHost.h"
+#include "recipients/NamedParty.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReplyText.h"
 #include "recipients/TopicWords.h"
@@ -58,12 +58,16 @@ struct Codes {
     /// is definite, or that of a command that was not understood.
     bool areAboutElse(Reason reason) const noexcept {
         if (!isAboutMailbox(reason)) return false;
-        // Who did not authenticate (RFC 4954, section 6).
-        if (reply == "530" || reply == "534" || reply == "535") return true;
+        if (areAboutLogin()) return true;
         const StatusRow* row = definite();
         const bool isCommand =
             ofText && ofText->code.starts_with("X.5.") && ofText->code != "X.5.0";
         return isCommand || (row && !isAboutMailbox(row->reason));
+    }
+
+    /// Who did not authenticate (RFC 4954, section 6).
+    bool areAboutLogin() const noexcept {
+        return reply == "530" || reply == "534" || reply == "535";
     }
 
     /// The address of the sender is wrong, whatever the words call unknown (RFC 3463, section 3.2).
@@ -109,9 +113,14 @@ public:
     Search(const Reply& reply, std::string_view notice)
         : reply_(reply), codes_(reply), text_(reply.text) {
         found_.isTransient = reply.outcome == Outcome::delayed || codes_.areTemporary();
-        find(notice);
+        if (!findInFront()) find(notice);
         if (mayHaveTopic()) takeTopic();
         found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
+        // A host that is named by its address has no mailboxes.
+        if (found_.reason == Reason::unknownDomain && found_.length > 0 && !found_.inNotice &&
+            isSaidOfHost(reply.text, found_.at, found_.length)) {
+            found_.reason = Reason::reputation;
+        }
         if (isAboutMailbox(found_.reason) && isAboutSender(notice)) {
             found_.reason = Reason::policy;
             found_.isSure = false;
@@ -129,7 +138,30 @@ private:
     bool isAboutSender(std::string_view notice) const {
         const std::string_view where =
             found_.inNotice ? paragraphAt(notice, found_.at) : reply_.text;
-        return codes_.areAboutSender() || stageIn(where) == Stage::sender;
+        if (codes_.areAboutSender() || codes_.areAboutLogin()) return true;
+        return stageIn(where) == Stage::sender && !isSaidOfRecipient();
+    }
+
+    /// Whether the recipient's address stands right beside the words.
+    bool isSaidOfRecipient() const {
+        if (found_.inNotice || found_.length == 0 || reply_.address.empty()) return false;
+        const std::string_view text = reply_.text;
+        const std::size_t end = found_.at + found_.length;
+        const std::size_t reach = reply_.address.size() + std::size("... <:>");
+        const std::size_t begin = found_.at < reach ? 0 : found_.at - reach;
+        return findBytesNoCase(text.substr(begin, end + reach - begin), reply_.address) != npos;
+    }
+
+    /// Looks for words in front of "If you think that it was taken for spam", which are more than
+    /// those behind; whether they say why.
+    bool findInFront() {
+        const std::size_t end = findBytesNoCase(reply_.text, "if you ");
+        if (end == npos) return false;
+        const ReplyText front(reply_.text.substr(0, end));
+        const PhraseMatches matches(front.view());
+        if (!take(matches, PhraseKind::clear, front, false)) return false;
+        noteDuration(matches);
+        return true;
     }
 
     void find(std::string_view notice) {
@@ -163,15 +195,23 @@ private:
         found_.reason = Reason::other;
     }
 
-    /// A hint may be said of a host or a domain that the reply names.
+    /// A hint may be said of a host, a domain or a mailbox that the reply names.
     void noteWhoIsMeant() {
+        static constexpr auto domains = std::to_array<std::string_view>({"domain", "host"});
+        static constexpr auto mailboxes = std::to_array<std::string_view>(
+            {"user", "username", "mailbox", "account", "recipient", "alias", "name"});
         const bool isRefusal = found_.reason == Reason::policy && found_.length > 0;
         if (isRefusal && isSaidOfHost(reply_.text, found_.at, found_.length)) {
             found_.reason = Reason::reputation;
         }
-        if (found_.reason == Reason::unknownMailbox && !reply_.domain.empty() &&
-            isSaidOfDomain(reply_.text, found_.at, reply_.domain)) {
+        const bool isGone =
+            found_.reason == Reason::unknownMailbox || found_.reason == Reason::unknownDomain;
+        const std::size_t sign = reply_.address.rfind('@');
+        if (!isGone || sign == npos) return;
+        if (isSaidOf(reply_.text, found_.at, reply_.address.substr(sign + 1), domains)) {
             found_.reason = Reason::unknownDomain;
+            found_.isSure = true;
+        } else if (isSaidOf(reply_.text, found_.at, reply_.address.substr(0, sign), mailboxes)) {
             found_.isSure = true;
         }
     }

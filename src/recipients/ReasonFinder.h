@@ -22,8 +22,8 @@ struct Reply {
     std::string_view text{};
     /// Those of the text, where the caller has looked for them.
     std::optional<ReplyCodes> codes{};
-    /// That of the recipient; may be empty.
-    std::string_view domain{};
+    /// The recipient's; may be empty.
+    std::string_view address{};
 };
 
 /// A reason and its evidence.

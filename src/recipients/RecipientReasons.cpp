@@ -24,11 +24,6 @@ bool isExplained(const Recipient& recipient, const ReasonFinding& finding) {
            !isFirstLineOnly(recipient.diagnostic);
 }
 
-std::string_view domainOf(std::string_view address) {
-    const std::size_t at = address.rfind('@');
-    return at == npos ? std::string_view() : address.substr(at + 1);
-}
-
 /// `codes` are those of the diagnostic.
 Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
     return {.outcome = recipient.outcome,
@@ -36,7 +31,7 @@ Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
             .replyCode = recipient.replyCode,
             .text = recipient.diagnostic,
             .codes = codes,
-            .domain = domainOf(recipient.address)};
+            .address = recipient.address};
 }
 
 /// Whether it matters when the reply was given. Who was accepted as a recipient is unknown only
@@ -71,6 +66,11 @@ bool namesRecipient(const Recipient& recipient) {
         return ascii::equalsNoCase(span.in(text), recipient.address) ||
                ascii::equalsNoCase(span.in(text), recipient.finalAddress);
     });
+}
+
+std::string_view domainOf(std::string_view address) {
+    const std::size_t at = address.rfind('@');
+    return at == npos ? std::string_view() : address.substr(at + 1);
 }
 
 /// Whether `host` is `domain`, in it, or what it is in.
@@ -119,10 +119,17 @@ bool RecipientReasons::isReplyToSender(const Recipient& recipient) const {
 }
 
 /// Whether the reply names the sender of the original mail, and not the recipient.
-bool RecipientReasons::isAboutSender(const Recipient& recipient) const {
+bool RecipientReasons::isAboutSender(const Recipient& recipient,
+                                     const ReasonFinding& finding) const {
     const std::string_view text = recipient.diagnostic;
-    if (namesRecipient(recipient)) return false;
     const std::vector<AddressSpan> spans = findAddresses(text);
+    // The very address that is said not to exist: what stands right in front counts.
+    constexpr std::size_t most = 12;
+    for (const AddressSpan& span : spans) {
+        const bool isMeant = span.begin <= finding.at + 1 && finding.at < span.end + most;
+        if (isMeant && !finding.inNotice) return others_.isAddressee(span.in(text));
+    }
+    if (namesRecipient(recipient)) return false;
     return std::ranges::any_of(
         spans, [&](const AddressSpan& span) { return others_.isAddressee(span.in(text)); });
 }
@@ -182,7 +189,7 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     if (needsStage(finding, codes) && isReplyToData(recipient)) finding.isSure = false;
     if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
     if (isAboutMailbox(finding.reason) &&
-        (isAboutSender(recipient) || isReplyToSender(recipient))) {
+        (isAboutSender(recipient, finding) || isReplyToSender(recipient))) {
         finding.reason = Reason::policy;
         finding.isSure = false;
     }

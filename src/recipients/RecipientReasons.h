@@ -40,7 +40,7 @@ private:
     void fill(std::size_t index, const Notice* notice);
     bool isReplyToData(const Recipient& recipient) const;
     bool isReplyToSender(const Recipient& recipient) const;
-    bool isAboutSender(const Recipient& recipient) const;
+    bool isAboutSender(const Recipient& recipient, const ReasonFinding& finding) const;
     bool mayBeAboutOthers(const Recipient& recipient, const ReasonFinding& finding) const;
     bool isFromSystem(const Recipient& recipient) const;
 

@@ -159,9 +159,23 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "a@x.example unknown-mailbox suppress"},
         {"<a@x.example>: host said: 550 Sender me@own.example does not exist",
          "a@x.example policy fix"},
-        {"<a@x.example>: host said: 535 5.7.8 invalid user", "a@x.example unknown-mailbox retry"},
+        {"<a@x.example>: host said: 535 5.7.8 invalid user", "a@x.example policy fix"},
         {"<a@x.example>: host said: 550 unknown host (Client host rejected)",
          "a@x.example policy fix"},
+        {"<a@x.example>: 550 Sender me@own.example has no such mailbox, nothing for a@x.example",
+         "a@x.example policy fix"},
+        {"<a@x.example>: 550 a@x.example: User unknown. Your IP is noted, sender me@own.example",
+         "a@x.example unknown-mailbox suppress"},
+        {"<a@x.example>: host said: 550 Unknown host 192.0.2.9, we know no such domain",
+         "a@x.example reputation fix"},
+        // what comes first, not what may be thought
+        {"<a@x.example>: host said: 550 No such user. If you think you were taken for spam, write",
+         "a@x.example unknown-mailbox suppress"},
+        // by its name
+        {"<ann@x.example>: host said: 550 Mailbox \"Ann\" does not exist",
+         "ann@x.example unknown-mailbox suppress"},
+        {"<ann@x.example>: host said: 550 Key \"Ann\" does not exist",
+         "ann@x.example unknown-mailbox retry"},
         // about another host than that of the recipient
         {"<a@x.example>: Name service error for name=relay.own.example type=A: Host not found",
          "a@x.example unknown-domain retry"},
@@ -266,6 +280,9 @@ TEST(Advice, IsNotToSuppressWhereTheSenderWasRefused) {
     const std::pair<std::string, const char*> cases[] = {
         {">>> MAIL From:<me@own.example>\n<<< " + reply, "a@x.example policy fix"},
         {">>> RCPT To:<a@x.example>\n<<< " + reply, "a@x.example unknown-mailbox suppress"},
+        {"host said: " + reply + " (in reply to\n    MAIL FROM command)", "a@x.example policy fix"},
+        {"host said: " + reply + " (in reply to RCPT TO command)",
+         "a@x.example unknown-mailbox suppress"},
         {">>> MAIL From:<me@own.example>\n<<< 250 ok\n>>> RCPT To:<a@x.example>\n<<< " + reply,
          "a@x.example unknown-mailbox suppress"},
     };

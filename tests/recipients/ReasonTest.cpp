@@ -189,7 +189,7 @@ TEST(Reason, IsAboutTheDomainThatIsNamed) {
         {"550 The record of x.example is not found", Reason::unknownMailbox},
     };
     for (const auto& [text, reason] : cases) {
-        const ReasonFinding finding = reasonOf({.text = text, .domain = "x.example"});
+        const ReasonFinding finding = reasonOf({.text = text, .address = "ann@x.example"});
         EXPECT_EQ(nameOf(finding.reason), nameOf(reason)) << text;
         EXPECT_EQ(finding.isSure, reason == Reason::unknownDomain) << text;
     }

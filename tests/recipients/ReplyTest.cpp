@@ -126,6 +126,7 @@ TEST(Reply, IsAboutWhatItMeans) {
          }},
         {"reputation fix",
          {
+             "550 IP name possibly forged [192.0.2.5], host not found",
              "554 5.7.1 Service unavailable; Client host [192.0.2.1] blocked using a list",
              "550 5.7.606 Access denied, banned sending IP [192.0.2.1]. Visit https://x.example/",
              "554 5.7.1 Your message was rejected due to poor sending reputation.",
@@ -167,7 +168,6 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 Your From: address is invalid",
              "550 5.7.1 The sending account has been suspended",
              "554 5.7.1 sending domain suspended",
-             "550 IP name possibly forged [192.0.2.5], host not found",
              "550 寄件者網域不存在",
              "550 Absender unbekannt",
          }},

@@ -28,6 +28,8 @@ inline constexpr std::string_view senderStages[] = {
     "your domain",
     "sender address unknown",
     "sender email address",
+    "header from",
+    "sending from",
     // what such replies speak of
     "client host",
     " in helo",
@@ -464,7 +466,6 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"反垃圾spf", Reason::authentication},
 
     // The sender's address
-    {"sender @", Reason::policy},
     {"sender address has", Reason::policy},
     {"outgoing mail from", Reason::policy},
     {"your account has been", Reason::policy},
@@ -3549,6 +3550,8 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"loops back to myself", Reason::unreachable},
     {"loop detected", Reason::unreachable},
     {"looping", Reason::unreachable},
+    // A sender is named
+    {"sender @", Reason::policy},
 };
 
 /// These say why unless the code says it better.
@@ -3962,6 +3965,12 @@ inline constexpr PhraseRow weakPhrases[] = {
     {"has been locked", Reason::inactiveMailbox},
     {"is on hold", Reason::inactiveMailbox},
     {"not activated", Reason::inactiveMailbox},
+    {"has been closed", Reason::inactiveMailbox},
+    {"could not be found", Reason::unknownMailbox},
+    {"couldn't be found", Reason::unknownMailbox},
+    {"no account named", Reason::unknownMailbox},
+    {"no user called", Reason::unknownMailbox},
+    {"not hosted", Reason::unknownDomain},
     {"inactivity", Reason::inactiveMailbox},
     {"executable", Reason::content},
     {"zip archive", Reason::content},

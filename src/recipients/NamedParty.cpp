@@ -1,4 +1,4 @@
-#include "recipients/NamedHost.h"
+#include "recipients/NamedParty.h"
 
 #include <algorithm>
 #include <array>
@@ -86,13 +86,15 @@ bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length) {
            beginsWithAddress(text.substr(at + length, most));
 }
 
-bool isSaidOfDomain(std::string_view text, std::size_t at, std::string_view domain) {
+bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
+              std::span<const std::string_view> kinds) {
     const std::string_view said = withoutBetween(before(text, at));
-    const std::string_view name = lastWord(said);
-    if (!ascii::equalsNoCase(name, domain)) return false;
-    const std::string_view kind = lastWord(unquoted(said.substr(0, said.size() - name.size())));
-    return ascii::equalsNoCase(kind, "domain") || ascii::equalsNoCase(kind, "host") ||
-           std::ranges::all_of(kind, [](char c) { return ascii::isDigit(c) || c == '.'; });
+    const std::string_view last = lastWord(said);
+    if (name.empty() || !ascii::equalsNoCase(last, name)) return false;
+    const std::string_view kind = lastWord(unquoted(said.substr(0, said.size() - last.size())));
+    return std::ranges::all_of(kind, [](char c) { return ascii::isDigit(c) || c == '.'; }) ||
+           std::ranges::any_of(
+               kinds, [&](std::string_view known) { return ascii::equalsNoCase(kind, known); });
 }
 
 }  // namespace bouncecheck

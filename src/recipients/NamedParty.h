@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string_view>
 
 namespace bouncecheck {
@@ -9,8 +10,9 @@ namespace bouncecheck {
 /// "Mail from 192.0.2.1 is blocked", "blocked: [2001:db8::1]".
 bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length);
 
-/// Whether the words at `at` of a reply are said of `domain`, which is not empty, and which is
-/// called a domain there, or begins the reply: "The domain x.example does not exist".
-bool isSaidOfDomain(std::string_view text, std::size_t at, std::string_view domain);
+/// Whether the words at `at` of a reply are said of `name`, which is called one of `kinds` there,
+/// or begins the reply: "The domain x.example does not exist", "550 User \"ann\" unknown".
+bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
+              std::span<const std::string_view> kinds);
 
 }  // namespace bouncecheck
