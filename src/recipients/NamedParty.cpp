@@ -97,4 +97,11 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
                kinds, [&](std::string_view known) { return ascii::equalsNoCase(kind, known); });
 }
 
+bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name) {
+    const std::string_view behind = unquoted(text.substr(at, most));
+    if (name.empty() || !ascii::startsWithNoCase(behind, name)) return false;
+    return behind.size() == name.size() || ascii::isOneOf(behind[name.size()], quotes) ||
+           behind[name.size()] == '@';
+}
+
 }  // namespace bouncecheck

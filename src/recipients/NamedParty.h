@@ -15,4 +15,7 @@ bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length);
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds);
 
+/// Whether `name` is the next word behind `at`: "No user ann", "No mailbox <ann@x.example>".
+bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name);
+
 }  // namespace bouncecheck

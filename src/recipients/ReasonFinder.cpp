@@ -180,13 +180,17 @@ private:
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.any();
         const bool isRestated = vague == codes_.ofField && codes_.fieldRestatesReply();
-        const bool isElsewhere = hint && vague && !isRestated && isBetter(*vague, *hint);
+        const Party party =
+            hint ? partyOf(*hint, text_.inText(matches.placeOf(*hint))) : Party::unnamed;
+        const bool isNamed = party == Party::domain || party == Party::mailbox;
+        const bool isElsewhere =
+            hint && vague && !isRestated && !isNamed && isBetter(*vague, *hint);
         if (isElsewhere) return takeStatus(*vague, false);
         if (hint && !vague && codes_.areMissing() && takeReplyInNotice(notice)) return;
         if (take(matches, PhraseKind::weak, text_, false)) {
             // A hint and a code that agree are enough.
             found_.isSure = vague && !isRestated && vague->reason == found_.reason;
-            noteWhoIsMeant();
+            noteParty(party);
             return;
         }
         if (takeFromNotice(notice)) return;
@@ -195,25 +199,36 @@ private:
         found_.reason = Reason::other;
     }
 
-    /// A hint may be said of a host, a domain or a mailbox that the reply names.
-    void noteWhoIsMeant() {
+    /// Whom a hint is said of.
+    enum class Party { unnamed, host, domain, mailbox };
+
+    /// A hint at `place` may be said of a host, or of the recipient's domain or mailbox.
+    Party partyOf(const PhraseRow& hint, const TextPart& place) const {
         static constexpr auto domains = std::to_array<std::string_view>({"domain", "host"});
         static constexpr auto mailboxes = std::to_array<std::string_view>(
             {"user", "username", "mailbox", "account", "recipient", "alias", "name"});
-        const bool isRefusal = found_.reason == Reason::policy && found_.length > 0;
-        if (isRefusal && isSaidOfHost(reply_.text, found_.at, found_.length)) {
-            found_.reason = Reason::reputation;
+        if (hint.reason == Reason::policy) {
+            const bool isHost = isSaidOfHost(reply_.text, place.at, place.length);
+            return isHost ? Party::host : Party::unnamed;
         }
-        const bool isGone =
-            found_.reason == Reason::unknownMailbox || found_.reason == Reason::unknownDomain;
         const std::size_t sign = reply_.address.rfind('@');
-        if (!isGone || sign == npos) return;
-        if (isSaidOf(reply_.text, found_.at, reply_.address.substr(sign + 1), domains)) {
-            found_.reason = Reason::unknownDomain;
-            found_.isSure = true;
-        } else if (isSaidOf(reply_.text, found_.at, reply_.address.substr(0, sign), mailboxes)) {
-            found_.isSure = true;
-        }
+        const bool isGone =
+            hint.reason == Reason::unknownMailbox || hint.reason == Reason::unknownDomain;
+        if (!isGone || sign == npos) return Party::unnamed;
+        const std::string_view domain = reply_.address.substr(sign + 1);
+        const std::string_view mailbox = reply_.address.substr(0, sign);
+        if (isSaidOf(reply_.text, place.at, domain, domains)) return Party::domain;
+        const bool isMailbox = isSaidOf(reply_.text, place.at, mailbox, mailboxes) ||
+                               isFollowedBy(reply_.text, place.at + place.length, mailbox);
+        return isMailbox ? Party::mailbox : Party::unnamed;
+    }
+
+    /// Takes the hint that was found last for what it says of `party`.
+    void noteParty(Party party) {
+        if (party == Party::host) found_.reason = Reason::reputation;
+        if (party == Party::domain) found_.reason = Reason::unknownDomain;
+        if (party == Party::mailbox) found_.reason = Reason::unknownMailbox;
+        if (party == Party::domain || party == Party::mailbox) found_.isSure = true;
     }
 
     /// Whether what was found is so vague that a word may say better what it is about.

@@ -174,6 +174,12 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         // by its name
         {"<ann@x.example>: host said: 550 Mailbox \"Ann\" does not exist",
          "ann@x.example unknown-mailbox suppress"},
+        {"<ann@x.example>: host said: 550 No user ann here",
+         "ann@x.example unknown-mailbox suppress"},
+        {"<ann@x.example>: host said: 550 No user anna here",
+         "ann@x.example unknown-mailbox retry"},
+        {"<ann@x.example>: host said: 550 5.7.1 Mailbox ann was not found",
+         "ann@x.example unknown-mailbox suppress"},
         {"<ann@x.example>: host said: 550 Key \"Ann\" does not exist",
          "ann@x.example unknown-mailbox retry"},
         // about another host than that of the recipient

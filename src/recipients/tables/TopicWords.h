@@ -23,6 +23,11 @@ inline constexpr PhraseRow topicWords[] = {
     {"macro", Reason::content},
     {"mime", Reason::content},
     {"malspam", Reason::content},
+    {"phish", Reason::content},
+    {"zip", Reason::content},
+    {"clamav", Reason::content},
+    {"bitdefender", Reason::content},
+    {"kaspersky", Reason::content},
 };
 
 }  // namespace bouncecheck
