@@ -10,6 +10,7 @@
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReplyText.h"
 #include "recipients/TopicWords.h"
+#include "recipients/tables/PartyNames.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -204,9 +205,6 @@ private:
 
     /// A hint at `place` may be said of a host, or of the recipient's domain or mailbox.
     Party partyOf(const PhraseRow& hint, const TextPart& place) const {
-        static constexpr auto domains = std::to_array<std::string_view>({"domain", "host"});
-        static constexpr auto mailboxes = std::to_array<std::string_view>(
-            {"user", "username", "mailbox", "account", "recipient", "alias", "name"});
         if (hint.reason == Reason::policy) {
             const bool isHost = isSaidOfHost(reply_.text, place.at, place.length);
             return isHost ? Party::host : Party::unnamed;
@@ -217,8 +215,11 @@ private:
         if (!isGone || sign == npos) return Party::unnamed;
         const std::string_view domain = reply_.address.substr(sign + 1);
         const std::string_view mailbox = reply_.address.substr(0, sign);
-        if (isSaidOf(reply_.text, place.at, domain, domains)) return Party::domain;
-        const bool isMailbox = isSaidOf(reply_.text, place.at, mailbox, mailboxes) ||
+        if (isSaidOf(reply_.text, place.at, domain, domainNames)) {
+            // "The SPF of domain x.example": its records may be missing, too.
+            return topicOf(reply_.text) ? Party::unnamed : Party::domain;
+        }
+        const bool isMailbox = isSaidOf(reply_.text, place.at, mailbox, mailboxNames) ||
                                isFollowedBy(reply_.text, place.at + place.length, mailbox);
         return isMailbox ? Party::mailbox : Party::unnamed;
     }

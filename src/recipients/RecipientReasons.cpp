@@ -123,12 +123,16 @@ bool RecipientReasons::isAboutSender(const Recipient& recipient,
                                      const ReasonFinding& finding) const {
     const std::string_view text = recipient.diagnostic;
     const std::vector<AddressSpan> spans = findAddresses(text);
-    // The very address that is said not to exist: what stands right in front counts.
+    // The very address that is said not to exist: the words are around it or right behind it, a
+    // code is right in front.
     constexpr std::size_t most = 12;
-    for (const AddressSpan& span : spans) {
-        const bool isMeant = span.begin <= finding.at + 1 && finding.at < span.end + most;
-        if (isMeant && !finding.inNotice) return others_.isAddressee(span.in(text));
-    }
+    const bool isCode = finding.basis == ReasonBasis::status && finding.length > 0;
+    const auto isMeant = [&](const AddressSpan& span) {
+        return isCode ? span.begin >= finding.at && span.begin < finding.at + most
+                      : span.begin <= finding.at + 1 && finding.at < span.end + most;
+    };
+    const auto meant = std::ranges::find_if(spans, isMeant);
+    if (meant != spans.end() && !finding.inNotice) return others_.isAddressee(meant->in(text));
     if (namesRecipient(recipient)) return false;
     return std::ranges::any_of(
         spans, [&](const AddressSpan& span) { return others_.isAddressee(span.in(text)); });
