@@ -29,8 +29,8 @@ public:
     /// Whether its first text says that a reply came after the message was sent. That is read
     /// without the rest of what a notice says.
     bool saysReplyToData() const;
-    /// Whether all that a server refuses in the dialogue of that text is the sender, before any
-    /// recipient was named.
+    /// Whether all that a server refuses, by the dialogue or the notes in that text, is the sender,
+    /// before any recipient was named.
     bool saysReplyToSender() const;
     /// The first message or header attached.
     const ReturnedMail& attached() const;

@@ -10,13 +10,15 @@ namespace {
 
 constexpr std::string_view quotes = " \t\r\n[](){}<>\"':;,=#-";
 
-/// What may stand between a host and what is said of it.
-constexpr auto between = std::to_array<std::string_view>(
-    {"is",          "has",  "have",   "been",       "was",     "are",  "currently", "temporarily",
-     "permanently", "from", "for",    "ip",         "address", "host", "client",    "server",
-     "your",        "the",  "access", "connection", "does",    "do",   "could",     "can",
-     "cannot",      "be",   "foi",    "sido",       "ha",      "esta", "est",       "stato",
-     "ist",         "wird", "wurde",  "adresse"});
+/// What may stand between a name and what is said of it.
+constexpr auto verbs = std::to_array<std::string_view>(
+    {"is",          "has",  "have", "been",  "was",   "are",    "currently", "temporarily",
+     "permanently", "does", "do",   "could", "can",   "cannot", "be",        "foi",
+     "sido",        "ha",   "esta", "est",   "stato", "ist",    "wird",      "wurde"});
+/// The same, between a host's address and what is said of it.
+constexpr auto nouns =
+    std::to_array<std::string_view>({"from", "for", "ip", "address", "host", "client", "server",
+                                     "your", "the", "access", "connection", "adresse"});
 
 constexpr std::size_t longestAddress = 39;
 
@@ -34,10 +36,13 @@ bool isAddress(std::string_view word) {
            std::ranges::all_of(word, [](char c) { return ascii::isDigit(c) || c == '.'; });
 }
 
-bool isBetween(std::string_view word) {
+bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
     return std::ranges::any_of(
-        between, [&](std::string_view known) { return ascii::equalsNoCase(word, known); });
+        words, [&](std::string_view known) { return ascii::equalsNoCase(word, known); });
 }
+
+bool isVerb(std::string_view word) { return isOneOf(word, verbs); }
+bool isVerbOrNoun(std::string_view word) { return isVerb(word) || isOneOf(word, nouns); }
 
 std::string_view unquoted(std::string_view text) {
     const std::size_t begin = std::min(text.find_first_not_of(quotes), text.size());
@@ -50,8 +55,8 @@ std::string_view lastWord(std::string_view text) {
     return text.substr(text.find_last_of(" \t\r\n[(<\"'") + 1);
 }
 
-/// `text` up to its last word that cannot stand between a host and what is said of it.
-std::string_view withoutBetween(std::string_view text) {
+/// `text` up to its last word for which `isBetween` is false.
+std::string_view withoutBetween(std::string_view text, bool (*isBetween)(std::string_view)) {
     text = unquoted(text);
     for (std::string_view word = lastWord(text); !word.empty() && isBetween(word);
          word = lastWord(text)) {
@@ -66,7 +71,7 @@ bool beginsWithAddress(std::string_view text) {
         const std::string_view word = text.substr(0, text.find_first_of(" \t\r\n])>,;"));
         const std::string_view name = word.substr(0, word.find_last_not_of(".:") + 1);
         if (isAddress(name)) return true;
-        if (!isBetween(name)) return false;
+        if (!isVerbOrNoun(name)) return false;
         text = text.substr(word.size());
     }
 }
@@ -82,19 +87,18 @@ std::string_view before(std::string_view text, std::size_t at) {
 }  // namespace
 
 bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length) {
-    return isAddress(lastWord(withoutBetween(before(text, at)))) ||
+    return isAddress(lastWord(withoutBetween(before(text, at), isVerbOrNoun))) ||
            beginsWithAddress(text.substr(at + length, most));
 }
 
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds) {
-    const std::string_view said = withoutBetween(before(text, at));
+    const std::string_view said = withoutBetween(before(text, at), isVerb);
     const std::string_view last = lastWord(said);
     if (name.empty() || !ascii::equalsNoCase(last, name)) return false;
     const std::string_view kind = lastWord(unquoted(said.substr(0, said.size() - last.size())));
     return std::ranges::all_of(kind, [](char c) { return ascii::isDigit(c) || c == '.'; }) ||
-           std::ranges::any_of(
-               kinds, [&](std::string_view known) { return ascii::equalsNoCase(kind, known); });
+           isOneOf(kind, kinds);
 }
 
 bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name) {
