@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
 
 #include "mime/Entity.h"
@@ -112,6 +113,16 @@ const Bystanders::Addresses& Bystanders::others() const {
 
 bool Bystanders::isAddressee(std::string_view address) const {
     return holds(addressees(), address);
+}
+
+bool Bystanders::anyDomainOfAddressee(const std::function<bool(std::string_view)>& isSo) const {
+    // There are one or two; mail to many is no bounce.
+    constexpr std::size_t most = 8;
+    const std::span all(addressees());
+    return std::ranges::any_of(all.first(std::min(all.size(), most)),
+                               [&](std::string_view address) {
+                                   return !domain(address).empty() && isSo(domain(address));
+                               });
 }
 
 bool Bystanders::isOther(std::string_view address) const {

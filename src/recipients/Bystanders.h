@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,6 +28,8 @@ public:
 
     /// Whether the bounce was sent to `address`.
     bool isAddressee(std::string_view address) const;
+    /// Whether `isSo` holds for the domain of one of those to whom the bounce was sent.
+    bool anyDomainOfAddressee(const std::function<bool(std::string_view)>& isSo) const;
     /// Whether it is the bounce's sender, the address of a list, or that of a mail system.
     bool isOther(std::string_view address) const;
 

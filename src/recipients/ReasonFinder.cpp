@@ -187,7 +187,8 @@ private:
         const bool isElsewhere =
             hint && vague && !isRestated && !isNamed && isBetter(*vague, *hint);
         if (isElsewhere) return takeStatus(*vague, false);
-        if (hint && !vague && codes_.areMissing() && takeReplyInNotice(notice)) return;
+        const bool isVagueHint = hint && !vague && codes_.areMissing();
+        if (isVagueHint && takeReplyInNotice(notice, hint->reason == Reason::system)) return;
         if (take(matches, PhraseKind::weak, text_, false)) {
             // A hint and a code that agree are enough.
             found_.isSure = vague && !isRestated && vague->reason == found_.reason;
@@ -289,8 +290,11 @@ private:
         const ReplyText text(notice);
         const PhraseMatches matches(text.view());
         noteDuration(matches);
-        noteCodesOf(codesIn(notice));
-        if (takeExplanation(matches, text)) return isOfReply(notice);
+        const ReplyCodes codes = codesIn(notice);
+        noteCodesOf(codes);
+        if (take(matches, PhraseKind::clear, text, true)) return isOfReply(notice);
+        if (takeStatusOf(notice, codes)) return true;
+        if (take(matches, PhraseKind::fair, text, true)) return isOfReply(notice);
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.ofText;
         if (hint && vague && isBetter(*vague, *hint)) return false;
@@ -303,6 +307,18 @@ private:
             return false;
         }
         return take(matches, PhraseKind::weak, text, true);
+    }
+
+    /// What the definite code of the notice says, where the reply has none.
+    bool takeStatusOf(std::string_view notice, const ReplyCodes& codes) {
+        const StatusRow* row = statusRowOf(codes.status);
+        const bool counts = row && row->trust == Trust::definite;
+        if (!counts || !codes_.areMissing() || !codes_.field.empty()) return false;
+        takeStatus(*row, true);
+        found_.inNotice = true;
+        found_.at = static_cast<std::size_t>(codes.status.data() - notice.data());
+        found_.length = codes.status.size();
+        return true;
     }
 
     /// Whether what was taken of the notice says more than the reply. A mailbox that the reply
@@ -319,10 +335,11 @@ private:
         return false;
     }
 
-    /// What the notice says of a reply that it quotes.
-    bool takeReplyInNotice(std::string_view notice) {
+    /// What the notice says of a reply that it quotes, or, `evenWithoutCode`, of the "temporary
+    /// problem" that it begins with.
+    bool takeReplyInNotice(std::string_view notice, bool evenWithoutCode = false) {
         const ReplyCodes codes = codesIn(notice);
-        if (codes.reply.empty()) return false;
+        if (codes.reply.empty() && !evenWithoutCode) return false;
         const ReplyText text(notice);
         const PhraseMatches matches(text.view());
         noteDuration(matches);

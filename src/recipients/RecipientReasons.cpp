@@ -41,6 +41,8 @@ bool needsStage(const ReasonFinding& finding, const ReplyCodes& codes) {
            finding.basis == ReasonBasis::phrase && codes.status.empty();
 }
 
+bool isHostByte(char c) { return ascii::isAlnum(c) || c == '-' || c == '.'; }
+
 /// The host that a reply says it did not find: "name=relay.example", with its domain; "" for none.
 std::string_view unknownHostIn(std::string_view text) {
     static constexpr auto marks =
@@ -49,7 +51,6 @@ std::string_view unknownHostIn(std::string_view text) {
         const std::size_t at = findBytesNoCase(text, mark);
         if (at == npos) continue;
         std::string_view host = text.substr(at + mark.size());
-        const auto isHostByte = [](char c) { return ascii::isAlnum(c) || c == '-' || c == '.'; };
         const auto end = std::ranges::find_if_not(host, isHostByte);
         host = host.substr(0, static_cast<std::size_t>(end - host.begin()));
         while (host.ends_with('.')) host.remove_suffix(1);
@@ -66,6 +67,11 @@ bool namesRecipient(const Recipient& recipient) {
         return ascii::equalsNoCase(span.in(text), recipient.address) ||
                ascii::equalsNoCase(span.in(text), recipient.finalAddress);
     });
+}
+
+std::string_view lineAt(std::string_view text, std::size_t at) {
+    const std::size_t begin = text.substr(0, at).find_last_of("\r\n") + 1;
+    return text.substr(begin, std::min(text.find_first_of("\r\n", at), text.size()) - begin);
 }
 
 std::string_view domainOf(std::string_view address) {
@@ -108,8 +114,10 @@ void RecipientReasons::fill(const Notice* notice) {
 bool RecipientReasons::isReplyToData(const Recipient& recipient) const {
     const Stage stage = stageIn(recipient.diagnostic);
     const bool isReported = recipient.source == RecipientSource::report;
+    // What the text says may be about another one, of whom there is a reply.
+    const bool mayBeSaid = isReported && (list_.all().size() == 1 || !recipient.replyCode.empty());
     return stage == Stage::data ||
-           (stage == Stage::unknown && isReported && reading_.saysReplyToData());
+           (stage == Stage::unknown && mayBeSaid && reading_.saysReplyToData());
 }
 
 /// Whether the sender was refused, before any recipient was named.
@@ -122,6 +130,7 @@ bool RecipientReasons::isReplyToSender(const Recipient& recipient) const {
 bool RecipientReasons::isAboutSender(const Recipient& recipient,
                                      const ReasonFinding& finding) const {
     const std::string_view text = recipient.diagnostic;
+    if (namesSenderDomain(recipient, finding)) return true;
     const std::vector<AddressSpan> spans = findAddresses(text);
     // The very address that is said not to exist: the words are around it or right behind it, a
     // code is right in front.
@@ -136,6 +145,32 @@ bool RecipientReasons::isAboutSender(const Recipient& recipient,
     if (namesRecipient(recipient)) return false;
     return std::ranges::any_of(
         spans, [&](const AddressSpan& span) { return others_.isAddressee(span.in(text)); });
+}
+
+/// Whether a domain is unknown in a line that has the domain of the sender, as a word of its own,
+/// and not that of the recipient.
+bool RecipientReasons::namesSenderDomain(const Recipient& recipient,
+                                         const ReasonFinding& finding) const {
+    if (finding.reason != Reason::unknownDomain || finding.inNotice) return false;
+    const std::string_view text = lineAt(recipient.diagnostic, finding.at);
+    const auto isIn = [&](std::string_view domain) {
+        if (domain.empty()) return false;
+        for (std::size_t at = 0; (at = findBytesNoCase(text, domain, at)) != npos; ++at) {
+            const std::size_t end = at + domain.size();
+            const bool begins = at == 0 || !isHostByte(text[at - 1]);
+            const bool goesOn =
+                end < text.size() &&
+                (text[end] == '-' || ascii::isAlnum(text[end]) ||
+                 (text[end] == '.' && end + 1 < text.size() && ascii::isAlnum(text[end + 1])));
+            if (begins && text[std::max<std::size_t>(at, 1) - 1] != '@' && !goesOn) return true;
+        }
+        return false;
+    };
+    for (const std::string_view address :
+         {std::string_view(recipient.address), std::string_view(recipient.finalAddress)}) {
+        if (address.find('@') != npos && containsNoCase(text, domainOf(address))) return false;
+    }
+    return others_.anyDomainOfAddressee([&](std::string_view domain) { return isIn(domain); });
 }
 
 /// Whether the evidence may be about another address, or another host, than the recipient's.

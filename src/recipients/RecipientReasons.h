@@ -41,6 +41,7 @@ private:
     bool isReplyToData(const Recipient& recipient) const;
     bool isReplyToSender(const Recipient& recipient) const;
     bool isAboutSender(const Recipient& recipient, const ReasonFinding& finding) const;
+    bool namesSenderDomain(const Recipient& recipient, const ReasonFinding& finding) const;
     bool mayBeAboutOthers(const Recipient& recipient, const ReasonFinding& finding) const;
     bool isFromSystem(const Recipient& recipient) const;
 

@@ -84,7 +84,10 @@ private:
         wasAlone_ = std::exchange(isAlone_, false);
         if (readDialogue(text)) return;
         if (!readAddresses(line)) addWords(text);
-        lastCues_ = line.cues;
+        // "Questions should be directed to the owner\nat:"
+        const bool isLastWord = !beginsParagraph_ && isIntroduction(text) && text.find(' ') == npos;
+        if (!isLastWord) lastCues_ = Cues();
+        lastCues_.join(line.cues);
         lastText_ = text;
     }
 
@@ -118,10 +121,11 @@ private:
         return reasonOf({.text = text}).basis == ReasonBasis::phrase;
     }
 
-    /// Whether `text` leaves no doubt.
+    /// Whether `text` leaves no doubt. "Service unavailable" is said after any refusal.
     static bool saysWhy(std::string_view text) {
         const ReasonFinding finding = reasonOf({.text = text});
-        return finding.basis == ReasonBasis::phrase && finding.isSure;
+        return finding.basis == ReasonBasis::phrase && finding.isSure &&
+               finding.reason != Reason::system;
     }
 
     /// Reads ">>> RCPT TO:<a@b.example>" and "<<< 550 no such user".
@@ -250,7 +254,10 @@ private:
 
     bool readLeading(const Notice::Line& line, const LineShape& shape) {
         if (continuesOpen(line, shape.first())) return false;
-        if (line.has(Cue::sender) && !shape.isSeparated()) return false;
+        // The sender's own may begin a line where the one before was wrapped.
+        const bool isOfSender =
+            line.has(Cue::sender) || (!beginsParagraph_ && others_.isAddressee(shape.first()));
+        if (isOfSender && !shape.isSeparated()) return false;
         const bool isStated =
             shape.isSeparated() || reportsFailure() || lastCues_.has(Cue::failure);
         if (!isStated || followsContact()) return false;
@@ -261,12 +268,13 @@ private:
 
     /// "550 5.1.1 <a@b.example>... User unknown"
     bool readReply(const Notice::Line& line, const LineShape& shape) {
-        if (open_ && hasWords_) return false;
         const std::string_view address = shape.first();
+        const std::optional<std::size_t> known = find(address);
+        if (open_ && hasWords_ && (!known || known == open_)) return false;
         const bool isOfOther = line.has(Cue::sender) || others_.isAddressee(address) ||
                                shape.isOfSender(shape.spans().front());
         if (isOfOther || !shape.isFailureReply()) return false;
-        if (const std::optional<std::size_t> known = find(address)) {
+        if (known) {
             say(*known, ascii::trim(line.text));
         } else if (const auto added = add(Tier::stated, address)) {
             say(*added, ascii::trim(line.text));
@@ -287,6 +295,12 @@ private:
                 }
                 break;
             case LabelKind::addressee: add(Tier::addressee, shape.first()); return false;
+            case LabelKind::original:
+                if (open_ && !isOpenOriginal_ && !isListed_) {
+                    replaceOpen(shape.first());
+                    return true;
+                }
+                break;
             case LabelKind::recipient:
                 if (line.has(Cue::sender) || tellsContact(line, shape)) return false;
                 break;
@@ -303,6 +317,7 @@ private:
         for (const AddressSpan& span : shape.labelledSpans()) {
             openBlock(line, span.in(line.text));
         }
+        isOpenOriginal_ = shape.label() == LabelKind::original;
         // "User not found: a@b.example"
         const bool isReason = explains(line.text.substr(0, shape.spans().front().begin));
         addWords(isReason ? ascii::trim(line.text)
@@ -312,6 +327,9 @@ private:
 
     void readSentence(const Notice::Line& line, const LineShape& shape) {
         if (open_ || !reportsFailure()) return;
+        // A sentence goes on in the next line.
+        const auto begin = static_cast<std::size_t>(line.text.data() - paragraph_.data());
+        const std::string_view restOfParagraph = paragraph_.substr(begin);
         std::string_view last;
         std::size_t lastAdded = 0;
         for (std::size_t i = 0; i < shape.spans().size(); ++i) {
@@ -325,7 +343,7 @@ private:
             const auto added = add(Tier::sentence, address);
             if (!added) continue;
             std::string& said = named_[1][*added].said;
-            if (said.size() < mostShared) said.append(wordsFrom(line.text, sentence)) += '\n';
+            if (said.size() < mostShared) said.append(wordsFrom(restOfParagraph, sentence)) += '\n';
             if (naming_.empty()) naming_ = sentence;
             // Of two who are not in a list, one may have failed, and the other be the way there.
             if (last.data() == sentence.data() && *added != lastAdded && !shape.isJoined(i)) {
@@ -366,8 +384,18 @@ private:
         openIndent_ = indentOf(line.text);
         isListed_ = isNext && open_ && open_ != last;
     }
+    /// The recipient of whom the lines are took the place of `original`.
+    void replaceOpen(std::string_view original) {
+        if (others_.isAddressee(original) || others_.isOther(original)) return;
+        if (!places_[0].try_emplace(ascii::lowerCase(original), *open_).second) return;
+        isOpenOriginal_ = true;
+        TextRecipient& recipient = named_[0][*open_];
+        recipient.finalAddress = std::exchange(recipient.address, std::string(original));
+    }
+
     void close() {
         open_.reset();
+        isOpenOriginal_ = false;
         hasWords_ = false;
         isIntroduced_ = false;
         isListed_ = false;
@@ -435,6 +463,8 @@ private:
     /// The recipient of whom the lines are that are being read.
     std::optional<std::size_t> open_;
     std::size_t openIndent_ = 0;
+    /// Whether that is who the mail was for at first.
+    bool isOpenOriginal_ = false;
     bool hasWords_ = false;
     /// Whether a blank line has followed words that introduce more of them.
     bool isIntroduced_ = false;

@@ -27,6 +27,8 @@ TEST(Advice, IsNotAboutBystanders) {
         {"a@x.example\n\nFor assistance, contact\n  c@x.example\n", "a@x.example"},
         {"For assistance, contact\nc@x.example: our desk\n\na@x.example\n", "a@x.example"},
         {"It did not reach a@x.example. Please write to c@x.example.\n", "a@x.example"},
+        {"a@x.example\nover quota\n\nAny questions should go to the owner\nat:\n\nc@x.example\n",
+         "a@x.example"},
         {"<a@x.example>: gone. Please write to c@x.example instead.\n", "a@x.example"},
         // senders
         {"Sender: c@x.example\nFrom: d@x.example\nRecipient: a@x.example\nCc: e@x.example\n",
@@ -102,6 +104,21 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         // a delay, and why
         {"Your mail to a@x.example is still being retried.\n\n421 4.7.0 unusual rate of mail",
          "a@x.example rate-limit retry"},
+        // the sender's domain
+        {"<a@x.example>: 517 Domain does not exist: own.example", "a@x.example policy fix"},
+        {">>> RCPT TO:<a@x.example>\n<<< 517 Domain does not exist: own.example\n",
+         "a@x.example policy fix"},
+        {"<a@x.example>: 550 No such domain: x.example, said mx.own.example",
+         "a@x.example unknown-domain suppress"},
+        // a code without words, and a sentence that goes on
+        {"It was not delivered to a@x.example.\n\nIt says: 550 5.1.10.",
+         "a@x.example unknown-domain suppress"},
+        {"There was a temporary problem with a@x.example, not delivered yet.\n\nConnection "
+         "refused.",
+         "a@x.example unreachable retry"},
+        {"Mail to a@x.example was rejected because it\nexceeds the maximum size.",
+         "a@x.example message-too-large fix"},
+        {"Mail to a@x.example failed: user 'A' not found", "a@x.example unknown-mailbox suppress"},
         // for the time being
         {"<a@x.example>: 450 4.1.1 user unknown", "a@x.example unknown-mailbox retry"},
         {"Your mail to a@x.example was not delivered. The server said:\n\n450 4.1.1 user unknown",
@@ -267,6 +284,14 @@ TEST(Advice, OfAReportIsForTheRecipientOfEachGroup) {
     EXPECT_EQ(read("Sorry.", silent + gone),
               "a@x.example other retry; b@x.example unknown-mailbox suppress");
     EXPECT_EQ(read("user unknown", silent), "a@x.example unknown-mailbox suppress");
+    // a reply to the host that sent it
+    EXPECT_EQ(read("<a@x.example>: 550 Host does not exist (in reply to\n    EHLO command)",
+                   group("a@x.example", "Diagnostic-Code: smtp; 550 Host does not exist")),
+              "a@x.example policy fix");
+    // only a reply can have come after the message
+    EXPECT_EQ(read("<b@x.example>: 550 5.1.1 user unknown (in reply to end of DATA command)",
+                   group("a@x.example", "Diagnostic-Code: x; Host not found") + gone),
+              "a@x.example unknown-domain suppress; b@x.example unknown-mailbox suppress");
     EXPECT_EQ(read("user unknown", silent + gone),
               "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox suppress");
     EXPECT_EQ(read("<b@x.example>: over quota\n<a@x.example>: user unknown\n",

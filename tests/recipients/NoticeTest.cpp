@@ -137,6 +137,13 @@ TEST(Notice, GivesTheRepliesOfADialogueToTheirRecipients) {
         {data +
              "<<< 552 5.3.4 Message size exceeds limit\n550 5.1.1 <a@x.example>... User unknown\n",
          "a@x.example unknown-mailbox suppress; b@x.example message-too-large fix"},
+        // which stands below another one, and what follows any refusal
+        {"had permanent fatal errors\n\n<a@x.example>\n\nhad transient errors\n\n<b@x.example>\n\n"
+         "--- Transcript ---\n550 5.1.1 <a@x.example>... User unknown\n"
+         "<b@x.example>... Deferred: Connection reset\n",
+         "a@x.example unknown-mailbox suppress; b@x.example unreachable retry"},
+        {data + "<<< 554 spam message\n554 <a@x.example>... Service unavailable\n",
+         "a@x.example content fix; b@x.example content fix"},
         // as other systems mark both sides
         {"--> MAIL From:<me@own.example>\n<-- 250 2.1.0 Ok\n--> RCPT To:<a@x.example>\n<-- 250 Ok\n"
          "--> RCPT To:<b@x.example>\n<-- 550 5.1.1 unknown user\n--> QUIT\n",

@@ -138,6 +138,12 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
         {"The following address(es) failed:\n\n  a@x.example\n    (generated from c@x.example)\n"
          "    SMTP error from remote mail server after RCPT TO:<b@y.example>:\n    550 no\n",
          "a@x.example->b@y.example"},
+        {"Your message cannot be delivered:\n\n  Recipient address: b@y.example\n"
+         "  Original address: a@x.example\n  Reason: Over quota\n",
+         "a@x.example->b@y.example"},
+        {"had permanent fatal errors\nb@y.example\n    (reason: 550 no)\n"
+         "    (expanded from: <a@x.example>)\n",
+         "a@x.example->b@y.example"},
         // behind a label
         {"Failed Recipient: a@x.example\nReason: Remote host said: 550 no such user\n",
          "a@x.example"},
@@ -173,6 +179,9 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
          ""},
         {"a message from b@x.example could not be delivered to a@x.example", "a@x.example"},
         {"could not be delivered to postmaster@mx.example\n", ""},
+        {"You are not authorized to write to the list from your\nme@own.example account.\n"
+         "Please write to the list\nowners: b@x.example\n",
+         ""},
         // to whom the notice was sent, where it says so
         {"could not be delivered to:\n\n<me@own.example>: host said: 550 unknown\n",
          "me@own.example"},

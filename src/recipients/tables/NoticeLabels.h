@@ -9,6 +9,8 @@ namespace bouncecheck {
 enum class LabelKind {
     /// The recipient that the notice is about.
     recipient,
+    /// Whom the mail was for before the recipient above took their place; else a recipient.
+    original,
     /// A recipient of the returned message, who need not be the one who failed.
     addressee,
     /// Anybody else.
@@ -117,7 +119,9 @@ inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::recipient, "mottaker"},
     {LabelKind::recipient, "odbiorca"},
     {LabelKind::recipient, "ontvanger"},
-    {LabelKind::recipient, "original recipient"},
+    {LabelKind::original, "expanded from"},
+    {LabelKind::original, "original address"},
+    {LabelKind::original, "original recipient"},
     {LabelKind::recipient, "original-recipient"},
     {LabelKind::recipient, "rcpt"},
     {LabelKind::recipient, "rcpt to"},
@@ -205,6 +209,13 @@ inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::other, "mittente"},
     {LabelKind::other, "nadawca"},
     {LabelKind::other, "original sender"},
+    {LabelKind::other, "owner"},
+    {LabelKind::other, "owners"},
+    {LabelKind::other, "owner(s)"},
+    {LabelKind::other, "moderator"},
+    {LabelKind::other, "moderators"},
+    {LabelKind::other, "administrator"},
+    {LabelKind::other, "administrators"},
     {LabelKind::other, "references"},
     {LabelKind::other, "remetente"},
     {LabelKind::other, "remitente"},
