@@ -10,6 +10,7 @@
 #include "mime/Mailbox.h"
 #include "recipients/AddressSpans.h"
 #include "recipients/MessageReading.h"
+#include "recipients/NamedParty.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -115,14 +116,13 @@ bool Bystanders::isAddressee(std::string_view address) const {
     return holds(addressees(), address);
 }
 
-bool Bystanders::anyDomainOfAddressee(const std::function<bool(std::string_view)>& isSo) const {
+bool Bystanders::isDomainOfAddresseeIn(std::string_view text) const {
     // There are one or two; mail to many is no bounce.
     constexpr std::size_t most = 8;
-    const std::span all(addressees());
-    return std::ranges::any_of(all.first(std::min(all.size(), most)),
-                               [&](std::string_view address) {
-                                   return !domain(address).empty() && isSo(domain(address));
-                               });
+    const std::span<const std::string> all = addressees();
+    return std::ranges::any_of(
+        all.first(std::min(all.size(), most)),
+        [&](std::string_view address) { return isNamed(text, domain(address)); });
 }
 
 bool Bystanders::isOther(std::string_view address) const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,9 +27,9 @@ public:
 
     /// Whether the bounce was sent to `address`.
     bool isAddressee(std::string_view address) const;
-    /// Whether `isSo` holds for the domain of one of those to whom the bounce was sent.
-    bool anyDomainOfAddressee(const std::function<bool(std::string_view)>& isSo) const;
-    /// Whether it is the bounce's sender, the address of a list, or that of a mail system.
+    /// Whether `text` names the domain of one of those; the first few are looked for.
+    bool isDomainOfAddresseeIn(std::string_view text) const;
+    /// Whether `address` is the bounce's sender, the address of a list, or that of a mail system.
     bool isOther(std::string_view address) const;
 
 private:

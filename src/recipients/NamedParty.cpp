@@ -4,6 +4,7 @@
 #include <array>
 
 #include "text/Ascii.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
@@ -106,6 +107,22 @@ bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name) 
     if (name.empty() || !ascii::startsWithNoCase(behind, name)) return false;
     return behind.size() == name.size() || ascii::isOneOf(behind[name.size()], quotes) ||
            behind[name.size()] == '@';
+}
+
+bool isNamed(std::string_view text, std::string_view host) {
+    if (host.empty()) return false;
+    const auto isInName = [](char c) { return ascii::isAlnum(c) || c == '-'; };
+    for (std::size_t at = 0; (at = findBytesNoCase(text, host, at)) != npos; ++at) {
+        const char before = at > 0 ? text[at - 1] : ' ';
+        const std::string_view behind = text.substr(at + host.size());
+        const bool begins = !isInName(before) && before != '.' && before != '@';
+        // A dot may end the sentence.
+        const bool goesOn = !behind.empty() &&
+                            (isInName(behind[0]) ||
+                             (behind.size() > 1 && behind[0] == '.' && ascii::isAlnum(behind[1])));
+        if (begins && !goesOn) return true;
+    }
+    return false;
 }
 
 }  // namespace bouncecheck

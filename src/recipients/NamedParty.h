@@ -18,4 +18,7 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
 /// Whether `name` is the next word behind `at`: "No user ann", "No mailbox <ann@x.example>".
 bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name);
 
+/// Whether `text` has `host` as a word of its own, and not as the domain of an address.
+bool isNamed(std::string_view text, std::string_view host);
+
 }  // namespace bouncecheck

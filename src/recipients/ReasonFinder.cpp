@@ -114,7 +114,7 @@ public:
     Search(const Reply& reply, std::string_view notice)
         : reply_(reply), codes_(reply), text_(reply.text) {
         found_.isTransient = reply.outcome == Outcome::delayed || codes_.areTemporary();
-        if (!findInFront()) find(notice);
+        find(notice);
         if (mayHaveTopic()) takeTopic();
         found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
         // A host that is named by its address has no mailboxes.
@@ -153,9 +153,9 @@ private:
         return findBytesNoCase(text.substr(begin, end + reach - begin), reply_.address) != npos;
     }
 
-    /// Looks for words in front of "If you think that it was taken for spam", which are more than
-    /// those behind; whether they say why.
-    bool findInFront() {
+    /// Takes words in front of "If you think that it was taken for spam", which are more than those
+    /// behind.
+    bool takeInFront() {
         const std::size_t end = findBytesNoCase(reply_.text, "if you ");
         if (end == npos) return false;
         const ReplyText front(reply_.text.substr(0, end));
@@ -167,6 +167,7 @@ private:
 
     void find(std::string_view notice) {
         const PhraseMatches matches(text_.view());
+        if (matches.firstOf(PhraseKind::clear) && takeInFront()) return;
         noteDuration(matches);
         const StatusRow* definite = codes_.definite();
         // Why this order: systems give wrong codes more often than wrong words. A definite code

@@ -41,8 +41,6 @@ bool needsStage(const ReasonFinding& finding, const ReplyCodes& codes) {
            finding.basis == ReasonBasis::phrase && codes.status.empty();
 }
 
-bool isHostByte(char c) { return ascii::isAlnum(c) || c == '-' || c == '.'; }
-
 /// The host that a reply says it did not find: "name=relay.example", with its domain; "" for none.
 std::string_view unknownHostIn(std::string_view text) {
     static constexpr auto marks =
@@ -51,22 +49,13 @@ std::string_view unknownHostIn(std::string_view text) {
         const std::size_t at = findBytesNoCase(text, mark);
         if (at == npos) continue;
         std::string_view host = text.substr(at + mark.size());
+        const auto isHostByte = [](char c) { return ascii::isAlnum(c) || c == '-' || c == '.'; };
         const auto end = std::ranges::find_if_not(host, isHostByte);
         host = host.substr(0, static_cast<std::size_t>(end - host.begin()));
         while (host.ends_with('.')) host.remove_suffix(1);
         if (host.find('.') != npos) return host;
     }
     return {};
-}
-
-/// Whether the reply names the recipient.
-bool namesRecipient(const Recipient& recipient) {
-    const std::string_view text = recipient.diagnostic;
-    const std::vector<AddressSpan> spans = findAddresses(text);
-    return std::ranges::any_of(spans, [&](const AddressSpan& span) {
-        return ascii::equalsNoCase(span.in(text), recipient.address) ||
-               ascii::equalsNoCase(span.in(text), recipient.finalAddress);
-    });
 }
 
 std::string_view lineAt(std::string_view text, std::size_t at) {
@@ -120,18 +109,20 @@ bool RecipientReasons::isReplyToData(const Recipient& recipient) const {
            (stage == Stage::unknown && mayBeSaid && reading_.saysReplyToData());
 }
 
-/// Whether the sender was refused, before any recipient was named.
-bool RecipientReasons::isReplyToSender(const Recipient& recipient) const {
-    return recipient.source == RecipientSource::report && !recipient.diagnostic.empty() &&
-           !namesRecipient(recipient) && reading_.saysReplyToSender();
-}
-
-/// Whether the reply names the sender of the original mail, and not the recipient.
+/// Whether the reply is about the sender of the original mail: it names them and not the recipient,
+/// or came before any recipient was named.
 bool RecipientReasons::isAboutSender(const Recipient& recipient,
                                      const ReasonFinding& finding) const {
-    const std::string_view text = recipient.diagnostic;
     if (namesSenderDomain(recipient, finding)) return true;
+    const std::string_view text = recipient.diagnostic;
     const std::vector<AddressSpan> spans = findAddresses(text);
+    const auto isOwn = [&](const AddressSpan& span) {
+        return ascii::equalsNoCase(span.in(text), recipient.address) ||
+               ascii::equalsNoCase(span.in(text), recipient.finalAddress);
+    };
+    const auto isOfSender = [&](const AddressSpan& span) {
+        return others_.isAddressee(span.in(text));
+    };
     // The very address that is said not to exist: the words are around it or right behind it, a
     // code is right in front.
     constexpr std::size_t most = 12;
@@ -140,37 +131,32 @@ bool RecipientReasons::isAboutSender(const Recipient& recipient,
         return isCode ? span.begin >= finding.at && span.begin < finding.at + most
                       : span.begin <= finding.at + 1 && finding.at < span.end + most;
     };
-    const auto meant = std::ranges::find_if(spans, isMeant);
-    if (meant != spans.end() && !finding.inNotice) return others_.isAddressee(meant->in(text));
-    if (namesRecipient(recipient)) return false;
-    return std::ranges::any_of(
-        spans, [&](const AddressSpan& span) { return others_.isAddressee(span.in(text)); });
+    const bool namesRecipient = std::ranges::any_of(spans, isOwn);
+    const auto meant = finding.inNotice ? spans.end() : std::ranges::find_if(spans, isMeant);
+    const bool namesSender = meant != spans.end()
+                                 ? isOfSender(*meant)
+                                 : !namesRecipient && std::ranges::any_of(spans, isOfSender);
+    return namesSender || (!namesRecipient && isReplyToSender(recipient));
 }
 
-/// Whether a domain is unknown in a line that has the domain of the sender, as a word of its own,
-/// and not that of the recipient.
+/// Whether the report's text says so of a reply in the report.
+bool RecipientReasons::isReplyToSender(const Recipient& recipient) const {
+    return recipient.source == RecipientSource::report && !recipient.diagnostic.empty() &&
+           reading_.saysReplyToSender();
+}
+
+/// Whether a domain is unknown in a line that has the domain of the sender, and not that of the
+/// recipient.
 bool RecipientReasons::namesSenderDomain(const Recipient& recipient,
                                          const ReasonFinding& finding) const {
     if (finding.reason != Reason::unknownDomain || finding.inNotice) return false;
-    const std::string_view text = lineAt(recipient.diagnostic, finding.at);
-    const auto isIn = [&](std::string_view domain) {
-        if (domain.empty()) return false;
-        for (std::size_t at = 0; (at = findBytesNoCase(text, domain, at)) != npos; ++at) {
-            const std::size_t end = at + domain.size();
-            const bool begins = at == 0 || !isHostByte(text[at - 1]);
-            const bool goesOn =
-                end < text.size() &&
-                (text[end] == '-' || ascii::isAlnum(text[end]) ||
-                 (text[end] == '.' && end + 1 < text.size() && ascii::isAlnum(text[end + 1])));
-            if (begins && text[std::max<std::size_t>(at, 1) - 1] != '@' && !goesOn) return true;
-        }
-        return false;
+    const std::string_view line = lineAt(recipient.diagnostic, finding.at);
+    const auto isIn = [&](std::string_view address) {
+        const std::string_view domain = domainOf(address);
+        return !domain.empty() && containsNoCase(line, domain);
     };
-    for (const std::string_view address :
-         {std::string_view(recipient.address), std::string_view(recipient.finalAddress)}) {
-        if (address.find('@') != npos && containsNoCase(text, domainOf(address))) return false;
-    }
-    return others_.anyDomainOfAddressee([&](std::string_view domain) { return isIn(domain); });
+    if (isIn(recipient.address) || isIn(recipient.finalAddress)) return false;
+    return others_.isDomainOfAddresseeIn(line);
 }
 
 /// Whether the evidence may be about another address, or another host, than the recipient's.
@@ -227,8 +213,7 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     }
     if (needsStage(finding, codes) && isReplyToData(recipient)) finding.isSure = false;
     if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
-    if (isAboutMailbox(finding.reason) &&
-        (isAboutSender(recipient, finding) || isReplyToSender(recipient))) {
+    if (isAboutMailbox(finding.reason) && isAboutSender(recipient, finding)) {
         finding.reason = Reason::policy;
         finding.isSure = false;
     }
