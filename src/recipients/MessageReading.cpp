@@ -18,9 +18,8 @@ namespace {
 /// they are to commands that name the sender; nothing where there is no such note.
 std::optional<bool> notesSender(std::string_view text) {
     constexpr std::string_view note = "in reply to";
-    bool isFound = findBytesNoCase(text, "refused to talk to me:") != npos;
-    for (std::size_t at = findBytesNoCase(text, note); at != npos;
-         at = findBytesNoCase(text, note, at)) {
+    bool isFound = findBytes(text, "refused to talk to me:") != npos;
+    for (std::size_t at = findBytes(text, note); at != npos; at = findBytes(text, note, at)) {
         at += note.size();
         const std::string_view verb = ascii::trimLeft(text.substr(at, 16));
         if (!verb.starts_with("MAIL") && !verb.starts_with("EHLO") && !verb.starts_with("HELO")) {

@@ -134,7 +134,7 @@ bool RecipientReasons::isAboutSender(const Recipient& recipient,
     const bool namesRecipient = std::ranges::any_of(spans, isOwn);
     const auto meant = finding.inNotice ? spans.end() : std::ranges::find_if(spans, isMeant);
     const bool namesSender = meant != spans.end()
-                                 ? isOfSender(*meant)
+                                 ? !isOwn(*meant) && isOfSender(*meant)
                                  : !namesRecipient && std::ranges::any_of(spans, isOfSender);
     return namesSender || (!namesRecipient && isReplyToSender(recipient));
 }
