@@ -21,6 +21,13 @@ constexpr auto nouns =
     std::to_array<std::string_view>({"from", "for", "ip", "address", "host", "client", "server",
                                      "your", "the", "access", "connection", "adresse"});
 
+/// What may stand in front of "user ann", or "domain x.example", where these are the subject.
+constexpr auto articles = std::to_array<std::string_view>(
+    {"the", "a", "an", "this", "that", "der", "die", "das", "el", "la", "le", "o", "il", "lo"});
+/// What may end a sentence behind what is said, in front of a stop.
+constexpr auto closings = std::to_array<std::string_view>(
+    {"here", "any more", "anymore", "any longer", "on this", "at this", "in this", "locally"});
+
 constexpr std::size_t longestAddress = 39;
 
 bool isAddressByte(char c) {
@@ -66,6 +73,20 @@ std::string_view withoutBetween(std::string_view text, bool (*isBetween)(std::st
     return text;
 }
 
+/// Those of a reply; also "", for the start of the text.
+bool isCode(std::string_view word) {
+    return std::ranges::all_of(word, [](char c) { return ascii::isDigit(c) || c == '.'; });
+}
+
+/// Whether a sentence begins behind `text`, an article aside: what is in front is no "of" or "for",
+/// nor a "sender".
+bool beginsClause(std::string_view text) {
+    text = ascii::trimRight(text);
+    if (text.empty() || ascii::isOneOf(text.back(), ":.;,)]>-\"'")) return true;
+    const std::string_view word = lastWord(text);
+    return isCode(word) || isOneOf(word, articles);
+}
+
 bool beginsWithAddress(std::string_view text) {
     for (;;) {
         text = unquoted(text);
@@ -97,25 +118,42 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
     const std::string_view said = withoutBetween(before(text, at), isVerb);
     const std::string_view last = lastWord(said);
     if (name.empty() || !ascii::equalsNoCase(last, name)) return false;
-    const std::string_view kind = lastWord(unquoted(said.substr(0, said.size() - last.size())));
-    return std::ranges::all_of(kind, [](char c) { return ascii::isDigit(c) || c == '.'; }) ||
-           isOneOf(kind, kinds);
+    const std::string_view front = unquoted(said.substr(0, said.size() - last.size()));
+    const std::string_view kind = lastWord(front);
+    if (isCode(kind)) return true;
+    return isOneOf(kind, kinds) && beginsClause(front.substr(0, front.size() - kind.size()));
+}
+
+bool endsClause(std::string_view text, std::size_t at) {
+    const std::string_view behind = text.substr(at);
+    const std::string_view rest = ascii::trimLeft(behind);
+    if (rest.empty() || ascii::isOneOf(behind[0], "\r\n")) return true;
+    return ascii::isOneOf(rest[0], ".,;!)]>\"'") ||
+           std::ranges::any_of(closings, [&](std::string_view word) {
+               return ascii::startsWithNoCase(rest, word);
+           });
 }
 
 bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name) {
     const std::string_view behind = unquoted(text.substr(at, most));
     if (name.empty() || !ascii::startsWithNoCase(behind, name)) return false;
-    return behind.size() == name.size() || ascii::isOneOf(behind[name.size()], quotes) ||
-           behind[name.size()] == '@';
+    const std::size_t domain = name.size() < behind.size() && behind[name.size()] == '@'
+                                   ? behind.find_first_of(" \t\r\n>,;:\"'", name.size())
+                                   : name.size();
+    const auto end =
+        static_cast<std::size_t>(behind.data() - text.data()) + std::min(domain, behind.size());
+    // "I do not know ann's key"
+    return !text.substr(end).starts_with("'s") && endsClause(text, end);
 }
 
 bool isNamed(std::string_view text, std::string_view host) {
-    if (host.empty()) return false;
+    constexpr std::size_t longestHost = 255;  // RFC 1035, section 2.3.4
+    if (host.empty() || host.size() > longestHost) return false;
     const auto isInName = [](char c) { return ascii::isAlnum(c) || c == '-'; };
-    for (std::size_t at = 0; (at = findBytesNoCase(text, host, at)) != npos; ++at) {
+    for (std::size_t at = 0; (at = findBytesNoCase(text, host, at)) != npos; at += host.size()) {
         const char before = at > 0 ? text[at - 1] : ' ';
         const std::string_view behind = text.substr(at + host.size());
-        const bool begins = !isInName(before) && before != '.' && before != '@';
+        const bool begins = !isInName(before) && before != '@';
         // A dot may end the sentence.
         const bool goesOn = !behind.empty() &&
                             (isInName(behind[0]) ||

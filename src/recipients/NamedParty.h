@@ -11,11 +11,16 @@ namespace bouncecheck {
 bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length);
 
 /// Whether the words at `at` of a reply are said of `name`, which is called one of `kinds` there,
-/// or begins the reply: "The domain x.example does not exist", "550 User \"ann\" unknown".
+/// or begins the reply: "The domain x.example does not exist", "550 User \"ann\" unknown". Not
+/// where something of it is meant: "the key of user ann is not found".
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds);
 
-/// Whether `name` is the next word behind `at`: "No user ann", "No mailbox <ann@x.example>".
+/// Whether a sentence ends at `at`, or goes on with no more than "here".
+bool endsClause(std::string_view text, std::size_t at);
+
+/// Whether `name` is the next word behind `at`, and ends the sentence: "No user ann", "No mailbox
+/// <ann@x.example>".
 bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name);
 
 /// Whether `text` has `host` as a word of its own, and not as the domain of an address.

@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "recipients/AddressSpans.h"
 #include "recipients/CodeReasons.h"
 #include "recipients/CodeShapes.h"
 #include "recipients/NamedParty.h"
@@ -118,7 +119,9 @@ public:
         if (mayHaveTopic()) takeTopic();
         found_.isSure = found_.isSure && !codes_.areAboutElse(found_.reason);
         // A host that is named by its address has no mailboxes.
-        if (found_.reason == Reason::unknownDomain && found_.length > 0 && !found_.inNotice &&
+        const bool mayBeOfHost =
+            found_.reason == Reason::unknownDomain || found_.reason == Reason::inactiveMailbox;
+        if (mayBeOfHost && found_.length > 0 && !found_.inNotice &&
             isSaidOfHost(reply.text, found_.at, found_.length)) {
             found_.reason = Reason::reputation;
         }
@@ -162,6 +165,10 @@ private:
         const PhraseMatches matches(front.view());
         if (!take(matches, PhraseKind::clear, front, false)) return false;
         noteDuration(matches);
+        // "Unknown user or sender refused"
+        if (contains(front.view(), " or ") || containsNoCase(front.view(), "sender")) {
+            found_.isSure = false;
+        }
         return true;
     }
 
@@ -214,15 +221,18 @@ private:
         const std::size_t sign = reply_.address.rfind('@');
         const bool isGone =
             hint.reason == Reason::unknownMailbox || hint.reason == Reason::unknownDomain;
-        if (!isGone || sign == npos) return Party::unnamed;
+        // What is invalid may be anything of theirs.
+        if (!isGone || sign == npos || contains(hint.phrase, "invalid")) return Party::unnamed;
         const std::string_view domain = reply_.address.substr(sign + 1);
         const std::string_view mailbox = reply_.address.substr(0, sign);
-        if (isSaidOf(reply_.text, place.at, domain, domainNames)) {
+        const std::size_t end = place.at + place.length;
+        if (endsClause(reply_.text, end) && isSaidOf(reply_.text, place.at, domain, domainNames)) {
             // "The SPF of domain x.example": its records may be missing, too.
             return topicOf(reply_.text) ? Party::unnamed : Party::domain;
         }
-        const bool isMailbox = isSaidOf(reply_.text, place.at, mailbox, mailboxNames) ||
-                               isFollowedBy(reply_.text, place.at + place.length, mailbox);
+        const bool isMailbox = (endsClause(reply_.text, end) &&
+                                isSaidOf(reply_.text, place.at, mailbox, mailboxNames)) ||
+                               isFollowedBy(reply_.text, end, mailbox);
         return isMailbox ? Party::mailbox : Party::unnamed;
     }
 
@@ -315,11 +325,29 @@ private:
         const StatusRow* row = statusRowOf(codes.status);
         const bool counts = row && row->trust == Trust::definite;
         if (!counts || !codes_.areMissing() || !codes_.field.empty()) return false;
-        takeStatus(*row, true);
+        takeStatus(*row, isOfRecipient(notice, codes));
         found_.inNotice = true;
         found_.at = static_cast<std::size_t>(codes.status.data() - notice.data());
         found_.length = codes.status.size();
         return true;
+    }
+
+    /// Whether the codes of the notice are those of a reply, "550 5.1.1", and the only ones, and
+    /// nobody else stands in their line. A status alone may be the version of a program.
+    bool isOfRecipient(std::string_view notice, const ReplyCodes& codes) const {
+        const bool areTogether = !codes.reply.empty() &&
+                                 codes.reply.data() + codes.reply.size() + 1 == codes.status.data();
+        if (!areTogether) return false;
+        const auto end =
+            static_cast<std::size_t>(codes.status.data() - notice.data()) + codes.status.size();
+        const std::string_view next = codesIn(notice.substr(end)).status;
+        if (!next.empty() && next != codes.status) return false;
+        const std::size_t begin = notice.substr(0, end).rfind('\n') + 1;
+        const std::string_view line =
+            notice.substr(begin, std::min(notice.find('\n', end), notice.size()) - begin);
+        return std::ranges::all_of(findAddresses(line), [&](const AddressSpan& span) {
+            return ascii::equalsNoCase(span.in(line), reply_.address);
+        });
     }
 
     /// Whether what was taken of the notice says more than the reply. A mailbox that the reply

@@ -129,7 +129,7 @@ bool RecipientReasons::isAboutSender(const Recipient& recipient,
     const bool isCode = finding.basis == ReasonBasis::status && finding.length > 0;
     const auto isMeant = [&](const AddressSpan& span) {
         return isCode ? span.begin >= finding.at && span.begin < finding.at + most
-                      : span.begin <= finding.at + 1 && finding.at < span.end + most;
+                      : span.begin <= finding.at + finding.length && finding.at < span.end + most;
     };
     const bool namesRecipient = std::ranges::any_of(spans, isOwn);
     const auto meant = finding.inNotice ? spans.end() : std::ranges::find_if(spans, isMeant);
@@ -150,6 +150,8 @@ bool RecipientReasons::isReplyToSender(const Recipient& recipient) const {
 bool RecipientReasons::namesSenderDomain(const Recipient& recipient,
                                          const ReasonFinding& finding) const {
     if (finding.reason != Reason::unknownDomain || finding.inNotice) return false;
+    // What a name server does not know may be the relay of the sender's system.
+    if (!unknownHostIn(recipient.diagnostic).empty()) return false;
     const std::string_view line = lineAt(recipient.diagnostic, finding.at);
     const auto isIn = [&](std::string_view address) {
         const std::string_view domain = domainOf(address);

@@ -98,8 +98,8 @@ private:
             Recipient* recipient = isKnown ? list_.find(named, all.size() == 1)
                                            : list_.add(named.address, RecipientSource::text);
             if (!recipient) continue;
-            // It may be whom to ask, or who wrote the notice.
-            if (!isKnown && named.isLone) list_.doubt(*recipient);
+            // It may be whom to ask, or who wrote the notice; or one of several failed.
+            if (!isKnown && (named.isLone || named.isAlias)) list_.doubt(*recipient);
             if (recipient->finalAddress.empty()) {
                 recipient->finalAddress = std::move(named.finalAddress);
             }

@@ -60,10 +60,10 @@ void ReportSource::addStatus(std::string_view text) {
         if (!recipient) continue;
         const Outcome outcome = outcomeOf(reported);
         const Outcome known = recipient->outcome;
-        // The address is that of several, some of whom the mail reached.
-        if (known != Outcome::unknown && isSuccess(known) != isSuccess(outcome)) {
-            list_.doubt(*recipient);
-        }
+        // The address is that of several, some of whom the mail reached, or may reach.
+        const bool differs =
+            isSuccess(known) != isSuccess(outcome) || reported.status != recipient->status;
+        if (known != Outcome::unknown && differs) list_.doubt(*recipient);
         // Of the groups for one address the first that failed counts.
         const bool isNews =
             known == Outcome::unknown || (outcome == Outcome::failed && known != Outcome::failed);

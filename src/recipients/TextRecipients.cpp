@@ -318,6 +318,7 @@ private:
             openBlock(line, span.in(line.text));
         }
         isOpenOriginal_ = shape.label() == LabelKind::original;
+        if (isOpenOriginal_ && open_) named_[0][*open_].isAlias = true;
         // "User not found: a@b.example"
         const bool isReason = explains(line.text.substr(0, shape.spans().front().begin));
         addWords(isReason ? ascii::trim(line.text)
@@ -387,9 +388,11 @@ private:
     /// The recipient of whom the lines are took the place of `original`.
     void replaceOpen(std::string_view original) {
         if (others_.isAddressee(original) || others_.isOther(original)) return;
-        if (!places_[0].try_emplace(ascii::lowerCase(original), *open_).second) return;
+        const auto [known, isNew] = places_[0].try_emplace(ascii::lowerCase(original), *open_);
+        TextRecipient& recipient = named_[0][known->second];
+        recipient.isAlias = true;
+        if (!isNew) return;
         isOpenOriginal_ = true;
-        TextRecipient& recipient = named_[0][*open_];
         recipient.finalAddress = std::exchange(recipient.address, std::string(original));
     }
 

@@ -18,6 +18,8 @@ struct TextRecipient {
     std::string said{};
     /// Whether nothing says why the address stands there, or which of two a sentence is about.
     bool isLone = false;
+    /// Whether others may have been reached behind the address: it is an alias, or a list.
+    bool isAlias = false;
 };
 
 /// Whom the text of `notice`, which is about mail that was not delivered, names as not reached, in

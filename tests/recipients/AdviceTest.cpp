@@ -201,6 +201,22 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "ann@x.example authentication fix"},
         {"<ann@x.example>: host said: 550 No user anna here",
          "ann@x.example unknown-mailbox retry"},
+        {"<ann@x.example>: host said: 550 Key of user ann not found",
+         "ann@x.example unknown-mailbox retry"},
+        {"<ann@x.example>: host said: 550 User ann not found in the list of senders",
+         "ann@x.example unknown-mailbox retry"},
+        // about the sender, whom the server asked after
+        {"<ann@x.example>: host said: 550 No user <me@own.example>; for ann@x.example",
+         "ann@x.example policy fix"},
+        {"<ann@x.example>: host said: 550 Unknown host mail.own.example",
+         "ann@x.example policy fix"},
+        // a version, or the codes of several
+        {"<a@x.example>\n\n-- \nMailGate 5.1.10", "a@x.example unknown-domain retry"},
+        {"<a@x.example>\n\n550 5.1.10: no domain\n552 5.2.2: no room",
+         "a@x.example unknown-domain retry"},
+        // one of several behind the address
+        {"<a@x.example>\n    (reason: " + gone + ")\n    (expanded from: <all@z.example>)",
+         "all@z.example->a@x.example unknown-mailbox retry"},
         {"<ann@x.example>: host said: 550 5.7.1 Mailbox ann was not found",
          "ann@x.example unknown-mailbox suppress"},
         {"<ann@x.example>: host said: 550 Key \"Ann\" does not exist",

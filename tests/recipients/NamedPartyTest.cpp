@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -37,14 +38,39 @@ TEST(NamedParty, IsWhoIsCalledSo) {
         {"Sender ann unknown", false},
         {"user ann: the host unknown", false},
         {"user joann unknown", false},
+        {"the key of user ann unknown", false},
+        {"mail for user ann unknown", false},
         {"unknown", false},
     };
     for (const auto& [text, isAnn] : cases) {
         EXPECT_EQ(isSaidOf(text, text.find("unknown"), "ann", kinds), isAnn) << text;
     }
     EXPECT_TRUE(isFollowedBy("No user <Ann@x.example>", 7, "ann"));
+    EXPECT_TRUE(isFollowedBy("No user ann here", 7, "ann"));
     EXPECT_FALSE(isFollowedBy("No user anna", 7, "ann"));
+    EXPECT_FALSE(isFollowedBy("No user ann's key", 7, "ann"));
+    EXPECT_FALSE(isFollowedBy("No user ann@x.example with such a right", 7, "ann"));
     EXPECT_FALSE(isFollowedBy("No user", 7, ""));
+}
+
+TEST(NamedParty, EndsASentence) {
+    for (const std::string_view text : {"no", "no ", "no.", "no here", "no\r\n550 x"}) {
+        EXPECT_TRUE(endsClause(text, 2)) << text;
+    }
+    for (const std::string_view text : {"no in the list", "no (see)", "no: /home/ann", "nothing"}) {
+        EXPECT_FALSE(endsClause(text, 2)) << text;
+    }
+}
+
+TEST(NamedParty, IsAHostByItsName) {
+    for (const std::string_view text : {"x.example", "mx.x.example?", "at x.example. No"}) {
+        EXPECT_TRUE(isNamed(text, "X.example")) << text;
+    }
+    for (const std::string_view text : {"a@x.example", "ax.example", "x.example.org", ""}) {
+        EXPECT_FALSE(isNamed(text, "x.example")) << text;
+    }
+    EXPECT_FALSE(isNamed("x", ""));
+    EXPECT_FALSE(isNamed(std::string(600, 'x'), std::string(300, 'x')));
 }
 
 TEST(TopicWords, AreNoPartsOfNames) {
