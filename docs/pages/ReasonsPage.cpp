@@ -31,13 +31,15 @@ than wrong words. The first of these that holds decides:
 2. a status code that is definite;
 3. a phrase that says why unless such a code says more;
 4. a phrase that only hints at the reason;
-5. the same phrases in what the whole message says to people;
+5. the same phrases, and a definite code, in what the whole message says to people;
 6. a status code that many kinds of failures have in common;
 7. a reply code of SMTP.
 
 A phrase that only hints at a refusal ("blocked") is about the sending host where that host's
-address stands beside it, and then the reason is `reputation`. A word ("SPF") says what is
-meant where a hint or a common code is all that there is.
+address stands beside it, and then the reason is `reputation`. One that hints that something
+does not exist is as good as a clear one where it is said of the recipient's own mailbox or
+domain ("User ann does not exist"). A word ("SPF") says what is meant where a hint or a common
+code is all that there is.
 
 Letter case, and how a reply is folded into lines, do not matter; `@` in a phrase stands for
 any address. The first number of a status code (`5.1.1`) says whether a later try may

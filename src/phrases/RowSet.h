@@ -20,12 +20,6 @@ public:
     constexpr bool has(std::size_t row) const noexcept {
         return words_[row / 64] >> (row % 64) & 1;
     }
-    /// Whether both sets have a row.
-    constexpr bool meets(const RowSet& other) const noexcept {
-        std::uint64_t both = 0;
-        for (std::size_t i = 0; i < words_.size(); ++i) both |= words_[i] & other.words_[i];
-        return both != 0;
-    }
     /// The first member from `from` on; `end` when there is none before that.
     constexpr std::size_t next(std::size_t from, std::size_t end) const noexcept {
         while (from < end) {

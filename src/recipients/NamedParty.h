@@ -23,7 +23,8 @@ bool endsClause(std::string_view text, std::size_t at);
 /// <ann@x.example>".
 bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name);
 
-/// Whether `text` has `host` as a word of its own, and not as the domain of an address.
+/// Whether `text` has `host`, or one within it, as a word of its own, and not as the domain of an
+/// address.
 bool isNamed(std::string_view text, std::string_view host);
 
 }  // namespace bouncecheck

@@ -10,6 +10,7 @@
 #include "recipients/NamedParty.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/ReplyText.h"
+#include "recipients/Sentence.h"
 #include "recipients/TopicWords.h"
 #include "recipients/tables/PartyNames.h"
 #include "text/Ascii.h"
@@ -102,11 +103,9 @@ std::string_view paragraphAt(std::string_view text, std::size_t at) {
 /// Whether the byte `at` of `notice` is in what sendmail says for any reply 550 to a recipient:
 /// "550 5.1.1 <a@b.example>... User unknown", below the reply itself.
 bool restatesReply(std::string_view notice, std::size_t at) {
-    const std::size_t end = notice.find('\r', at);
-    const std::size_t begin = notice.substr(0, at).rfind('\n') + 1;
-    const std::string_view line = notice.substr(begin, end - begin);
-    return line.starts_with("550 5.1.1 <") && line.find(">... ") != npos &&
-           notice.substr(0, begin).find("\n<<< ") != npos;
+    const std::string_view line = lineAt(notice, at);
+    return line.starts_with("550 5.1.1 <") && contains(line, ">... ") &&
+           contains(notice.substr(0, at), "\n<<< ");
 }
 
 /// What has been found of a reply, in the order in which it counts.
@@ -342,9 +341,7 @@ private:
             static_cast<std::size_t>(codes.status.data() - notice.data()) + codes.status.size();
         const std::string_view next = codesIn(notice.substr(end)).status;
         if (!next.empty() && next != codes.status) return false;
-        const std::size_t begin = notice.substr(0, end).rfind('\n') + 1;
-        const std::string_view line =
-            notice.substr(begin, std::min(notice.find('\n', end), notice.size()) - begin);
+        const std::string_view line = lineAt(notice, end);
         return std::ranges::all_of(findAddresses(line), [&](const AddressSpan& span) {
             return ascii::equalsNoCase(span.in(line), reply_.address);
         });

@@ -8,6 +8,7 @@
 #include "recipients/AddressSpans.h"
 #include "recipients/AdviceFor.h"
 #include "recipients/PhraseReasons.h"
+#include "recipients/Sentence.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -56,11 +57,6 @@ std::string_view unknownHostIn(std::string_view text) {
         if (host.find('.') != npos) return host;
     }
     return {};
-}
-
-std::string_view lineAt(std::string_view text, std::size_t at) {
-    const std::size_t begin = text.substr(0, at).find_last_of("\r\n") + 1;
-    return text.substr(begin, std::min(text.find_first_of("\r\n", at), text.size()) - begin);
 }
 
 std::string_view domainOf(std::string_view address) {

@@ -296,8 +296,9 @@ private:
                 break;
             case LabelKind::addressee: add(Tier::addressee, shape.first()); return false;
             case LabelKind::original:
+            case LabelKind::alias:
                 if (open_ && !isOpenOriginal_ && !isListed_) {
-                    replaceOpen(shape.first());
+                    replaceOpen(shape);
                     return true;
                 }
                 break;
@@ -317,8 +318,9 @@ private:
         for (const AddressSpan& span : shape.labelledSpans()) {
             openBlock(line, span.in(line.text));
         }
-        isOpenOriginal_ = shape.label() == LabelKind::original;
-        if (isOpenOriginal_ && open_) named_[0][*open_].isAlias = true;
+        const bool isAlias = shape.label() == LabelKind::alias;
+        isOpenOriginal_ = isAlias || shape.label() == LabelKind::original;
+        if (isAlias && open_) named_[0][*open_].isAlias = true;
         // "User not found: a@b.example"
         const bool isReason = explains(line.text.substr(0, shape.spans().front().begin));
         addWords(isReason ? ascii::trim(line.text)
@@ -385,12 +387,14 @@ private:
         openIndent_ = indentOf(line.text);
         isListed_ = isNext && open_ && open_ != last;
     }
-    /// The recipient of whom the lines are took the place of `original`.
-    void replaceOpen(std::string_view original) {
+    /// The recipient of whom the lines are took the place of the one whom `shape` names.
+    void replaceOpen(const LineShape& shape) {
+        const std::string_view original = shape.first();
         if (others_.isAddressee(original) || others_.isOther(original)) return;
         const auto [known, isNew] = places_[0].try_emplace(ascii::lowerCase(original), *open_);
+        if (!isNew && known->second == *open_) return;
         TextRecipient& recipient = named_[0][known->second];
-        recipient.isAlias = true;
+        if (!isNew || shape.label() == LabelKind::alias) recipient.isAlias = true;
         if (!isNew) return;
         isOpenOriginal_ = true;
         recipient.finalAddress = std::exchange(recipient.address, std::string(original));

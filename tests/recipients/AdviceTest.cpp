@@ -217,6 +217,10 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         // one of several behind the address
         {"<a@x.example>\n    (reason: " + gone + ")\n    (expanded from: <all@z.example>)",
          "all@z.example->a@x.example unknown-mailbox retry"},
+        {"Recipient: a@x.example\nOriginal recipient: a@x.example\nReason: " + gone,
+         "a@x.example unknown-mailbox suppress"},
+        {"Original recipient: a@x.example\nReason: " + gone,
+         "a@x.example unknown-mailbox suppress"},
         {"<ann@x.example>: host said: 550 5.7.1 Mailbox ann was not found",
          "ann@x.example unknown-mailbox suppress"},
         {"<ann@x.example>: host said: 550 Key \"Ann\" does not exist",

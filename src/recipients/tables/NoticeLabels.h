@@ -11,6 +11,8 @@ enum class LabelKind {
     recipient,
     /// Whom the mail was for before the recipient above took their place; else a recipient.
     original,
+    /// The same, of a list or an alias, of which the recipient above is one.
+    alias,
     /// A recipient of the returned message, who need not be the one who failed.
     addressee,
     /// Anybody else.
@@ -119,7 +121,7 @@ inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::recipient, "mottaker"},
     {LabelKind::recipient, "odbiorca"},
     {LabelKind::recipient, "ontvanger"},
-    {LabelKind::original, "expanded from"},
+    {LabelKind::alias, "expanded from"},
     {LabelKind::original, "original address"},
     {LabelKind::original, "original recipient"},
     {LabelKind::recipient, "original-recipient"},
