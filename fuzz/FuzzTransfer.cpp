@@ -63,6 +63,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace bouncecheck::fuzz;
     const ExactBytes exact(Input(data, size).rest());
     const std::string_view bytes = exact.view();
+    std::string roomy(bytes);
+    roomy.reserve(2 * bytes.size());
+    require(copyWithCrLf(bytes) == withCrLf(std::move(roomy)),
+            "line ends are completed the same in a copy and in place");
     for (const auto encoding : {TransferEncoding::identity, TransferEncoding::quotedPrintable,
                                 TransferEncoding::base64, TransferEncoding::uuencode}) {
         const ExactBytes text(withCrLf(std::string(bytes)));

@@ -1,10 +1,13 @@
 #include "mime/LineEnds.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
 #include <bouncecheck/Limits.h>
+#include "text/ByteMask.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -22,7 +25,7 @@ struct LineEndCounts {
 };
 
 // Small counters in short blocks are what compilers make vectors of.
-constexpr std::size_t block = 128;
+constexpr std::size_t block = 240;
 
 std::size_t countLf(std::string_view text) noexcept {
     std::size_t count = 0;
@@ -73,44 +76,46 @@ LineEndCounts countWithinLimit(std::string_view& text) noexcept {
     return countLineEnds(text);
 }
 
-/// Copies the bytes of one line, and nothing behind them.
-char* copyExactly(const char* from, std::size_t count, char* out) noexcept {
-    return std::copy_n(from, count, out);
-}
-
-/// The same piece by piece, which takes no decision for most lines. What is behind the line is
-/// copied too, up to the end of a piece: as many bytes have to follow on both sides.
-constexpr std::size_t piece = 64;
-char* copyInPieces(const char* from, std::size_t count, char* out) noexcept {
-    for (std::size_t done = 0; done <= count; done += piece) {
-        std::memcpy(out + done, from + done, piece);
+/// Writes a text with its line ends completed, and takes no decision that depends on the length of
+/// a line. Takes off the text what is written, which is all but its end; the end of what is
+/// written. `out` has room for the whole text, and is not in it.
+char* writeBlocks(std::string_view& text, bool hasCr, char* out) noexcept {
+    // Behind a line end as many bytes are written as a block has.
+    constexpr std::size_t least = 2 * maskedBytes;
+    bool followsCr = false;
+    for (; text.size() >= least; text.remove_prefix(maskedBytes)) {
+        const char* const bytes = text.data();
+        std::uint64_t bareLf = maskOf(bytes, '\n');
+        std::uint64_t bareCr = 0;
+        if (hasCr) {
+            const std::uint64_t lf = bareLf;
+            const std::uint64_t cr = maskOf(bytes, '\r');
+            bareLf &= ~(cr << 1 | std::uint64_t{followsCr});
+            bareCr = cr & ~(lf >> 1 | std::uint64_t{bytes[maskedBytes] == '\n'} << 63);
+            followsCr = bytes[maskedBytes - 1] == '\r';
+        }
+        std::memcpy(out, bytes, maskedBytes);
+        for (std::uint64_t ends = bareLf | bareCr; ends != 0; ends &= ends - 1) {
+            const auto end = static_cast<std::size_t>(std::countr_zero(ends));
+            const bool isCr = (bareCr >> end & 1) != 0;
+            const std::size_t at = end + (isCr ? 1 : 0);
+            out[at] = isCr ? '\n' : '\r';
+            ++out;
+            std::memcpy(out + at, bytes + at, maskedBytes);
+        }
+        out += maskedBytes;
     }
-    return out + count;
-}
-
-/// Writes the lines of a text without a bare CR, as most files have it, with a CR before each LF,
-/// as long as `left` bytes of it remain behind a line. Takes them off the text; the end of what is
-/// written.
-template <class CopyLine>
-char* writeLines(std::string_view& text, std::size_t left, char* out, CopyLine copyLine) noexcept {
-    for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
-        if (text.size() - end < left) break;
-        const bool isComplete = end > 0 && text[end - 1] == '\r';
-        out = copyLine(text.data(), end - (isComplete ? 1 : 0), out);
-        out = std::copy_n(crLf.data(), crLf.size(), out);
+    // The rest of a pair; the other half of a bare CR is there already.
+    if (followsCr && text.starts_with('\n')) {
+        *out++ = '\n';
+        text.remove_prefix(1);
     }
     return out;
 }
 
-/// The same to the end of the text. `out` may lie before the text in the same storage: what is
+/// The same byte by byte, to the end. `out` may lie before the text in the same storage: what is
 /// written does not pass what is read when the room between them is what the text lacks.
-void writeCompleted(std::string_view text, char* out) {
-    out = writeLines(text, 0, out, copyExactly);
-    std::copy_n(text.data(), text.size(), out);
-}
-
-/// The same for any text.
-void writeCompletedBareCr(std::string_view text, char* out) {
+void writeBytes(std::string_view text, char* out) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         if (c != '\n' && c != '\r') {
@@ -122,25 +127,38 @@ void writeCompletedBareCr(std::string_view text, char* out) {
     }
 }
 
+/// The same line by line, for a text without a bare CR, as most files have it.
+void writeLines(std::string_view text, char* out) {
+    for (std::size_t end; (end = text.find('\n')) != npos; text.remove_prefix(end + 1)) {
+        const bool isComplete = end > 0 && text[end - 1] == '\r';
+        out = std::copy_n(text.data(), end - (isComplete ? 1 : 0), out);
+        out = std::copy_n(crLf.data(), crLf.size(), out);
+    }
+    std::copy_n(text.data(), text.size(), out);
+}
+
+void writeAll(std::string_view text, bool hasBareCr, char* out) {
+    if (hasBareCr) {
+        writeBytes(text, out);
+    } else {
+        writeLines(text, out);
+    }
+}
+
 /// Completes the line ends in the text's own storage: the text moves to the end of it, and from
-/// there line by line to its place.
+/// there to its place.
 void completeInPlace(std::string& text, const LineEndCounts& counts) {
     const std::size_t missing = counts.missing();
     if (missing == 0) return;
     text.insert(0, missing, '\0');
     const std::string_view moved = std::string_view(text).substr(missing);
-    if (counts.hasBareCr()) {
-        writeCompletedBareCr(moved, text.data());
-    } else {
-        writeCompleted(moved, text.data());
-    }
+    writeAll(moved, counts.hasBareCr(), text.data());
 }
 
-/// The same into new storage, for a text without a bare CR.
-std::string completedCopy(std::string_view text, std::size_t missing) {
-    std::string result(text.size() + missing, '\0');
-    char* const end = writeLines(text, piece + 1, result.data(), copyInPieces);
-    writeCompleted(text, end);
+std::string completedCopy(std::string_view text, const LineEndCounts& counts) {
+    std::string result(text.size() + counts.missing(), '\0');
+    char* const end = writeBlocks(text, counts.cr > 0, result.data());
+    writeAll(text, counts.hasBareCr(), end);
     return result;
 }
 
@@ -151,20 +169,14 @@ std::string withCrLf(std::string text) {
     const LineEndCounts counts = countWithinLimit(read);
     text.resize(read.size());
     const bool hasRoom = text.capacity() - text.size() >= counts.missing();
-    if (!hasRoom && !counts.hasBareCr()) return completedCopy(text, counts.missing());
+    if (!hasRoom) return completedCopy(text, counts);
     completeInPlace(text, counts);
     return text;
 }
 
 std::string copyWithCrLf(std::string_view text) {
     const LineEndCounts counts = countWithinLimit(text);
-    if (counts.missing() == 0) return std::string(text);
-    if (!counts.hasBareCr()) return completedCopy(text, counts.missing());
-    std::string copy;
-    copy.reserve(text.size() + counts.missing());
-    copy = text;
-    completeInPlace(copy, counts);
-    return copy;
+    return counts.missing() == 0 ? std::string(text) : completedCopy(text, counts);
 }
 
 }  // namespace bouncecheck
