@@ -436,4 +436,14 @@ ReasonFinding reasonOf(const Reply& reply, std::string_view notice) {
     return isFailure ? Search(reply, notice).found() : ReasonFinding{};
 }
 
+bool explains(std::string_view text) {
+    return reasonOf({.text = text}).basis == ReasonBasis::phrase;
+}
+
+bool saysWhy(std::string_view text) {
+    const ReasonFinding finding = reasonOf({.text = text});
+    return finding.basis == ReasonBasis::phrase && finding.isSure &&
+           finding.reason != Reason::system;
+}
+
 }  // namespace bouncecheck

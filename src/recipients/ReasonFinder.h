@@ -59,4 +59,9 @@ bool isFirstLineOnly(std::string_view reply) noexcept;
 /// Any bytes do; linear in their number.
 ReasonFinding reasonOf(const Reply& reply, std::string_view notice = {});
 
+/// Whether `text` has words that are those of a reply.
+bool explains(std::string_view text);
+/// Whether these leave no doubt. "Service unavailable" is said after any refusal.
+bool saysWhy(std::string_view text);
+
 }  // namespace bouncecheck

@@ -1,29 +1,22 @@
 #include "recipients/TextRecipients.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <span>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
-#include <bouncecheck/Limits.h>
 #include "recipients/AddressSpans.h"
 #include "recipients/DialogueLine.h"
 #include "recipients/LineShape.h"
+#include "recipients/NamedRecipients.h"
+#include "recipients/Paragraph.h"
 #include "recipients/ReasonFinder.h"
 #include "recipients/Sentence.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
-#include "text/Utf8.h"
 
 namespace bouncecheck {
 namespace {
-
-/// How much an address that a line names has to do with the failure.
-enum class Tier { stated, sentence, addressee };
-constexpr std::size_t tiers = 3;
 
 bool isIntroduction(std::string_view line) {
     return line.ends_with(':') || line.ends_with(wideColon);
@@ -37,50 +30,28 @@ public:
         : notice_(notice), others_(others) {}
 
     std::vector<TextRecipient> read() {
-        for (std::size_t i = 0; i < notice_.lines().size() && !isFull(); ++i) readLine(i);
-        std::vector<TextRecipient>& stated = named_[0];
-        // What was said to all: to the sender, or to the message.
-        const std::size_t sharing = shared_.empty() ? 0 : std::min(stated.size(), mostSharing);
-        for (std::size_t i = 0; i < sharing; ++i) {
-            const bool isSharing = !answered_.contains(i) && !saysWhy(stated[i].said);
-            if (isSharing) stated[i].said.append(shared_);
-        }
-        for (TextRecipient& one : stated) one.isLone = one.isLone && !saysWhy(one.said);
-        // Sentences say more than an address for which there is no reason to stand there.
-        if (std::ranges::all_of(stated, &TextRecipient::isLone) && !named_[1].empty()) {
-            return std::move(named_[1]);
-        }
-        dropOthers(stated);
-        dropAddressees(stated);
-        for (std::vector<TextRecipient>& tier : named_) {
-            if (!tier.empty()) return std::move(tier);
-        }
-        return {};
+        for (std::size_t i = 0; i < notice_.lines().size() && !named_.isFull(); ++i) readLine(i);
+        return named_.take();
     }
 
 private:
-    bool isFull() const {
-        return named_[0].size() + named_[1].size() + named_[2].size() >= limits::recipients;
-    }
-
     void readLine(std::size_t number) {
         const Notice::Line& line = notice_.lines()[number];
         const std::string_view text = ascii::trim(line.text);
         if (text.empty()) {
-            // "The error was:" and a blank line introduce what is said.
-            if (hasWords_ && !isIntroduction(lastText_)) close();
-            isListClosed_ = open_.has_value();
-            isIntroduced_ = hasWords_;
-            inParagraph_ = false;
+            endParagraph();
             return;
         }
         // What is quoted, or below a signature's mark, is nobody who failed.
-        isSigned_ = isSigned_ || (text == "--" && !named_[0].empty());
+        isSigned_ = isSigned_ || (text == "--" && !stated().empty());
         const bool isQuoted = text.starts_with('>') && !text.starts_with(">>>");
         if (isSigned_ || isQuoted) return;
-        isBelowRule_ = isBelowRule_ || (hasReply_ && isRule(text));
+        isBelowRule_ = isBelowRule_ || (named_.hasWords() && isRule(text));
         beginsParagraph_ = !std::exchange(inParagraph_, true);
-        if (beginsParagraph_) readParagraph(number);
+        if (beginsParagraph_) {
+            lastParagraphCues_ = paragraph_.cues();
+            paragraph_ = Paragraph(std::span(notice_.lines()).subspan(number));
+        }
         wasAlone_ = std::exchange(isAlone_, false);
         if (readDialogue(text)) return;
         if (!readAddresses(line)) addWords(text);
@@ -91,41 +62,13 @@ private:
         lastText_ = text;
     }
 
-    /// Gathers the phrases of the paragraph that begins at line `number`.
-    void readParagraph(std::size_t number) {
-        const std::vector<Notice::Line>& lines = notice_.lines();
-        const char* const begin = lines[number].text.data();
-        const char* end = begin;
-        lastParagraphCues_ = std::exchange(paragraphCues_, Cues());
-        for (; number < lines.size() && !lines[number].isBlank(); ++number) {
-            paragraphCues_.join(lines[number].cues);
-            end = lines[number].text.data() + lines[number].text.size();
-        }
-        paragraph_ = std::string_view(begin, static_cast<std::size_t>(end - begin));
-        isExplained_.reset();
-        naming_ = {};
-        isTroubleNamed_.reset();
-    }
-
-    /// Whether the paragraph says that something was not delivered, or why not.
-    bool reportsFailure() {
-        if (paragraphCues_.haveTrouble()) return true;
-        if (!isExplained_) {
-            isExplained_ = explains(paragraph_);
-        }
-        return *isExplained_;
-    }
-
-    /// Whether `text` has the words of a reply.
-    static bool explains(std::string_view text) {
-        return reasonOf({.text = text}).basis == ReasonBasis::phrase;
-    }
-
-    /// Whether `text` leaves no doubt. "Service unavailable" is said after any refusal.
-    static bool saysWhy(std::string_view text) {
-        const ReasonFinding finding = reasonOf({.text = text});
-        return finding.basis == ReasonBasis::phrase && finding.isSure &&
-               finding.reason != Reason::system;
+    void endParagraph() {
+        inParagraph_ = false;
+        if (!open_) return;
+        open_->isListClosed = true;
+        open_->isIntroduced = open_->hasWords;
+        // "The error was:" and a blank line introduce what is said.
+        if (open_->hasWords && !isIntroduction(lastText_)) open_.reset();
     }
 
     /// Reads ">>> RCPT TO:<a@b.example>" and "<<< 550 no such user".
@@ -135,7 +78,7 @@ private:
             command_.reset();
             const bool isRecipient = containsNoCase(text.substr(0, 14), "RCPT");
             if (!spans.empty() && isRecipient) {
-                command_ = add(Tier::stated, spans.front().in(text));
+                command_ = named_.add(Tier::stated, spans.front().in(text));
             }
             isSharedReply_ = !isRecipient;
             return true;
@@ -147,29 +90,17 @@ private:
         const std::vector<AddressSpan> spans = findAddresses(reply);
         std::optional<std::size_t> about = command_;
         for (const AddressSpan& span : spans) {
-            if (const auto known = find(span.in(reply))) about = known;
+            if (const auto known = named_.find(span.in(reply))) about = known;
         }
         if (about) {
-            answer(*about, reply);
+            named_.answer(*about, reply);
             return true;
         }
         const bool namesOther = std::ranges::any_of(
             spans, [&](const AddressSpan& span) { return !others_.isAddressee(span.in(reply)); });
-        if (!isSharedReply_ || (namesOther && named_[0].empty())) return false;
-        // What was accepted says nothing of the failure.
-        if (reply.starts_with('2') || reply.starts_with('3')) return true;
-        if (shared_.size() < mostShared) shared_.append(wholeCharacters(reply, mostShared)) += '\n';
+        if (!isSharedReply_ || (namesOther && stated().empty())) return false;
+        named_.share(reply);
         return true;
-    }
-
-    /// Notes the `reply` to the command that named a recipient.
-    void answer(std::size_t recipient, std::string_view reply) {
-        if (reply.starts_with('2') || reply.starts_with('3')) {
-            accepted_.insert(recipient);
-        } else {
-            say(recipient, reply);
-            answered_.insert(recipient);
-        }
     }
 
     /// Reads the addresses of a line; false where none of them is a recipient's, so that the
@@ -216,8 +147,8 @@ private:
     /// naming another.
     bool continuesOpen(const Notice::Line& line, std::string_view address) const {
         if (!open_) return false;
-        if (ascii::equalsNoCase(named_[0][*open_].address, address)) return true;
-        return hasWords_ && !isIntroduced_ && indentOf(line.text) > openIndent_;
+        if (ascii::equalsNoCase(openRecipient().address, address)) return true;
+        return open_->hasWords && !open_->isIntroduced && indentOf(line.text) > open_->indent;
     }
 
     bool readAlone(const Notice::Line& line, const LineShape& shape) {
@@ -229,10 +160,12 @@ private:
         }
         isAlone_ = true;
         for (const AddressSpan& span : shape.spans()) {
-            const std::size_t known = named_[0].size();
+            const std::size_t known = stated().size();
             openBlock(line, span.in(line.text));
-            if (open_ == known) named_[0][*open_].isLone = isLone_;
-            if (open_ == known && isLone_ && isBelowRule_) belowRule_.insert(known);
+            const bool isNew = stated().size() > known;
+            if (!isNew) continue;
+            openRecipient().isLone = isLone_;
+            if (isLone_ && isBelowRule_) named_.noteBelowRule();
         }
         return true;
     }
@@ -248,7 +181,7 @@ private:
         }
         if (line.has(Cue::sender) || line.has(Cue::contact)) return false;
         openBlock(line, shape.first());
-        namedIndent_ = openIndent_;
+        namedIndent_ = indentOf(line.text);
         return true;
     }
 
@@ -259,7 +192,7 @@ private:
             line.has(Cue::sender) || (!beginsParagraph_ && others_.isAddressee(shape.first()));
         if (isOfSender && !shape.isSeparated()) return false;
         const bool isStated =
-            shape.isSeparated() || reportsFailure() || lastCues_.has(Cue::failure);
+            shape.isSeparated() || paragraph_.reportsFailure() || lastCues_.has(Cue::failure);
         if (!isStated || followsContact()) return false;
         openBlock(line, shape.first());
         addWords(shape.restBehind(shape.spans().front()));
@@ -269,15 +202,15 @@ private:
     /// "550 5.1.1 <a@b.example>... User unknown"
     bool readReply(const Notice::Line& line, const LineShape& shape) {
         const std::string_view address = shape.first();
-        const std::optional<std::size_t> known = find(address);
-        if (open_ && hasWords_ && (!known || known == open_)) return false;
+        const std::optional<std::size_t> known = named_.find(address);
+        if (open_ && open_->hasWords && (!known || known == open_->recipient)) return false;
         const bool isOfOther = line.has(Cue::sender) || others_.isAddressee(address) ||
                                shape.isOfSender(shape.spans().front());
         if (isOfOther || !shape.isFailureReply()) return false;
         if (known) {
-            say(*known, ascii::trim(line.text));
-        } else if (const auto added = add(Tier::stated, address)) {
-            say(*added, ascii::trim(line.text));
+            named_.say(*known, ascii::trim(line.text));
+        } else if (const auto added = named_.add(Tier::stated, address)) {
+            named_.say(*added, ascii::trim(line.text));
         }
         return true;
     }
@@ -288,16 +221,16 @@ private:
             case LabelKind::unlisted:
                 if (line.has(Cue::sender) || tellsContact(line, shape)) return false;
                 // "550 Blocked sender: me@own.example"
-                if (!named_[0].empty() && others_.isAddressee(shape.first())) return false;
+                if (!stated().empty() && others_.isAddressee(shape.first())) return false;
                 if (!line.has(Cue::failure) && !explains(line.text)) {
                     readSentence(line, shape);
                     return false;
                 }
                 break;
-            case LabelKind::addressee: add(Tier::addressee, shape.first()); return false;
+            case LabelKind::addressee: named_.add(Tier::addressee, shape.first()); return false;
             case LabelKind::original:
             case LabelKind::alias:
-                if (open_ && !isOpenOriginal_ && !isListed_) {
+                if (open_ && !open_->isOriginal && !open_->isListed) {
                     replaceOpen(shape);
                     return true;
                 }
@@ -306,10 +239,10 @@ private:
                 if (line.has(Cue::sender) || tellsContact(line, shape)) return false;
                 break;
         }
-        if (open_ && !ascii::equalsNoCase(named_[0][*open_].address, shape.first()) &&
+        if (open_ && !ascii::equalsNoCase(openRecipient().address, shape.first()) &&
             shape.isCommand()) {
             // The mail was sent on, and failed there.
-            std::string& final = named_[0][*open_].finalAddress;
+            std::string& final = openRecipient().finalAddress;
             const bool isOwn = others_.isAddressee(shape.first()) || others_.isOther(shape.first());
             if (final.empty() && !isOwn) final = shape.first();
             return false;
@@ -318,9 +251,11 @@ private:
         for (const AddressSpan& span : shape.labelledSpans()) {
             openBlock(line, span.in(line.text));
         }
-        const bool isAlias = shape.label() == LabelKind::alias;
-        isOpenOriginal_ = isAlias || shape.label() == LabelKind::original;
-        if (isAlias && open_) named_[0][*open_].isAlias = true;
+        if (open_) {
+            const bool isAlias = shape.label() == LabelKind::alias;
+            open_->isOriginal = isAlias || shape.label() == LabelKind::original;
+            if (isAlias) openRecipient().isAlias = true;
+        }
         // "User not found: a@b.example"
         const bool isReason = explains(line.text.substr(0, shape.spans().front().begin));
         addWords(isReason ? ascii::trim(line.text)
@@ -329,47 +264,33 @@ private:
     }
 
     void readSentence(const Notice::Line& line, const LineShape& shape) {
-        if (open_ || !reportsFailure()) return;
+        if (open_ || !paragraph_.reportsFailure()) return;
         // A sentence goes on in the next line.
-        const auto begin = static_cast<std::size_t>(line.text.data() - paragraph_.data());
-        const std::string_view restOfParagraph = paragraph_.substr(begin);
+        const std::string_view restOfParagraph = paragraph_.from(line);
+        std::vector<TextRecipient>& all = named_.of(Tier::sentence);
         std::string_view last;
         std::size_t lastAdded = 0;
         for (std::size_t i = 0; i < shape.spans().size(); ++i) {
-            if (isFull()) return;
+            if (named_.isFull()) return;
             const AddressSpan& span = shape.spans()[i];
             const std::string_view address = span.in(line.text);
             if (others_.isAddressee(address) || shape.isOfSender(span)) continue;
             const std::string_view sentence = sentenceOf(line.text, span);
             const Cues cues = cuesIn(sentence);
-            if (cues.has(Cue::contact) || isAside(sentence, cues, line.text)) continue;
-            const auto added = add(Tier::sentence, address);
+            if (cues.has(Cue::contact) || paragraph_.isAside(sentence, cues, line.text, lastText_))
+                continue;
+            const auto added = named_.add(Tier::sentence, address);
             if (!added) continue;
-            std::string& said = named_[1][*added].said;
-            if (said.size() < mostShared) said.append(wordsFrom(restOfParagraph, sentence)) += '\n';
-            if (naming_.empty()) naming_ = sentence;
+            std::string& said = all[*added].said;
+            if (said.size() < mostSaid) said.append(wordsFrom(restOfParagraph, sentence)) += '\n';
+            paragraph_.noteNaming(sentence);
             // Of two who are not in a list, one may have failed, and the other be the way there.
             if (last.data() == sentence.data() && *added != lastAdded && !shape.isJoined(i)) {
-                named_[1][*added].isLone = named_[1][lastAdded].isLone = true;
+                all[*added].isLone = all[lastAdded].isLone = true;
             }
             last = sentence;
             lastAdded = *added;
         }
-    }
-
-    /// Whether `sentence` only goes on behind the one that names who failed: "a@x.example has gone.
-    /// Mail reaches us at b@x.example."
-    bool isAside(std::string_view sentence, Cues cues, std::string_view line) {
-        const bool isNext = !naming_.empty() && sentence.data() != naming_.data();
-        if (!isNext || cues.haveTrouble()) return false;
-        // Long sentences, which are cut near each address, end here; so time stays linear.
-        const auto begin = static_cast<std::size_t>(sentence.data() - line.data());
-        const std::string_view inLine = ascii::trimRight(line.substr(0, begin));
-        if (!endsSentence(inLine.empty() ? lastText_ : inLine)) return false;
-        if (!isTroubleNamed_) {
-            isTroubleNamed_ = cuesIn(naming_).haveTrouble() || explains(naming_);
-        }
-        return *isTroubleNamed_ && !explains(sentence);
     }
 
     /// Whether the sentence around the first address tells whom to write to.
@@ -380,122 +301,60 @@ private:
 
     /// From here on, lines are said of `address`.
     void openBlock(const Notice::Line& line, std::string_view address) {
-        const bool isNext = open_ && !hasWords_ && !isListClosed_;
-        const std::optional<std::size_t> last = open_;
-        close();
-        open_ = add(Tier::stated, address);
-        openIndent_ = indentOf(line.text);
-        isListed_ = isNext && open_ && open_ != last;
+        const bool isNext = open_ && !open_->hasWords && !open_->isListClosed;
+        const std::optional<std::size_t> recipient = named_.add(Tier::stated, address);
+        const bool isListed = isNext && recipient != open_->recipient;
+        open_.reset();
+        if (!recipient) return;
+        open_ = {.recipient = *recipient, .indent = indentOf(line.text), .isListed = isListed};
     }
     /// The recipient of whom the lines are took the place of the one whom `shape` names.
     void replaceOpen(const LineShape& shape) {
-        const std::string_view original = shape.first();
-        if (others_.isAddressee(original) || others_.isOther(original)) return;
-        const auto [known, isNew] = places_[0].try_emplace(ascii::lowerCase(original), *open_);
-        if (!isNew && known->second == *open_) return;
-        TextRecipient& recipient = named_[0][known->second];
-        if (!isNew || shape.label() == LabelKind::alias) recipient.isAlias = true;
-        if (!isNew) return;
-        isOpenOriginal_ = true;
-        recipient.finalAddress = std::exchange(recipient.address, std::string(original));
-    }
-
-    void close() {
-        open_.reset();
-        isOpenOriginal_ = false;
-        hasWords_ = false;
-        isIntroduced_ = false;
-        isListed_ = false;
-        isListClosed_ = false;
+        const bool isAlias = shape.label() == LabelKind::alias;
+        if (named_.replace(open_->recipient, shape.first(), isAlias)) open_->isOriginal = true;
     }
 
     /// What follows a list of addresses is not said of the last of them alone.
     void addWords(std::string_view words) {
         if (!open_ || words.empty()) return;
-        if (!isListed_) say(*open_, words);
-        hasWords_ = true;
-    }
-    void say(std::size_t recipient, std::string_view words) {
-        named_[0][recipient].said.append(words).append("\n");
-        hasReply_ = true;
+        if (!open_->isListed) named_.say(open_->recipient, words);
+        open_->hasWords = true;
     }
 
-    std::optional<std::size_t> find(std::string_view address) const {
-        const auto known = places_[0].find(ascii::lowerCase(address));
-        if (known == places_[0].end()) return std::nullopt;
-        return known->second;
-    }
-
-    /// The place of the recipient with that address among those of the tier; nothing where the
-    /// address cannot be a recipient's.
-    std::optional<std::size_t> add(Tier tier, std::string_view address) {
-        if (others_.isOther(address)) return std::nullopt;
-        const auto index = static_cast<std::size_t>(tier);
-        const auto [place, isNew] =
-            places_[index].try_emplace(ascii::lowerCase(address), named_[index].size());
-        if (isNew) named_[index].push_back({.address = std::string(address)});
-        return place->second;
-    }
-
-    /// Of the recipients of a dialogue those have not failed whom the server accepted, while
-    /// something was said of others. What stands below a rule for no reason may be in the message
-    /// that came back.
-    void dropOthers(std::vector<TextRecipient>& stated) const {
-        const auto isSaid = [](const TextRecipient& one) { return !one.said.empty(); };
-        const bool hasAccepted = !accepted_.empty() && std::ranges::any_of(stated, isSaid);
-        if (!hasAccepted && belowRule_.empty()) return;
-        std::vector<TextRecipient> failed;
-        for (std::size_t i = 0; i < stated.size(); ++i) {
-            const bool isAccepted = hasAccepted && !isSaid(stated[i]) && accepted_.contains(i);
-            const bool isReturned = stated[i].isLone && belowRule_.contains(i);
-            if (!isAccepted && !isReturned) failed.push_back(std::move(stated[i]));
-        }
-        stated = std::move(failed);
-    }
-
-    /// To whom the bounce was sent counts as a recipient only where nobody else is named, or
-    /// where something is said of the address.
-    void dropAddressees(std::vector<TextRecipient>& stated) const {
-        if (stated.size() < 2) return;
-        std::erase_if(stated, [&](const TextRecipient& recipient) {
-            return others_.isAddressee(recipient.address) && recipient.said.empty();
-        });
-    }
+    /// Of whom the lines are.
+    TextRecipient& openRecipient() noexcept { return stated()[open_->recipient]; }
+    const TextRecipient& openRecipient() const noexcept { return stated()[open_->recipient]; }
+    std::vector<TextRecipient>& stated() noexcept { return named_.of(Tier::stated); }
+    const std::vector<TextRecipient>& stated() const noexcept { return named_.of(Tier::stated); }
 
     const Notice& notice_;
     const Bystanders& others_;
-    std::vector<TextRecipient> named_[tiers];
-    std::unordered_map<std::string, std::size_t> places_[tiers];
+    NamedRecipients named_{others_};
 
-    /// The recipient of whom the lines are that are being read.
-    std::optional<std::size_t> open_;
-    std::size_t openIndent_ = 0;
-    /// Whether that is who the mail was for at first.
-    bool isOpenOriginal_ = false;
-    bool hasWords_ = false;
-    /// Whether a blank line has followed words that introduce more of them.
-    bool isIntroduced_ = false;
-    /// That of the last recipient who stands there by name.
+    /// Lines that are said of one recipient.
+    struct Block {
+        std::size_t recipient;
+        std::size_t indent;
+        /// Whether the mail was for them at first.
+        bool isOriginal = false;
+        bool hasWords = false;
+        /// Whether a blank line has followed words that introduce more of them.
+        bool isIntroduced = false;
+        /// Whether another address stands directly in front of it, of which nothing is said.
+        bool isListed = false;
+        /// Whether a blank line has followed.
+        bool isListClosed = false;
+    };
+    std::optional<Block> open_;
+    /// The indent of the last recipient who stands there by name.
     std::optional<std::size_t> namedIndent_;
-    /// Whether another address stands directly in front of it, of which nothing is said.
-    bool isListed_ = false;
-    /// Whether a blank line has followed.
-    bool isListClosed_ = false;
     bool inParagraph_ = false;
     bool beginsParagraph_ = false;
     bool isSigned_ = false;
-    /// Whether something was said of a recipient, and whether a rule was drawn below that.
-    bool hasReply_ = false;
+    /// Whether a rule was drawn below words about a recipient.
     bool isBelowRule_ = false;
-    std::string_view paragraph_;
-    Cues paragraphCues_;
+    Paragraph paragraph_;
     Cues lastParagraphCues_;
-    /// Whether the paragraph says why; nothing while it has not been asked.
-    std::optional<bool> isExplained_;
-    /// The sentence of the paragraph that names a recipient first.
-    std::string_view naming_;
-    /// Whether that sentence says that something failed; nothing while it has not been asked.
-    std::optional<bool> isTroubleNamed_;
     /// Those of the line before that was not blank.
     Cues lastCues_;
     std::string_view lastText_;
@@ -507,15 +366,6 @@ private:
     /// Whom the last command of a dialogue named.
     std::optional<std::size_t> command_;
     bool isSharedReply_ = false;
-    /// The replies to other commands, and the recipients who have one of their own.
-    static constexpr std::size_t mostShared = 1024;
-    static constexpr std::size_t mostSharing = 100;
-    std::string shared_;
-    std::unordered_set<std::size_t> answered_;
-    /// Those who stand below a rule, without a heading.
-    std::unordered_set<std::size_t> belowRule_;
-    /// Those whom the server of a dialogue took.
-    std::unordered_set<std::size_t> accepted_;
 };
 
 }  // namespace
