@@ -6,7 +6,6 @@
 
 #include "phrases/CompiledMatcher.h"
 #include "recipients/tables/ReplyPhrases.h"
-#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
@@ -49,8 +48,9 @@ struct Meaning {
 constexpr auto meanings = [] {
     std::array<Meaning, rowCount> all{};
     std::ranges::transform(replyRows, all.begin(), [](const PhraseRow& row) {
-        const bool isTemporary = std::ranges::any_of(
-            temporaryWords, [&](std::string_view words) { return row.phrase.find(words) != npos; });
+        const bool isTemporary = std::ranges::any_of(temporaryWords, [&](std::string_view words) {
+            return row.phrase.find(words) != std::string_view::npos;
+        });
         return Meaning{row.reason, row.lasts, isTemporary || row.reason == Reason::expired};
     });
     return all;
@@ -83,20 +83,25 @@ std::vector<PhraseRow> phraseRows(PhraseKind kind) {
 struct PhraseMatches::Collector {
     PhraseMatches& matches;
 
-    bool wants(std::size_t row, std::size_t) const noexcept {
-        return row < matches.first_[kindOf(row)] ||
-               (meanings[row].isTemporary && !matches.saysTemporary_);
+    bool wants(std::size_t row, std::size_t at) const noexcept {
+        return isFirst(row, at) || (meanings[row].isTemporary && !matches.saysTemporary_);
     }
-    void onFound(std::size_t row, std::size_t) noexcept {
-        std::size_t& first = matches.first_[kindOf(row)];
-        first = std::min(first, row);
+    void onFound(std::size_t row, std::size_t at) noexcept {
         matches.saysTemporary_ = matches.saysTemporary_ || meanings[row].isTemporary;
+        if (!isFirst(row, at)) return;
+        matches.first_[kindOf(row)] = row;
+        matches.places_[kindOf(row)] = at;
+    }
+    /// Whether no row that counts more, and no place of this one further in front, is known.
+    bool isFirst(std::size_t row, std::size_t at) const noexcept {
+        const std::size_t known = matches.first_[kindOf(row)];
+        return row < known || (row == known && at < matches.places_[kindOf(row)]);
     }
 };
 
-PhraseMatches::PhraseMatches(std::string_view plain) : plain_(plain), first_(ends) {
+PhraseMatches::PhraseMatches(std::string_view text) : text_(text), first_(ends) {
     Collector collector{*this};
-    ReplyPhrases::matcher.scan(plain, collector);
+    ReplyPhrases::matcher.scan(plain(), collector);
 }
 
 std::optional<PhraseRow> PhraseMatches::firstOf(PhraseKind kind) const noexcept {
@@ -104,8 +109,9 @@ std::optional<PhraseRow> PhraseMatches::firstOf(PhraseKind kind) const noexcept 
     return first_[index] < ends[index] ? std::optional(rowAt(first_[index])) : std::nullopt;
 }
 
-TextPart PhraseMatches::placeOf(const PhraseRow& row) const {
-    return {findBytesNoCase(plain_, row.phrase), row.phrase.size()};
+TextPart PhraseMatches::placeOfFirst(PhraseKind kind) const {
+    const auto index = static_cast<std::size_t>(kind);
+    return text_.inText({places_[index], ReplyPhrases::texts[first_[index]].size()});
 }
 
 Stage stageIn(std::string_view text) {

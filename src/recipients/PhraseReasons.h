@@ -28,23 +28,27 @@ std::vector<PhraseRow> phraseRows(PhraseKind kind);
 /// The phrases of the tables that stand in a text, found in one pass. Refers to the text.
 class PhraseMatches {
 public:
-    /// `plain` is the view of a ReplyText.
-    explicit PhraseMatches(std::string_view plain);
+    /// `text` is a reply, or words about one, as they stand in a message.
+    explicit PhraseMatches(std::string_view text);
 
+    /// The text as it was searched.
+    std::string_view plain() const noexcept { return text_.view(); }
     /// The first row of a table that stands in the text, if one does.
     std::optional<PhraseRow> firstOf(PhraseKind kind) const noexcept;
+    /// Where in the text that row stands first.
+    TextPart placeOfFirst(PhraseKind kind) const;
     /// Whether the text says that a system has given up after trying for long, or that what it
     /// is about is temporary.
     bool saysTemporary() const noexcept { return saysTemporary_; }
-    /// Where a row that stands in the text stands first.
-    TextPart placeOf(const PhraseRow& row) const;
 
 private:
     struct Collector;
 
-    std::string_view plain_;
-    /// The first row of each kind; the end of the kind without one.
+    ReplyText text_;
+    /// The first row of each kind, the end of the kind without one, and where it stands first in
+    /// the plain text.
     std::array<std::size_t, phraseKinds> first_;
+    std::array<std::size_t, phraseKinds> places_{};
     bool saysTemporary_ = false;
 };
 

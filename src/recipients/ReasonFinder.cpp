@@ -7,83 +7,17 @@
 #include "recipients/AddressSpans.h"
 #include "recipients/CodeReasons.h"
 #include "recipients/CodeShapes.h"
+#include "recipients/GivenCodes.h"
+#include "recipients/HintParty.h"
 #include "recipients/NamedParty.h"
 #include "recipients/PhraseReasons.h"
-#include "recipients/ReplyText.h"
 #include "recipients/Sentence.h"
 #include "recipients/TopicWords.h"
-#include "recipients/tables/PartyNames.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
-
-bool isTemporary(std::string_view code) noexcept { return code.starts_with('4'); }
-
-/// The codes of a reply, of its text where that has some.
-struct Codes {
-    ReplyCodes inText;
-    std::string_view reply;
-    std::string_view field;
-    const StatusRow* ofText = nullptr;
-    const StatusRow* ofField = nullptr;
-
-    explicit Codes(const Reply& given)
-        : inText(given.codes ? *given.codes : codesIn(given.text)),
-          reply(inText.reply.empty() ? given.replyCode : inText.reply),
-          field(given.status),
-          ofText(statusRowOf(inText.status)),
-          ofField(field == inText.status ? ofText : statusRowOf(field)) {}
-
-    /// Whether the field of the report only restates the reply code, as sendmail does for
-    /// replies without a status: what follows "550" need not be about the mailbox.
-    bool fieldRestatesReply() const noexcept {
-        return inText.status.empty() && !reply.empty() && restates(field, reply);
-    }
-
-    bool areTemporary() const noexcept {
-        if (!reply.empty()) return isTemporary(reply);
-        return isTemporary(inText.status.empty() ? field : inText.status);
-    }
-
-    /// Whether no reply code and no status stands beside the words.
-    bool areMissing() const noexcept { return reply.empty() && inText.status.empty(); }
-
-    /// The status that is definite; null where none is.
-    const StatusRow* definite() const noexcept {
-        if (ofText && ofText->trust == Trust::definite) return ofText;
-        const bool counts = ofField && ofField->trust == Trust::definite && !fieldRestatesReply();
-        return counts ? ofField : nullptr;
-    }
-
-    /// Whether a code for something else contradicts a reason that is about the mailbox: one that
-    /// is definite, or that of a command that was not understood.
-    bool areAboutElse(Reason reason) const noexcept {
-        if (!isAboutMailbox(reason)) return false;
-        if (areAboutLogin()) return true;
-        const StatusRow* row = definite();
-        const bool isCommand =
-            ofText && ofText->code.starts_with("X.5.") && ofText->code != "X.5.0";
-        return isCommand || (row && !isAboutMailbox(row->reason));
-    }
-
-    /// Who did not authenticate (RFC 4954, section 6).
-    bool areAboutLogin() const noexcept {
-        return reply == "530" || reply == "534" || reply == "535";
-    }
-
-    /// The address of the sender is wrong, whatever the words call unknown (RFC 3463, section 3.2).
-    bool areAboutSender() const noexcept {
-        return ofText && (ofText->code == "X.1.7" || ofText->code == "X.1.8");
-    }
-
-    /// A status that says something at all.
-    const StatusRow* any() const noexcept {
-        if (ofText && ofText->reason != Reason::other) return ofText;
-        return ofField && ofField->reason != Reason::other ? ofField : nullptr;
-    }
-};
 
 /// Whether a vague code for one reason says more than a hint at another. Policy and a system at
 /// fault are what such codes stand for where there is no better one.
@@ -111,8 +45,7 @@ bool restatesReply(std::string_view notice, std::size_t at) {
 /// What has been found of a reply, in the order in which it counts.
 class Search {
 public:
-    Search(const Reply& reply, std::string_view notice)
-        : reply_(reply), codes_(reply), text_(reply.text) {
+    Search(const Reply& reply, std::string_view notice) : reply_(reply), codes_(reply) {
         found_.isTransient = reply.outcome == Outcome::delayed || codes_.areTemporary();
         find(notice);
         if (mayHaveTopic()) takeTopic();
@@ -160,19 +93,18 @@ private:
     bool takeInFront() {
         const std::size_t end = findBytesNoCase(reply_.text, "if you ");
         if (end == npos) return false;
-        const ReplyText front(reply_.text.substr(0, end));
-        const PhraseMatches matches(front.view());
-        if (!take(matches, PhraseKind::clear, front, false)) return false;
+        const PhraseMatches matches(reply_.text.substr(0, end));
+        if (!take(matches, PhraseKind::clear, false)) return false;
         noteDuration(matches);
         // "Unknown user or sender refused"
-        if (contains(front.view(), " or ") || containsNoCase(front.view(), "sender")) {
+        if (contains(matches.plain(), " or ") || containsNoCase(matches.plain(), "sender")) {
             found_.isSure = false;
         }
         return true;
     }
 
     void find(std::string_view notice) {
-        const PhraseMatches matches(text_.view());
+        const PhraseMatches matches(reply_.text);
         if (matches.firstOf(PhraseKind::clear) && takeInFront()) return;
         noteDuration(matches);
         const StatusRow* definite = codes_.definite();
@@ -181,22 +113,23 @@ private:
         // The notice may speak of other recipients, or in general; but words that only hint at
         // why, without a code, may be those that introduce a reply. Codes that are given to
         // any failure count last.
-        if (take(matches, PhraseKind::clear, text_, false)) return;
+        if (take(matches, PhraseKind::clear, false)) return;
         if (definite) return takeStatus(*definite, true);
         if (isFirstLineOnly(reply_.text) && takeReplyInNotice(notice)) return;
-        if (take(matches, PhraseKind::fair, text_, false)) return;
+        if (take(matches, PhraseKind::fair, false)) return;
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
         const StatusRow* vague = codes_.any();
-        const bool isRestated = vague == codes_.ofField && codes_.fieldRestatesReply();
-        const Party party =
-            hint ? partyOf(*hint, text_.inText(matches.placeOf(*hint))) : Party::unnamed;
+        const bool isRestated = codes_.isRestated(vague);
+        const Party party = hint ? partyOf(*hint, reply_.text,
+                                           matches.placeOfFirst(PhraseKind::weak), reply_.address)
+                                 : Party::unnamed;
         const bool isNamed = party == Party::domain || party == Party::mailbox;
         const bool isElsewhere =
             hint && vague && !isRestated && !isNamed && isBetter(*vague, *hint);
         if (isElsewhere) return takeStatus(*vague, false);
         const bool isVagueHint = hint && !vague && codes_.areMissing();
         if (isVagueHint && takeReplyInNotice(notice, hint->reason == Reason::system)) return;
-        if (take(matches, PhraseKind::weak, text_, false)) {
+        if (take(matches, PhraseKind::weak, false)) {
             // A hint and a code that agree are enough.
             found_.isSure = vague && !isRestated && vague->reason == found_.reason;
             noteParty(party);
@@ -204,35 +137,8 @@ private:
         }
         if (takeFromNotice(notice)) return;
         if (vague) return takeStatus(*vague, false);
-        if (const ReplyCodeRow* row = replyCodeRowOf(codes_.reply)) return takeReplyCode(*row);
+        if (const ReplyCodeRow* row = replyCodeRowOf(codes_.reply())) return takeReplyCode(*row);
         found_.reason = Reason::other;
-    }
-
-    /// Whom a hint is said of.
-    enum class Party { unnamed, host, domain, mailbox };
-
-    /// A hint at `place` may be said of a host, or of the recipient's domain or mailbox.
-    Party partyOf(const PhraseRow& hint, const TextPart& place) const {
-        if (hint.reason == Reason::policy) {
-            const bool isHost = isSaidOfHost(reply_.text, place.at, place.length);
-            return isHost ? Party::host : Party::unnamed;
-        }
-        const std::size_t sign = reply_.address.rfind('@');
-        const bool isGone =
-            hint.reason == Reason::unknownMailbox || hint.reason == Reason::unknownDomain;
-        // What is invalid may be anything of theirs.
-        if (!isGone || sign == npos || contains(hint.phrase, "invalid")) return Party::unnamed;
-        const std::string_view domain = reply_.address.substr(sign + 1);
-        const std::string_view mailbox = reply_.address.substr(0, sign);
-        const std::size_t end = place.at + place.length;
-        if (endsClause(reply_.text, end) && isSaidOf(reply_.text, place.at, domain, domainNames)) {
-            // "The SPF of domain x.example": its records may be missing, too.
-            return topicOf(reply_.text) ? Party::unnamed : Party::domain;
-        }
-        const bool isMailbox = (endsClause(reply_.text, end) &&
-                                isSaidOf(reply_.text, place.at, mailbox, mailboxNames)) ||
-                               isFollowedBy(reply_.text, end, mailbox);
-        return isMailbox ? Party::mailbox : Party::unnamed;
     }
 
     /// Takes the hint that was found last for what it says of `party`.
@@ -279,10 +185,10 @@ private:
         if (matches.saysTemporary()) found_.isTransient = true;
     }
 
-    bool take(const PhraseMatches& matches, PhraseKind kind, const ReplyText& text, bool inNotice) {
+    bool take(const PhraseMatches& matches, PhraseKind kind, bool inNotice) {
         const std::optional<PhraseRow> row = matches.firstOf(kind);
         if (!row) return false;
-        const TextPart part = text.inText(matches.placeOf(*row));
+        const TextPart part = matches.placeOfFirst(kind);
         found_.reason = row->reason;
         found_.basis = ReasonBasis::phrase;
         found_.inNotice = inNotice;
@@ -297,33 +203,32 @@ private:
 
     bool takeFromNotice(std::string_view notice) {
         if (notice.empty()) return false;
-        const ReplyText text(notice);
-        const PhraseMatches matches(text.view());
+        const PhraseMatches matches(notice);
         noteDuration(matches);
         const ReplyCodes codes = codesIn(notice);
         noteCodesOf(codes);
-        if (take(matches, PhraseKind::clear, text, true)) return isOfReply(notice);
+        if (take(matches, PhraseKind::clear, true)) return isOfReply(notice);
         if (takeStatusOf(notice, codes)) return true;
-        if (take(matches, PhraseKind::fair, text, true)) return isOfReply(notice);
+        if (take(matches, PhraseKind::fair, true)) return isOfReply(notice);
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
-        const StatusRow* vague = codes_.ofText;
+        const StatusRow* vague = codes_.ofText();
         if (hint && vague && isBetter(*vague, *hint)) return false;
         // That the mail is late is no news beside any code, nor that it was refused beside one
         // that says why.
-        const ReplyCodeRow* code = replyCodeRowOf(codes_.reply);
+        const ReplyCodeRow* code = replyCodeRowOf(codes_.reply());
         if (hint && hint->reason == Reason::expired && (codes_.any() || code)) return false;
         if (hint && hint->reason == Reason::policy && code && code->reason != Reason::system &&
             code->reason != Reason::other) {
             return false;
         }
-        return take(matches, PhraseKind::weak, text, true);
+        return take(matches, PhraseKind::weak, true);
     }
 
     /// What the definite code of the notice says, where the reply has none.
     bool takeStatusOf(std::string_view notice, const ReplyCodes& codes) {
         const StatusRow* row = statusRowOf(codes.status);
         const bool counts = row && row->trust == Trust::definite;
-        if (!counts || !codes_.areMissing() || !codes_.field.empty()) return false;
+        if (!counts || !codes_.areMissing() || codes_.hasField()) return false;
         takeStatus(*row, isOfRecipient(notice, codes));
         found_.inNotice = true;
         found_.at = static_cast<std::size_t>(codes.status.data() - notice.data());
@@ -351,7 +256,7 @@ private:
     /// itself says nothing of, but has a code for something else, is no news.
     bool isOfReply(std::string_view notice) {
         if (!isAboutMailbox(found_.reason) || reply_.text.empty()) return true;
-        const StatusRow* code = codes_.ofText;
+        const StatusRow* code = codes_.ofText();
         const bool isElsewhere =
             code && code->reason != Reason::other && !isAboutMailbox(code->reason);
         if (!isElsewhere && !restatesReply(notice, found_.at)) return true;
@@ -366,16 +271,14 @@ private:
     bool takeReplyInNotice(std::string_view notice, bool evenWithoutCode = false) {
         const ReplyCodes codes = codesIn(notice);
         if (codes.reply.empty() && !evenWithoutCode) return false;
-        const ReplyText text(notice);
-        const PhraseMatches matches(text.view());
+        const PhraseMatches matches(notice);
         noteDuration(matches);
         noteCodesOf(codes);
-        return takeExplanation(matches, text) && isOfReply(notice);
+        return takeExplanation(matches) && isOfReply(notice);
     }
 
-    bool takeExplanation(const PhraseMatches& matches, const ReplyText& text) {
-        return take(matches, PhraseKind::clear, text, true) ||
-               take(matches, PhraseKind::fair, text, true);
+    bool takeExplanation(const PhraseMatches& matches) {
+        return take(matches, PhraseKind::clear, true) || take(matches, PhraseKind::fair, true);
     }
 
     /// A reply without codes is for the time being where those of the notice are.
@@ -397,7 +300,7 @@ private:
         found_.basis = ReasonBasis::status;
         found_.row = row.code;
         found_.isSure = isDefinite;
-        if (&row == codes_.ofText) takeCode(codes_.inText.status);
+        if (&row == codes_.ofText()) takeCode(codes_.inText().status);
     }
 
     void takeReplyCode(const ReplyCodeRow& row) {
@@ -405,23 +308,17 @@ private:
         found_.basis = ReasonBasis::replyCode;
         found_.row = row.code;
         found_.isSure = row.trust == Trust::definite;
-        takeCode(codes_.inText.reply);
+        takeCode(codes_.inText().reply);
     }
 
     const Reply& reply_;
-    Codes codes_;
-    ReplyText text_;
+    GivenCodes codes_;
     ReasonFinding found_;
     /// Whether a phrase was taken that only hints at why.
     bool isHint_ = false;
 };
 
 }  // namespace
-
-bool isAboutMailbox(Reason reason) noexcept {
-    return reason == Reason::unknownMailbox || reason == Reason::unknownDomain ||
-           reason == Reason::inactiveMailbox;
-}
 
 bool isFirstLineOnly(std::string_view reply) noexcept {
     const std::string_view text = ascii::trim(reply);

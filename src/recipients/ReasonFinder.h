@@ -43,9 +43,6 @@ struct ReasonFinding {
     bool isSure = false;
 };
 
-/// Whether a reason says that there is no mailbox that takes mail.
-bool isAboutMailbox(Reason reason) noexcept;
-
 /// Whether `reply` is the first of several lines, "550-No", without the others, as reports of
 /// sendmail have it.
 bool isFirstLineOnly(std::string_view reply) noexcept;

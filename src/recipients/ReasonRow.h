@@ -6,6 +6,12 @@
 
 namespace bouncecheck {
 
+/// Whether a reason says that there is no mailbox that takes mail.
+constexpr bool isAboutMailbox(Reason reason) noexcept {
+    return reason == Reason::unknownMailbox || reason == Reason::unknownDomain ||
+           reason == Reason::inactiveMailbox;
+}
+
 /// How much the code of a reply says.
 enum class Trust {
     /// Enough to act upon.

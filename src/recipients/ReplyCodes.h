@@ -13,6 +13,9 @@ struct ReplyCodes {
     std::string_view status;
 };
 
+/// Whether a code, of either kind, is that of a failure for the time being.
+constexpr bool isTemporary(std::string_view code) noexcept { return code.starts_with('4'); }
+
 /// Finds the codes in `text`: a diagnostic, a line or lines of an SMTP dialogue, or a sentence
 /// of a notice ("smtp; 550 5.1.1 ...", "said: 550-5.1.1 ...", "#5.1.1", "SMTP error 550").
 ///

@@ -1,0 +1,33 @@
+#include "recipients/HintParty.h"
+
+#include "recipients/NamedParty.h"
+#include "recipients/TopicWords.h"
+#include "recipients/tables/PartyNames.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+
+Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
+              std::string_view recipient) {
+    if (hint.reason == Reason::policy) {
+        return isSaidOfHost(text, place.at, place.length) ? Party::host : Party::unnamed;
+    }
+    const std::size_t sign = recipient.rfind('@');
+    const bool isGone =
+        hint.reason == Reason::unknownMailbox || hint.reason == Reason::unknownDomain;
+    // What is invalid may be anything of theirs.
+    if (!isGone || sign == npos || contains(hint.phrase, "invalid")) return Party::unnamed;
+    const std::string_view domain = recipient.substr(sign + 1);
+    const std::string_view mailbox = recipient.substr(0, sign);
+    const std::size_t end = place.at + place.length;
+    const bool endsThere = endsClause(text, end);
+    if (endsThere && isSaidOf(text, place.at, domain, domainNames)) {
+        // "The SPF of domain x.example": its records may be missing, too.
+        return topicOf(text) ? Party::unnamed : Party::domain;
+    }
+    const bool isMailbox = (endsThere && isSaidOf(text, place.at, mailbox, mailboxNames)) ||
+                           isFollowedBy(text, end, mailbox);
+    return isMailbox ? Party::mailbox : Party::unnamed;
+}
+
+}  // namespace bouncecheck

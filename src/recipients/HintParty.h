@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string_view>
+
+#include "recipients/ReasonRow.h"
+#include "recipients/ReplyText.h"
+
+namespace bouncecheck {
+
+/// Whom words that only hint at why are said of.
+enum class Party {
+    unnamed,
+    /// A host, by its IP address.
+    host,
+    /// The recipient's domain, or mailbox, by its name.
+    domain,
+    mailbox,
+};
+
+/// Whom `hint`, which stands at `place` of the reply `text`, is said of. `recipient` is the
+/// address; may be empty.
+Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
+              std::string_view recipient);
+
+}  // namespace bouncecheck
