@@ -5,6 +5,16 @@
 
 namespace bouncecheck {
 
+/// What stands in front of the last '@' of `address`; all of it without one.
+constexpr std::string_view localPartOf(std::string_view address) noexcept {
+    return address.substr(0, address.rfind('@'));
+}
+/// What stands behind it; "" without one.
+constexpr std::string_view domainOf(std::string_view address) noexcept {
+    const std::size_t at = address.rfind('@');
+    return at == std::string_view::npos ? std::string_view() : address.substr(at + 1);
+}
+
 /// `address` with the two bytes that xtext has to encode in printable ASCII, "+2B" and "+3D",
 /// decoded (RFC 3461, section 4). Others stay: a '+' with two digits behind it is a common
 /// part of addresses, and reports carry many that were never encoded.

@@ -8,6 +8,7 @@
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
+#include "recipients/AddressForms.h"
 #include "recipients/AddressSpans.h"
 #include "recipients/MessageReading.h"
 #include "recipients/NamedParty.h"
@@ -67,14 +68,6 @@ void addList(std::vector<std::string>& set, const HeaderFields& header) {
     add(set, std::move(address));
 }
 
-std::string_view localPart(std::string_view address) {
-    return address.substr(0, address.rfind('@'));
-}
-std::string_view domain(std::string_view address) {
-    const std::size_t at = address.rfind('@');
-    return at == npos ? std::string_view() : address.substr(at + 1);
-}
-
 /// Whether `domain` is `other` or a part of it.
 bool isWithin(std::string_view domain, std::string_view other) {
     if (other.empty() || !domain.ends_with(other)) return false;
@@ -122,7 +115,7 @@ bool Bystanders::isDomainOfAddresseeIn(std::string_view text) const {
     const std::span<const std::string> all = addressees();
     return std::ranges::any_of(
         all.first(std::min(all.size(), most)),
-        [&](std::string_view address) { return isNamed(text, domain(address)); });
+        [&](std::string_view address) { return isNamed(text, domainOf(address)); });
 }
 
 bool Bystanders::isOther(std::string_view address) const {
@@ -130,13 +123,13 @@ bool Bystanders::isOther(std::string_view address) const {
         {"mailer-daemon", "mailerdaemon", "mail-daemon", "mdaemon", "noreply", "no-reply"});
     static constexpr auto roles =
         std::to_array<std::string_view>({"postmaster", "abuse", "hostmaster"});
-    const auto isLocal = [local = localPart(address)](std::string_view known) {
+    const auto isLocal = [local = localPartOf(address)](std::string_view known) {
         return ascii::equalsNoCase(local, known);
     };
     if (std::ranges::any_of(daemons, isLocal) || holds(others(), address)) return true;
     if (!std::ranges::any_of(roles, isLocal)) return false;
-    const std::string own = ascii::lowerCase(domain(address));
-    const std::string sender = ascii::lowerCase(domain(reading_.message().from().address));
+    const std::string own = ascii::lowerCase(domainOf(address));
+    const std::string sender = ascii::lowerCase(domainOf(reading_.message().from().address));
     return sender.empty() || isWithin(own, sender) || isWithin(sender, own);
 }
 

@@ -1,5 +1,6 @@
 #include "recipients/HintParty.h"
 
+#include "recipients/AddressForms.h"
 #include "recipients/NamedParty.h"
 #include "recipients/TopicWords.h"
 #include "recipients/tables/PartyNames.h"
@@ -12,13 +13,12 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     if (hint.reason == Reason::policy) {
         return isSaidOfHost(text, place.at, place.length) ? Party::host : Party::unnamed;
     }
-    const std::size_t sign = recipient.rfind('@');
+    const std::string_view domain = domainOf(recipient);
+    const std::string_view mailbox = localPartOf(recipient);
     const bool isGone =
         hint.reason == Reason::unknownMailbox || hint.reason == Reason::unknownDomain;
     // What is invalid may be anything of theirs.
-    if (!isGone || sign == npos || contains(hint.phrase, "invalid")) return Party::unnamed;
-    const std::string_view domain = recipient.substr(sign + 1);
-    const std::string_view mailbox = recipient.substr(0, sign);
+    if (!isGone || domain.empty() || contains(hint.phrase, "invalid")) return Party::unnamed;
     const std::size_t end = place.at + place.length;
     const bool endsThere = endsClause(text, end);
     if (endsThere && isSaidOf(text, place.at, domain, domainNames)) {

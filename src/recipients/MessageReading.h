@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "recipients/Bystanders.h"
 #include "recipients/Notice.h"
 #include "recipients/Origin.h"
 #include "recipients/ReturnedMail.h"
@@ -36,11 +37,14 @@ public:
     const ReturnedMail& attached() const;
     /// The same, or else the one that stands in the text of the notice.
     const ReturnedMail& returned() const;
+    /// Those whom the message and the returned one mention for other reasons.
+    const Bystanders& bystanders() const noexcept { return bystanders_; }
 
 private:
     std::string_view firstText() const;
 
     const Entity& message_;
+    Bystanders bystanders_{*this, Bystanders::From::messageAndReturned};
     mutable std::optional<Author> author_;
     mutable std::optional<Notice> notice_;
     mutable std::optional<bool> saysReplyToData_;

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "recipients/AddressForms.h"
 #include "recipients/AddressSpans.h"
 #include "recipients/AdviceFor.h"
 #include "recipients/PhraseReasons.h"
@@ -57,11 +58,6 @@ std::string_view unknownHostIn(std::string_view text) {
         if (host.find('.') != npos) return host;
     }
     return {};
-}
-
-std::string_view domainOf(std::string_view address) {
-    const std::size_t at = address.rfind('@');
-    return at == npos ? std::string_view() : address.substr(at + 1);
 }
 
 /// Whether `host` is `domain`, in it, or what it is in.
@@ -117,7 +113,7 @@ bool RecipientReasons::isAboutSender(const Recipient& recipient,
                ascii::equalsNoCase(span.in(text), recipient.finalAddress);
     };
     const auto isOfSender = [&](const AddressSpan& span) {
-        return others_.isAddressee(span.in(text));
+        return reading_.bystanders().isAddressee(span.in(text));
     };
     // The very address that is said not to exist: the words are around it or right behind it, a
     // code is right in front.
@@ -154,7 +150,7 @@ bool RecipientReasons::namesSenderDomain(const Recipient& recipient,
         return !domain.empty() && containsNoCase(line, domain);
     };
     if (isIn(recipient.address) || isIn(recipient.finalAddress)) return false;
-    return others_.isDomainOfAddresseeIn(line);
+    return reading_.bystanders().isDomainOfAddresseeIn(line);
 }
 
 /// Whether the evidence may be about another address, or another host, than the recipient's.

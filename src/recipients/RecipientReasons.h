@@ -6,7 +6,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "recipients/Bystanders.h"
 #include "recipients/MessageReading.h"
 #include "recipients/ReasonFinder.h"
 #include "recipients/RecipientList.h"
@@ -47,7 +46,6 @@ private:
 
     const MessageReading& reading_;
     RecipientList& list_;
-    Bystanders others_{reading_, Bystanders::From::messageAndReturned};
     /// What `explainReported` found of the first of the list.
     struct Reported {
         ReasonFinding finding;

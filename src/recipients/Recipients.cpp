@@ -92,8 +92,8 @@ private:
         const bool isKnown = !list_.isEmpty();
         if (!isKnown && !(isNotice() && isAboutTrouble())) return;
         const Outcome outcome = outcomeOfText();
-        const Bystanders others(reading_, Bystanders::From::messageAndReturned);
-        std::vector<TextRecipient> all = recipientsNamedIn(reading_.notice(), others);
+        std::vector<TextRecipient> all =
+            recipientsNamedIn(reading_.notice(), reading_.bystanders());
         for (TextRecipient& named : all) {
             Recipient* recipient = isKnown ? list_.find(named, all.size() == 1)
                                            : list_.add(named.address, RecipientSource::text);
@@ -168,7 +168,7 @@ private:
             if (!list_.isEmpty()) return;
         }
         const std::string sole = returned.soleRecipient();
-        const Bystanders others(reading_, Bystanders::From::messageAndReturned);
+        const Bystanders& others = reading_.bystanders();
         if (others.isAddressee(sole) || others.isOther(sole)) return;
         Recipient* recipient = list_.add(sole, RecipientSource::returned);
         if (!recipient) return;

@@ -5,6 +5,7 @@
 
 #include "mime/Entity.h"
 #include "mime/Mailbox.h"
+#include "recipients/AddressForms.h"
 #include "recipients/Origin.h"
 #include "recipients/tables/RemovalSubjects.h"
 #include "text/Ascii.h"
@@ -28,7 +29,7 @@ bool asksBySubject(std::string_view subject) {
 
 /// Whether `address` is a mailbox for requests: "leave-77@lists.example", "news-unsubscribe@...".
 bool isForRequests(std::string_view address) {
-    const std::string_view local = address.substr(0, address.rfind('@'));
+    const std::string_view local = localPartOf(address);
     return std::ranges::any_of(removalMailboxes, [&](std::string_view word) {
         if (local.size() < word.size()) return false;
         const std::size_t rest = local.size() - word.size();

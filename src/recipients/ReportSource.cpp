@@ -95,7 +95,7 @@ void ReportSource::addComplaint(std::string_view text) {
     }
     if (list_.isEmpty()) {
         const std::string recipient = reading_.attached().soleRecipient();
-        const Bystanders others(reading_, Bystanders::From::messageAndReturned);
+        const Bystanders& others = reading_.bystanders();
         if (others.isAddressee(recipient) || others.isOther(recipient)) return;
         addComplainer(recipient, RecipientSource::returned);
     }
