@@ -1,9 +1,12 @@
 #include "text/Search.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 #include <vector>
 
+#include "text/ByteMask.h"
 #include "text/NextByte.h"
 
 namespace bouncecheck {
@@ -48,20 +51,10 @@ std::size_t findBytes(std::string_view text, std::string_view needle, std::size_
 }
 
 std::size_t findPair(std::string_view text, char first, char second, std::size_t from) noexcept {
-    const auto standAt = [&](std::size_t at) {
-        return static_cast<unsigned>(text[at] == first) &
-               static_cast<unsigned>(text[at + 1] == second);
-    };
-    // Blocks without a way out are what compilers make vectors of; a sum takes these fewer
-    // instructions than whether there is one.
-    constexpr std::size_t block = 64;
-    while (from < text.size() && text.size() - from > block) {
-        unsigned char pairs = 0;
-        for (std::size_t i = from; i < from + block; ++i) {
-            pairs = static_cast<unsigned char>(pairs + standAt(i));
-        }
-        if (pairs > 0) break;
-        from += block;
+    for (; from < text.size() && text.size() - from > maskedBytes; from += maskedBytes) {
+        const char* const bytes = text.data() + from;
+        const std::uint64_t pairs = maskOf(bytes, first) & maskOf(bytes + 1, second);
+        if (pairs != 0) return from + static_cast<std::size_t>(std::countr_zero(pairs));
     }
     for (std::size_t at = from; (at = text.find(first, at)) != npos && at + 1 < text.size(); ++at) {
         if (text[at + 1] == second) return at;
