@@ -44,8 +44,9 @@ void ReportSource::read() {
     const std::string_view complaint = bodyOf(message, ReportKind::complaint);
     const std::string_view receipt = bodyOf(message, ReportKind::receipt);
     const bool isReport = !status.empty() || !complaint.empty() || !receipt.empty();
+    if (!isReport) return addForwarded();
     // In a letter it is what somebody passes on.
-    if (!isReport || !reading_.isBySystem()) return;
+    if (!reading_.isBySystem()) return;
     if (!status.empty()) addStatus(status);
     if (!complaint.empty()) addComplaint(complaint);
     if (!receipt.empty()) addReceipt(receipt);
@@ -99,6 +100,17 @@ void ReportSource::addComplaint(std::string_view text) {
         if (others.isAddressee(recipient) || others.isOther(recipient)) return;
         addComplainer(recipient, RecipientSource::returned);
     }
+}
+
+/// A complaint that has no report beside the message: the provider's server notes there for whom
+/// it was.
+void ReportSource::addForwarded() {
+    constexpr std::string_view subject = "complaint about message from ";
+    if (!ascii::startsWithNoCase(ascii::trim(reading_.message().field("Subject")), subject)) return;
+    const HeaderField* field = reading_.attached().header().find("X-HmXmrOriginalRecipient");
+    if (!field) return;
+    isComplaint_ = true;
+    addComplainer(addressIn(field), RecipientSource::returned);
 }
 
 void ReportSource::addComplainer(const std::string& address, RecipientSource source) {

@@ -32,6 +32,7 @@ public:
 
 private:
     void addComplaint(std::string_view text);
+    void addForwarded();
     void addComplainer(const std::string& address, RecipientSource source);
     void addReceipt(std::string_view text);
 

@@ -95,6 +95,15 @@ TEST(Recipients, ReadsComplaintsAndReceipts) {
     EXPECT_EQ(advised(report(cases[3].first)), "a@x.example  none");
 }
 
+TEST(Recipients, ReadsComplaintsWithoutReports) {
+    const std::string mixed = "Content-Type: multipart/mixed; boundary=b\n\n";
+    const std::string subject = "Subject: complaint about message from 192.0.2.1\n" + mixed;
+    const std::string noted = part("message/rfc822", "X-HmXmrOriginalRecipient: a@x.example\n");
+    EXPECT_EQ(named(subject + noted), "a@x.example complained returned");
+    EXPECT_EQ(named("Subject: your message\n" + mixed + noted), "");
+    EXPECT_EQ(named(subject + part("message/rfc822", "To: a@x.example\n")), "");
+}
+
 TEST(Recipients, ReadsTheHeader) {
     EXPECT_EQ(named("X-Failed-Recipients: a@x.example,\n  <b@x.example>\n"
                     "x-failed-recipients: nobody, c@x.example\n\ntext"),
