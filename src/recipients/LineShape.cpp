@@ -113,18 +113,26 @@ char replyClass(std::string_view line) {
 /// What rules are drawn with.
 constexpr std::string_view strokes = "-=_*~#+";
 
+/// Whether `text` ends with `word`, in any letter case (for ASCII).
+bool endsWithWord(std::string_view text, std::string_view word) {
+    if (text.size() < word.size()) return false;
+    const std::size_t begin = text.size() - word.size();
+    return ascii::equalsNoCase(text.substr(begin), word) &&
+           (begin == 0 || !ascii::isAlpha(text[begin - 1]));
+}
+
 /// Words in front of a sender's address, without a colon.
 bool endsWithSenderWord(std::string_view before) {
     while (!before.empty() &&
            (ascii::isSpace(before.back()) || ascii::isOneOf(before.back(), "<\"'([:"))) {
         before.remove_suffix(1);
     }
-    return std::ranges::any_of(senderWords, [&](std::string_view word) {
-        if (before.size() < word.size()) return false;
-        const std::size_t begin = before.size() - word.size();
-        return ascii::equalsNoCase(before.substr(begin), word) &&
-               (begin == 0 || !ascii::isAlpha(before[begin - 1]));
-    });
+    const auto word = std::ranges::find_if(
+        senderWords, [&](std::string_view known) { return endsWithWord(before, known); });
+    if (word == senderWords.end()) return false;
+    const std::string_view owned = ascii::trimRight(before.substr(0, before.size() - word->size()));
+    return std::ranges::none_of(ownedWords,
+                                [&](std::string_view known) { return endsWithWord(owned, known); });
 }
 
 }  // namespace

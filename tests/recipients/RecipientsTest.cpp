@@ -178,6 +178,8 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
         {"User's mailbox is full: <a@x.example>\nUnable to deliver mail.", "a@x.example"},
         {"お客様のメールをkijitora@x.exampleに配信できませんでした。", "kijitora@x.example"},
         {"Votre message n'est pas parvenu à a@x.example.", "a@x.example"},
+        {"Le message à destination de a@x.example n'a pas pu être remis.", "a@x.example"},
+        {"Le message de b@x.example n'a pas pu être remis à a@x.example.", "a@x.example"},
         {"Message <1.2@mx.own.example> to a@x.example was not delivered.", "a@x.example"},
         // nobody: people who help, senders, links, the message's own words
         {"could not be delivered. For assistance, contact help@x.example\n", ""},

@@ -40,6 +40,12 @@ inline constexpr auto senderWords = std::to_array<std::string_view>(
     {"from", "by", "message", "message-id", "sender", "hello", "hi", "dear", "contact", "ask", "write", "at", "cc", "von", "de", "par",
      "l'expéditeur", "por", "da", "van", "od", "från", "fra", "от"});
 
+/// Words in front of one of those, in small letters, that make the address a recipient's: "la
+/// cuenta de a@b.example".
+inline constexpr auto ownedWords = std::to_array<std::string_view>(
+    {"destination", "boîte", "boite", "lettres", "messagerie", "adresse", "compte", "cuenta", "buzón", "buzon", "dirección", "direccion",
+     "conta", "caixa", "postal", "endereço", "endereco", "postfach", "konto", "mailbox", "postvak", "brievenbus", "account"});
+
 /// What stands between the last two addresses of a list.
 inline constexpr auto joiningWords = std::to_array<std::string_view>(
     {"and", "und", "et", "y", "e", "en", "och", "og", "и", "i"});
