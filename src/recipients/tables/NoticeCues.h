@@ -444,6 +444,7 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::failure, "non esiste"},
     {Cue::failure, "non può essere"},
     {Cue::failure, "errore di consegna"},
+    {Cue::failure, "è stato rilevato un errore"},
     {Cue::delay, "non è ancora stato"},
     {Cue::contact, "contattare"},
     {Cue::contact, "nuovo indirizzo"},
