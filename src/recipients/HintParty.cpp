@@ -4,9 +4,19 @@
 #include "recipients/NamedParty.h"
 #include "recipients/TopicWords.h"
 #include "recipients/tables/PartyNames.h"
+#include "text/Ascii.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
+namespace {
+
+/// Where the word ends that goes on at the byte `at`.
+std::size_t endOfWord(std::string_view text, std::size_t at) noexcept {
+    while (at < text.size() && (ascii::isAlpha(text[at]) || !ascii::isAscii(text[at]))) ++at;
+    return at;
+}
+
+}  // namespace
 
 Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
               std::string_view recipient) {
@@ -17,9 +27,14 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     const std::string_view mailbox = localPartOf(recipient);
     const bool isGone =
         hint.reason == Reason::unknownMailbox || hint.reason == Reason::unknownDomain;
-    // What is invalid may be anything of theirs.
-    if (!isGone || domain.empty() || contains(hint.phrase, "invalid")) return Party::unnamed;
+    if (!isGone || domain.empty()) return Party::unnamed;
     const std::size_t end = place.at + place.length;
+    if (hint.reason == Reason::unknownMailbox && isSaidOfKind(text, place.at, mailboxSubjects) &&
+        endsClause(text, endOfWord(text, end))) {
+        return Party::mailbox;
+    }
+    // What is invalid may be anything else of theirs.
+    if (contains(hint.phrase, "invalid")) return Party::unnamed;
     const bool endsThere = endsClause(text, end);
     if (endsThere && isSaidOf(text, place.at, domain, domainNames)) {
         // "The SPF of domain x.example": its records may be missing, too.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "recipients/tables/SentenceWords.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -10,23 +11,6 @@ namespace bouncecheck {
 namespace {
 
 constexpr std::string_view quotes = " \t\r\n[](){}<>\"':;,=#-";
-
-/// What may stand between a name and what is said of it.
-constexpr auto verbs = std::to_array<std::string_view>(
-    {"is",          "has",  "have", "been",  "was",   "are",    "currently", "temporarily",
-     "permanently", "does", "do",   "could", "can",   "cannot", "be",        "foi",
-     "sido",        "ha",   "esta", "est",   "stato", "ist",    "wird",      "wurde"});
-/// The same, between a host's address and what is said of it.
-constexpr auto nouns =
-    std::to_array<std::string_view>({"from", "for", "ip", "address", "host", "client", "server",
-                                     "your", "the", "access", "connection", "adresse"});
-
-/// What may stand in front of "user ann", or "domain x.example", where these are the subject.
-constexpr auto articles = std::to_array<std::string_view>(
-    {"the", "a", "an", "this", "that", "der", "die", "das", "el", "la", "le", "o", "il", "lo"});
-/// What may end a sentence behind what is said, in front of a stop.
-constexpr auto closings = std::to_array<std::string_view>(
-    {"here", "any more", "anymore", "any longer", "on this", "at this", "in this", "locally"});
 
 constexpr std::size_t longestAddress = 39;
 
@@ -78,13 +62,24 @@ bool isCode(std::string_view word) {
     return std::ranges::all_of(word, [](char c) { return ascii::isDigit(c) || c == '.'; });
 }
 
-/// Whether a sentence begins behind `text`, an article aside: what is in front is no "of" or "for",
-/// nor a "sender".
-bool beginsClause(std::string_view text) {
-    text = ascii::trimRight(text);
+/// Whether a sentence, or a clause of one, begins behind `text`.
+bool beginsWords(std::string_view text) {
     if (text.empty() || ascii::isOneOf(text.back(), ":.;,)]>-\"'")) return true;
     const std::string_view word = lastWord(text);
-    return isCode(word) || isOneOf(word, articles);
+    return isCode(word) || isOneOf(word, conjunctions);
+}
+
+/// The same, an article aside: what is in front is no "of the" or "for", nor a "sender".
+bool beginsClause(std::string_view text) {
+    text = ascii::trimRight(text);
+    if (beginsWords(text)) return true;
+    std::string_view word = lastWord(text);
+    if (isOneOf(word, adjectives)) {
+        text = ascii::trimRight(text.substr(0, text.size() - word.size()));
+        word = lastWord(text);
+    }
+    return isOneOf(word, articles) &&
+           beginsWords(ascii::trimRight(text.substr(0, text.size() - word.size())));
 }
 
 bool beginsWithAddress(std::string_view text) {
@@ -122,6 +117,18 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
     const std::string_view kind = lastWord(front);
     if (isCode(kind)) return true;
     return isOneOf(kind, kinds) && beginsClause(front.substr(0, front.size() - kind.size()));
+}
+
+bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
+    const std::string_view said = withoutBetween(before(text, at), isVerb);
+    return std::ranges::any_of(kinds, [&](std::string_view kind) {
+        if (said.size() < kind.size()) return false;
+        const std::string_view front = said.substr(0, said.size() - kind.size());
+        const bool isWord =
+            front.empty() || (ascii::isAscii(front.back()) && !ascii::isAlnum(front.back()));
+        return isWord && ascii::equalsNoCase(said.substr(front.size()), kind) &&
+               beginsClause(front);
+    });
 }
 
 bool endsClause(std::string_view text, std::size_t at) {

@@ -16,6 +16,10 @@ bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length);
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds);
 
+/// Whether the words at `at` of a reply are said of no more than one of `kinds`, with which a
+/// sentence begins: "La cuenta no existe", but not "La clave de la cuenta".
+bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds);
+
 /// Whether a sentence ends at `at`, or goes on with no more than "here".
 bool endsClause(std::string_view text, std::size_t at);
 

@@ -53,6 +53,25 @@ TEST(NamedParty, IsWhoIsCalledSo) {
     EXPECT_FALSE(isFollowedBy("No user", 7, ""));
 }
 
+TEST(NamedParty, IsTheMailboxThatASentenceBeginsWith) {
+    static constexpr auto kinds =
+        std::to_array<std::string_view>({"cuenta", "cuenta de correo", "адрес"});
+    const std::pair<std::string_view, bool> cases[] = {
+        {"550 La cuenta no existe", true},
+        {"Error: esta cuenta de correo ya no existe", true},
+        {"Адрес no existe: адрес", false},
+        {"550 5.1.1 адрес no existe", true},
+        {"La clave de la cuenta no existe", false},
+        {"cuenta del remitente no existe", false},
+        {"Subcuenta no existe", false},
+        {"cuenta: no existe", true},
+        {"no existe", false},
+    };
+    for (const auto& [text, isMailbox] : cases) {
+        EXPECT_EQ(isSaidOfKind(text, text.find("no existe"), kinds), isMailbox) << text;
+    }
+}
+
 TEST(NamedParty, EndsASentence) {
     for (const std::string_view text : {"no", "no ", "no.", "no here", "no\r\n550 x"}) {
         EXPECT_TRUE(endsClause(text, 2)) << text;

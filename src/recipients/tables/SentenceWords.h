@@ -1,0 +1,46 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace bouncecheck {
+
+/// Words of the sentences that say something of a mailbox, as they are written; ASCII letters in
+/// either case.
+
+/// What may stand between a name and what is said of it.
+inline constexpr auto verbs = std::to_array<std::string_view>(
+    {"is",   "has", "have",  "been",   "was",    "are",   "currently", "temporarily", "permanently",
+     "does", "do",  "could", "can",    "cannot", "be",    "foi",       "sido",        "ha",
+     "esta", "est", "stato", "ist",    "wird",   "wurde", "es",        "é",           "è",
+     "är",   "er",  "jest",  "konnte", "leider", "ya",    "já",
+     // and what is added to the name
+     "indicada", "indicado", "indicato", "informado", "informada", "especificada", "especificado",
+     "specificato", "specified", "provided", "angegeben"});
+/// The same, between a host's address and what is said of it.
+inline constexpr auto nouns =
+    std::to_array<std::string_view>({"from", "for", "ip", "address", "host", "client", "server",
+                                     "your", "the", "access", "connection", "adresse"});
+
+/// What may stand in front of "user ann", or "domain x.example", where these are the subject.
+inline constexpr auto articles = std::to_array<std::string_view>(
+    {"the",    "a",      "an",  "this", "that", "der", "die",   "das", "dieser", "diese", "dieses",
+     "el",     "la",     "le",  "o",    "il",   "lo",  "cette", "ce",  "cet",    "esta",  "este",
+     "questo", "questa", "dit", "deze", "het",  "et",  "az",    "ten", "ta",     "to",    "этот"});
+/// What may stand between those and a mailbox.
+inline constexpr auto adjectives = std::to_array<std::string_view>(
+    {"angegebene", "adressierte", "gewünschte", "specified", "given", "opgegeven", "angivna", "podany", "указанный",
+     "Указанный"});
+/// What clauses begin with, in front of that.
+inline constexpr auto conjunctions = std::to_array<std::string_view>(
+    {"because", "since",  "as",       "that",    "but",       "sorry", "weil",
+     "dass",    "denn",   "omdat",    "dat",     "car",       "que",   "porque",
+     "pois",    "perché", "ponieważ", "protože", "поскольку", "что"});
+/// What may end a sentence behind what is said, in front of a stop.
+inline constexpr auto closings = std::to_array<std::string_view>(
+    {"here", "any more", "anymore", "any longer", "on this", "at this", "in this", "locally",
+     // the same in other languages
+     "mehr", "hier", "más", "mas ", "en este", "aquí", "mais", "neste", "aqui", "più", "qui",
+     "meer", "sur ce", "ici", "на этом", "på "});
+
+}  // namespace bouncecheck
