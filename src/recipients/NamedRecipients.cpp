@@ -69,6 +69,7 @@ bool NamedRecipients::replace(std::size_t recipient, std::string_view original, 
 std::vector<TextRecipient> NamedRecipients::take() {
     std::vector<TextRecipient>& stated = of(Tier::stated);
     spreadShared();
+    spreadHeadings();
     for (TextRecipient& one : stated) one.isLone = one.isLone && !saysWhy(one.said);
     // Sentences say more than an address for which there is no reason to stand there.
     if (std::ranges::all_of(stated, &TextRecipient::isLone) && !of(Tier::sentence).empty()) {
@@ -89,6 +90,13 @@ void NamedRecipients::spreadShared() {
     for (std::size_t i = 0; i < std::min(stated.size(), mostSharing); ++i) {
         const bool isSharing = !answered_.contains(i) && !saysWhy(stated[i].said);
         if (isSharing) stated[i].said.append(shared_);
+    }
+}
+
+void NamedRecipients::spreadHeadings() {
+    for (const auto& [recipient, heading] : headings_) {
+        std::string& said = of(Tier::stated)[recipient].said;
+        if (said.empty()) said = heading;
     }
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "recipients/Bystanders.h"
@@ -44,6 +45,11 @@ public:
     std::optional<std::size_t> find(std::string_view address) const;
     /// Adds `words` to what is said of a recipient.
     void say(std::size_t recipient, std::string_view words);
+    /// Notes that `heading`, a part of the notice, stands above a recipient: it counts where
+    /// nothing else is said of them.
+    void head(std::size_t recipient, std::string_view heading) {
+        if (!heading.empty()) headings_.emplace_back(recipient, heading);
+    }
     /// Notes the `reply` to the command that named a recipient.
     void answer(std::size_t recipient, std::string_view reply);
     /// Notes a reply to another command, which is said of all who have none of their own.
@@ -63,6 +69,7 @@ private:
     static constexpr std::size_t tiers = 3;
 
     void spreadShared();
+    void spreadHeadings();
     void dropOthers();
     void dropAddressees();
 
@@ -72,6 +79,7 @@ private:
     bool hasWords_ = false;
     std::string shared_;
     std::unordered_set<std::size_t> answered_;
+    std::vector<std::pair<std::size_t, std::string_view>> headings_;
     std::unordered_set<std::size_t> belowRule_;
     /// Those whom the server of a dialogue took.
     std::unordered_set<std::size_t> accepted_;

@@ -43,6 +43,20 @@ bool needsStage(const ReasonFinding& finding, const ReplyCodes& codes) {
            finding.basis == ReasonBasis::phrase && codes.status.empty();
 }
 
+/// Whether the words of a reply go on with the recipient's own address in brackets: "No such
+/// account (ann@x.example)".
+bool namesOwn(const Recipient& recipient, const ReasonFinding& finding) {
+    if (finding.inNotice) return false;
+    constexpr std::size_t near = 80;
+    const std::size_t end = finding.at + finding.length;
+    const std::string_view line = lineAt(recipient.diagnostic, finding.at);
+    const std::string_view behind =
+        std::string_view(recipient.diagnostic).substr(end, near + recipient.address.size());
+    const std::size_t at = findBytesNoCase(behind, recipient.address);
+    return at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<") &&
+           line.data() + line.size() >= behind.data() + at + recipient.address.size();
+}
+
 /// The host that a reply says it did not find: "name=relay.example", with its domain; "" for none.
 std::string_view unknownHostIn(std::string_view text) {
     static constexpr auto marks =
@@ -205,7 +219,8 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
         // It may be said of another one.
         finding.isSure = finding.isSure && all.size() == 1;
     }
-    if (needsStage(finding, codes) && isReplyToData(recipient)) finding.isSure = false;
+    const bool mayBeOfFilter = needsStage(finding, codes) && !namesOwn(recipient, finding);
+    if (mayBeOfFilter && isReplyToData(recipient)) finding.isSure = false;
     if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
     if (isAboutMailbox(finding.reason) && isAboutSender(recipient, finding)) {
         finding.reason = Reason::policy;

@@ -157,6 +157,8 @@ private:
         // The heading of the first address is that of the list.
         if (!wasAlone_) {
             isLone_ = !lastCues_.has(Cue::failure) && !explains(lastText_) && !followsReport();
+            const bool isHeading = isIntroduction(lastText_) && lastText_.size() <= longestHeading;
+            heading_ = isHeading && saysWhy(lastText_) ? lastText_ : std::string_view();
         }
         isAlone_ = true;
         for (const AddressSpan& span : shape.spans()) {
@@ -165,6 +167,7 @@ private:
             const bool isNew = stated().size() > known;
             if (!isNew) continue;
             openRecipient().isLone = isLone_;
+            named_.head(open_->recipient, heading_);
             if (isLone_ && isBelowRule_) named_.noteBelowRule();
         }
         return true;
@@ -363,6 +366,9 @@ private:
     bool wasAlone_ = false;
     /// Whether the list of such lines that is being read has no heading.
     bool isLone_ = false;
+    /// That heading, where it says why mail failed.
+    static constexpr std::size_t longestHeading = 200;
+    std::string_view heading_;
     /// Whom the last command of a dialogue named.
     std::optional<std::size_t> command_;
     bool isSharedReply_ = false;

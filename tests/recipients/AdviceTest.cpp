@@ -195,6 +195,25 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "ann@x.example unknown-mailbox suppress"},
         {"<ann@x.example>: host said: 550 Der Benutzer \"ann\" ist unbekannt",
          "ann@x.example unknown-mailbox suppress"},
+        {"<ann@x.example>: Certificat du destinataire introuvable", "ann@x.example policy fix"},
+        // by a sentence that begins with a mailbox
+        {"<ann@x.example>: Das Postfach konnte leider nicht gefunden werden.",
+         "ann@x.example unknown-mailbox suppress"},
+        {"<ann@x.example>: Der Eintrag im Postfach konnte nicht gefunden werden.",
+         "ann@x.example unknown-mailbox retry"},
+        {"<ann@x.example>: La cuenta ya no es válida.", "ann@x.example unknown-mailbox suppress"},
+        {"<ann@x.example>: La cuenta no es válida para enviar.",
+         "ann@x.example unknown-mailbox retry"},
+        // after the message, but with the address
+        {"<a@x.example>: host said: 554 This user doesn't have an account here (a@x.example) [0] "
+         "(in reply to end of DATA command)",
+         "a@x.example unknown-mailbox suppress"},
+        // the list is one of the sender's, who is not meant
+        {"<a@x.example>: not sent, because it is on the suppression list for your account. See",
+         "a@x.example inactive-mailbox suppress"},
+        // by the heading of a list
+        {"These addresses do not exist:\n\n  a@x.example\n  b@x.example\n\nTake them off.",
+         "a@x.example unknown-mailbox suppress; b@x.example unknown-mailbox suppress"},
         {"<ann@x.example>: host said: 550 5.1.1 <me@own.example> is no one; not for ann@x.example",
          "ann@x.example policy fix"},
         {"<ann@x.example>: host said: 550 SPF of domain x.example not found",
