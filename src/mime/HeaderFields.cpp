@@ -137,24 +137,29 @@ std::size_t HeaderFields::startIn(std::string_view text) {
 }
 
 HeaderFields HeaderFields::ofMessage(std::string_view text, std::size_t limit, std::size_t usual) {
-    HeaderFields block = read(text, OtherLines::endBlock, limit, usual);
+    HeaderFields block = read(text, Stop::atOtherLine, limit, usual);
     // Without a field, a "From " line is a sentence of the body.
     if (block.fields_.empty() && limit > 0) block.size_ = text.starts_with(crLf) ? crLf.size() : 0;
     return block;
 }
 
 HeaderFields HeaderFields::ofReport(std::string_view text, std::size_t limit) {
-    return read(text, OtherLines::areSkipped, limit, usualFields);
+    return read(text, Stop::atEnd, limit, usualFields);
 }
 
-HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, std::size_t limit,
+HeaderFields HeaderFields::ofGroup(std::string_view text) {
+    constexpr std::size_t usual = 12;  // of a recipient, and of systems that say more
+    return read(text, Stop::atBlankLine, limits::headerFields, usual);
+}
+
+HeaderFields HeaderFields::read(std::string_view text, Stop stop, std::size_t limit,
                                 std::size_t usual) {
     HeaderFields block;
     std::string_view rest = text;
     while (!rest.empty()) {
         if (rest.starts_with(crLf)) {
             rest.remove_prefix(crLf.size());
-            if (otherLines == OtherLines::endBlock) break;
+            if (stop != Stop::atEnd) break;
             continue;
         }
         const std::size_t length = fieldLength(rest);
@@ -167,8 +172,7 @@ HeaderFields HeaderFields::read(std::string_view text, OtherLines otherLines, st
                 block.fields_.push_back(
                     {field.substr(0, name.length), field.substr(name.colon + 1)});
             }
-        } else if (otherLines == OtherLines::endBlock && !isMailboxLine(field) &&
-                   !isContinuation(field)) {
+        } else if (stop == Stop::atOtherLine && !isMailboxLine(field) && !isContinuation(field)) {
             break;
         }
         rest.remove_prefix(length);

@@ -64,6 +64,10 @@ public:
     /// the bodies of reports (RFC 3464). Other lines are passed over.
     static HeaderFields ofReport(std::string_view text, std::size_t limit = limits::headerFields);
 
+    /// Those of the group that `text`, likewise, begins with. The blank line that ends it belongs
+    /// to it.
+    static HeaderFields ofGroup(std::string_view text);
+
     /// The first field of that name, or null.
     const HeaderField* find(std::string_view name) const noexcept;
 
@@ -73,8 +77,8 @@ public:
     std::size_t size() const noexcept { return size_; }
 
 private:
-    enum class OtherLines { endBlock, areSkipped };
-    static HeaderFields read(std::string_view text, OtherLines otherLines, std::size_t limit,
+    enum class Stop { atBlankLine, atOtherLine, atEnd };
+    static HeaderFields read(std::string_view text, Stop stop, std::size_t limit,
                              std::size_t usual);
 
     /// That of a part has no more fields than these, mostly.

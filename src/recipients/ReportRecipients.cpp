@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "mime/HeaderFields.h"
-#include "mime/LineEnds.h"
 #include "recipients/AddressForms.h"
 #include "recipients/AddressSpans.h"
 #include "text/Ascii.h"
@@ -63,10 +62,9 @@ public:
     GroupReader(std::vector<ReportedRecipient>& recipients, TextBudget& budget)
         : recipients_(recipients), budget_(budget) {}
 
-    /// Reads the fields between two blank lines; false when no more are kept.
-    bool read(std::string_view text) {
+    /// Takes the `fields` between two blank lines; false when no more are kept.
+    bool take(const HeaderFields& fields) {
         inGroup_ = false;
-        const HeaderFields fields = HeaderFields::ofReport(text);
         for (const HeaderField& field : fields.all()) {
             if (field.isCut()) continue;
             const RecipientField* known = recipientField(field.name);
@@ -142,15 +140,12 @@ std::string reportedAddress(std::string_view value) {
 }
 
 std::vector<ReportedRecipient> readDeliveryStatus(std::string_view text, TextBudget& budget) {
-    constexpr std::string_view blankLine = "\r\n\r\n";
     std::vector<ReportedRecipient> recipients;
     GroupReader reader(recipients, budget);
     while (!text.empty()) {
-        const std::size_t end = findBytes(text, blankLine);
-        const std::size_t length = end == npos ? text.size() : end + crLf.size();
-        if (!reader.read(text.substr(0, length))) break;
-        text.remove_prefix(length);
-        while (text.starts_with(crLf)) text.remove_prefix(crLf.size());
+        const HeaderFields fields = HeaderFields::ofGroup(text);
+        if (!reader.take(fields)) break;
+        text.remove_prefix(fields.size());
     }
     return recipients;
 }
