@@ -61,7 +61,7 @@ inline constexpr std::string_view mailboxSubjects[] = {
     "endereço do destinatário", "utente", "casella", "casella di posta", "casella postale",
     "casella del destinatario", "indirizzo", "indirizzo e-mail", "indirizzo email", "indirizzo del destinatario",
     // Slavic
-    "użytkownik", "odbiorca", "skrzynka", "skrzynka odbiorcy", "skrzynka pocztowa", "konto pocztowe", "adres e-mail",
+    "użytkownik", "odbiorca", "skrzynka", "skrzynka odbiorcy", "skrzynka pocztowa", "konto pocztowe", "konto użytkownika", "konto odbiorcy", "adres e-mail",
     "adres odbiorcy", "uživatel", "příjemce", "schránka", "účet", "adresa", "e-mailová adresa", "adresa příjemce",
     "používateľ", "príjemca", "пользователь", "Пользователь", "получатель", "Получатель", "почтовый ящик",
     "Почтовый ящик", "ящик", "Ящик", "адрес", "Адрес", "адрес получателя", "Адрес получателя",
