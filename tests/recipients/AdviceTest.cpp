@@ -161,6 +161,7 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         {"<a@x.example>: your own address me@own.example does not exist", "a@x.example policy fix"},
         {"<a@x.example>: Die Adresse des Absenders existiert nicht", "a@x.example policy fix"},
         {"<a@x.example>: 发件人地址不存在", "a@x.example policy fix"},
+        {"<a@x.example>: Absenderadresse nicht gefunden", "a@x.example policy fix"},
         {"<a@x.example>: Su cuenta no existe", "a@x.example policy fix"},
         {"<a@x.example>: Ваш IP адрес заблокирован", "a@x.example reputation fix"},
         {"<a@x.example>: host said: " + gone + " (in reply to MAIL FROM command)",
