@@ -1,12 +1,15 @@
 #include "mime/HeaderFields.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 #include "mime/Charset.h"
 #include "mime/EncodedWords.h"
 #include "mime/LineEnds.h"
+#include "mime/NextCrLf.h"
 #include "text/Ascii.h"
+#include "text/ByteBlock.h"
 #include "text/ByteSet.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
@@ -20,14 +23,26 @@ std::size_t lineLength(std::string_view text) noexcept {
     return end == npos ? text.size() : end + crLf.size();
 }
 
-/// The length of a field with the folded lines that go on with it.
-std::size_t fieldLength(std::string_view text) noexcept {
-    std::size_t length = lineLength(text);
-    while (length < text.size() && ascii::isBlank(text[length])) {
-        length += lineLength(text.substr(length));
+/// Where the fields of a text end, for positions that only grow.
+class FieldEnds {
+public:
+    explicit FieldEnds(std::string_view text) noexcept : text_(text), lineEnds_(text) {}
+
+    /// Where the field that begins at `start` ends, with the folded lines that go on with it.
+    std::size_t after(std::size_t start) noexcept {
+        std::size_t end = start;
+        do {
+            end = lineEnds_.atOrAfter(end);
+            if (end == npos) return text_.size();
+            end += crLf.size();
+        } while (end < text_.size() && ascii::isBlank(text_[end]));
+        return end;
     }
-    return length;
-}
+
+private:
+    std::string_view text_;
+    NextCrLf lineEnds_;
+};
 
 /// Those of field names (RFC 5322, section 2.2).
 constexpr ByteSet nameBytes = [] {
@@ -45,8 +60,22 @@ struct FieldName {
     std::size_t colon = 0;
 };
 
+/// How many bytes of a name `line` begins with: those of most names are seen at once.
+std::size_t nameLength(std::string_view line) noexcept {
+    std::size_t length = 0;
+    if constexpr (ByteBlock::isFast) {
+        for (; length + ByteBlock::size <= line.size(); length += ByteBlock::size) {
+            const ByteBlock block(line.data() + length);
+            const unsigned others =
+                block.lessThan('!') | block.equalTo(':') | block.equalTo('\x7F');
+            if (others != 0) return length + static_cast<std::size_t>(std::countr_zero(others));
+        }
+    }
+    return length + lengthOf(nameBytes, line.substr(length));
+}
+
 FieldName fieldNameOf(std::string_view line) noexcept {
-    const std::size_t length = lengthOf(nameBytes, line);
+    const std::size_t length = nameLength(line);
     std::size_t colon = length;
     while (colon < line.size() && ascii::isBlank(line[colon])) ++colon;
     const bool isField = length > 0 && colon < line.size() && line[colon] == ':';
@@ -155,15 +184,16 @@ HeaderFields HeaderFields::ofGroup(std::string_view text) {
 HeaderFields HeaderFields::read(std::string_view text, Stop stop, std::size_t limit,
                                 std::size_t usual) {
     HeaderFields block;
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        if (rest.starts_with(crLf)) {
-            rest.remove_prefix(crLf.size());
+    FieldEnds ends(text);
+    std::size_t at = 0;
+    while (at < text.size()) {
+        if (text.substr(at).starts_with(crLf)) {
+            at += crLf.size();
             if (stop != Stop::atEnd) break;
             continue;
         }
-        const std::size_t length = fieldLength(rest);
-        const std::string_view field = rest.substr(0, length);
+        const std::size_t end = ends.after(at);
+        const std::string_view field = text.substr(at, end - at);
         // A line that begins with "--" is a boundary in the wrong place.
         const FieldName name = field.starts_with("--") ? FieldName{} : fieldNameOf(field);
         if (name.length > 0) {
@@ -175,9 +205,9 @@ HeaderFields HeaderFields::read(std::string_view text, Stop stop, std::size_t li
         } else if (stop == Stop::atOtherLine && !isMailboxLine(field) && !isContinuation(field)) {
             break;
         }
-        rest.remove_prefix(length);
+        at = end;
     }
-    block.size_ = text.size() - rest.size();
+    block.size_ = at;
     return block;
 }
 

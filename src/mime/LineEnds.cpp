@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include <bouncecheck/Limits.h>
-#include "text/ByteMask.h"
+#include "text/ByteBlock.h"
 #include "text/Search.h"
 
 namespace bouncecheck {

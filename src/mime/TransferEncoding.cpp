@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "mime/LineEnds.h"
+#include "mime/NextCrLf.h"
 #include "text/Ascii.h"
 #include "text/HexEscapes.h"
 #include "text/Search.h"
@@ -26,10 +27,11 @@ constexpr std::array<signed char, 256> base64Table = [] {
 /// Calls `onLine` with each line of a text with CRLF line ends, without them.
 template <class OnLine>
 void forEachLine(std::string_view text, OnLine onLine) {
-    while (!text.empty()) {
-        const std::size_t end = findCrLf(text);
-        onLine(text.substr(0, end), end != npos);
-        text.remove_prefix(end == npos ? text.size() : end + 2);
+    NextCrLf ends(text);
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = ends.atOrAfter(start);
+        onLine(text.substr(start, end - start), end != npos);
+        start = end == npos ? text.size() : end + crLf.size();
     }
 }
 

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <vector>
 
-#include "text/ByteMask.h"
+#include "text/ByteBlock.h"
 #include "text/NextByte.h"
 
 namespace bouncecheck {

@@ -27,6 +27,23 @@ TEST(Header, ReadsSubjects) {
     EXPECT_TRUE(isUtf8(subjectOf(Email2("Subject: =?x-unknown?Q?=E9?="s))));
 }
 
+TEST(Header, KnowsNamesOfAnyLength) {
+    for (std::size_t size = 1; size < 40; ++size) {
+        const std::string name(size, '~'), value = ": " + std::string(size % 3 * 20, 'x') + "\r\n";
+        for (const Text blanks : {"", " ", "\t "}) {
+            const std::string text = name + blanks + value;
+            const HeaderFields header = HeaderFields::ofMessage(text);
+            ASSERT_EQ(header.all().size(), 1u) << text;
+            EXPECT_EQ(header.all()[0].name, name);
+        }
+        for (const char c : {'\x7F', '\x80', '\xFF', '\x1F', '\0'}) {
+            std::string text = name + value;
+            text[size / 2] = c;
+            EXPECT_TRUE(HeaderFields::ofMessage(text).all().empty()) << text;
+        }
+    }
+}
+
 TEST(Header, UsesParameters) {
     const Email2 typed("Content-Type: x/Y;\n a=\"b\""s);
     EXPECT_EQ(answer(typed, &Email2::getHeaderFieldUtf8, "content-type"), "x/Y; a=\"b\"");

@@ -4,8 +4,6 @@
 
 #include <random>
 
-#include "text/ByteMask.h"
-
 namespace bouncecheck {
 namespace {
 
@@ -32,22 +30,6 @@ TEST(LineEnds, AreCompletedTheSameInBlocksAndInPlace) {
         std::string roomy = text;
         roomy.reserve(2 * text.size());
         ASSERT_EQ(withCrLf(std::move(roomy)), expected);
-    }
-}
-
-TEST(LineEnds, AreFoundByTheSameMaskOnAnyProcessor) {
-    std::mt19937 random(20261124);
-    for (std::size_t i = 0; i < 20'000; ++i) {
-        std::string bytes(maskedBytes, '\0');
-        // Neighbours in value, whose bits a carry might reach.
-        for (char& c : bytes) c = static_cast<char>(random() % (i % 2 == 0 ? 256 : 3) + '\t');
-        const char byte = static_cast<char>(i % 3 == 0 ? random() % 256 : '\n');
-        std::uint64_t expected = 0;
-        for (std::size_t at = 0; at < bytes.size(); ++at) {
-            expected |= std::uint64_t{bytes[at] == byte} << at;
-        }
-        ASSERT_EQ(maskOf(bytes.data(), byte), expected);
-        ASSERT_EQ(plain::maskOf(bytes.data(), byte), expected);
     }
 }
 

@@ -3,6 +3,8 @@
 #include <random>
 
 #include <bouncecheck/classes/CString.h>
+#include "text/ByteBlock.h"
+#include "text/NextByte.h"
 #include "text/Utf8.h"
 #include "text/Wildcard.h"
 
@@ -56,6 +58,40 @@ TEST(Search, FindsPairsWithinAndBetweenBlocks) {
         SCOPED_TRACE(text);
         ASSERT_EQ(findPair(text, 'a', 'b', from), plainFind(text, "ab", from));
         ASSERT_EQ(findPair(text, 'b', 'b', from), plainFind(text, "bb", from));
+    }
+}
+
+TEST(Search, ComparesBlocksOfBytesTheSameOnAnyProcessor) {
+    std::mt19937 random(20261124);
+    for (std::size_t i = 0; i < 20'000; ++i) {
+        std::string bytes(maskedBytes, '\0');
+        // Neighbours in value, whose bits a carry might reach, or any.
+        for (char& c : bytes) c = static_cast<char>(random() % (i % 2 == 0 ? 256 : 3) + '\t');
+        const char byte = static_cast<char>(i % 3 == 0 ? random() % 256 : '\n');
+        std::uint64_t same = 0;
+        unsigned less = 0;
+        for (std::size_t at = 0; at < bytes.size(); ++at) {
+            same |= std::uint64_t{bytes[at] == byte} << at;
+            const bool isLess =
+                static_cast<signed char>(bytes[at]) < static_cast<signed char>(byte);
+            if (at < ByteBlock::size) less |= unsigned{isLess} << at;
+        }
+        ASSERT_EQ(maskOf(bytes.data(), byte), same);
+        ASSERT_EQ(maskOf<plain::ByteBlock>(bytes.data(), byte), same);
+        ASSERT_EQ(ByteBlock(bytes.data()).lessThan(byte), less);
+        ASSERT_EQ(plain::ByteBlock(bytes.data()).lessThan(byte), less);
+    }
+}
+
+TEST(Search, FindsBytesAtPlacesThatGrow) {
+    std::mt19937 random(20261123);
+    for (std::size_t i = 0; i < 20'000; ++i) {
+        const std::string text = generated(random, 700, "a" + std::string(i % 200, 'x'));
+        SCOPED_TRACE(text);
+        NextByte next(text, 'a');
+        for (std::size_t from = random() % 70; from < 800; from += random() % 90) {
+            ASSERT_EQ(next.atOrAfter(from), text.find('a', from)) << from;
+        }
     }
 }
 
