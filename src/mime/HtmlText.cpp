@@ -1,9 +1,12 @@
 #include "mime/HtmlText.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
+#include <iterator>
 #include <optional>
+#include <stdexcept>
 
 #include <bouncecheck/Limits.h>
 #include "mime/Charset.h"
@@ -24,23 +27,51 @@ constexpr std::string_view blockElements[] = {
     "html",    "li",      "main",  "nav",        "ol",       "p",      "pre",     "section",
     "table",   "tbody",   "tfoot", "thead",      "title",    "tr",     "ul"};
 
+/// Less than 256, and different for each of them.
+constexpr std::size_t slotOf(std::string_view name) noexcept {
+    std::size_t hash = 0;
+    for (const char c : name) hash = hash * 37 + static_cast<unsigned char>(c);
+    return hash % 256;
+}
+
+/// In the slot of each, 1 more than its index; else 0.
+constexpr auto blockSlots = [] {
+    std::array<std::uint8_t, 256> slots{};
+    for (std::size_t i = 0; i < std::size(blockElements); ++i) {
+        std::uint8_t& slot = slots[slotOf(blockElements[i])];
+        if (slot != 0) throw std::logic_error("two elements have the same slot");
+        slot = static_cast<std::uint8_t>(i + 1);
+    }
+    return slots;
+}();
+
+bool isBlockElement(std::string_view name) noexcept {
+    const std::size_t slot = blockSlots[slotOf(name)];
+    return slot != 0 && blockElements[slot - 1] == name;
+}
+
+/// Those of the names of elements.
+constexpr ByteSet nameBytes = [] {
+    ByteSet set(":-");
+    for (int c = 0; c < 128; ++c) {
+        if (ascii::isAlnum(static_cast<char>(c))) set.add(static_cast<char>(c));
+    }
+    return set;
+}();
+
 /// What begins something else than text.
 constexpr ByteSet markup("<&");
+/// What ends a tag, or begins and ends a value in it.
+constexpr ByteSet tagStops("\"'>");
 
 /// Text in the making, with white space as a browser lays it out.
 class TextFlow {
 public:
     void add(std::string_view text, bool preformatted) {
-        for (const char c : text) {
-            if (preformatted && (c == '\n' || c == '\r')) {
-                if (c == '\n') out_ += "\r\n";
-                blank_ = false;
-            } else if (ascii::isSpace(c) && !preformatted) {
-                blank_ = true;
-            } else {
-                settleBlank();
-                out_ += c;
-            }
+        if (preformatted) {
+            addAsItStands(text);
+        } else {
+            addCollapsed(text);
         }
     }
     void addBlank() noexcept { blank_ = true; }
@@ -52,6 +83,36 @@ public:
     std::string finish() { return std::move(out_); }
 
 private:
+    void addAsItStands(std::string_view text) {
+        for (const char c : text) {
+            if (c == '\n' || c == '\r') {
+                if (c == '\n') out_ += "\r\n";
+                blank_ = false;
+            } else {
+                settleBlank();
+                out_ += c;
+            }
+        }
+    }
+    /// Each stretch of white space becomes a blank, which counts once a letter follows. What is
+    /// written behind a blank and is white space too is written over, which takes no decision.
+    void addCollapsed(std::string_view text) {
+        const std::string_view words = ascii::trimLeft(text);
+        blank_ = blank_ || words.size() < text.size();
+        if (words.empty()) return;
+        settleBlank();
+        std::size_t size = out_.size();
+        out_.resize(size + words.size());
+        bool isBehindBlank = false;
+        for (const char c : words) {
+            const bool isBlank = ascii::isSpace(c);
+            out_[size] = isBlank ? ' ' : c;
+            size += isBlank && isBehindBlank ? 0 : 1;
+            isBehindBlank = isBlank;
+        }
+        blank_ = isBehindBlank;
+        out_.resize(size - (blank_ ? 1 : 0));
+    }
     bool atLineStart() const noexcept { return out_.empty() || out_.ends_with('\n'); }
     void settleBlank() {
         if (blank_ && !atLineStart()) out_ += ' ';
@@ -106,9 +167,7 @@ private:
         const bool closing = rest_.starts_with("</");
         const std::string_view inside = rest_.substr(closing ? 2 : 1);
         if (inside.empty() || !ascii::isAlpha(inside.front())) return false;
-        const auto nameEnd = std::ranges::find_if_not(
-            inside, [](char c) { return ascii::isAlnum(c) || c == ':' || c == '-'; });
-        const auto nameLength = static_cast<std::size_t>(nameEnd - inside.begin());
+        const std::size_t nameLength = lengthOf(nameBytes, inside);
         const char next = nameLength < inside.size() ? inside[nameLength] : '\0';
         if (!ascii::isSpace(next) && next != '/' && next != '>') return false;
         const std::string name = ascii::lowerCase(inside.substr(0, nameLength));
@@ -119,20 +178,16 @@ private:
 
     /// Passes over a tag, whose attribute values may hold '>' in quotes.
     bool skipTag() noexcept {
-        if (!quotesLost_) {
-            char quote = '\0';
-            for (std::size_t i = 0; i < rest_.size(); ++i) {
-                const char c = rest_[i];
-                if (quote != '\0') {
-                    if (c == quote) quote = '\0';
-                } else if ((c == '"' || c == '\'') && i > 0 && rest_[i - 1] == '=') {
-                    quote = c;
-                } else if (c == '>') {
-                    rest_.remove_prefix(i + 1);
-                    return true;
-                }
+        for (std::size_t at = 0; !quotesLost_;) {
+            at += lengthBefore(tagStops, rest_.substr(at));
+            if (at < rest_.size() && rest_[at] == '>') {
+                rest_.remove_prefix(at + 1);
+                return true;
             }
-            quotesLost_ = true;
+            const bool isOpening = at < rest_.size() && rest_[at - 1] == '=';
+            if (isOpening) at = rest_.find(rest_[at], at + 1);
+            quotesLost_ = at >= rest_.size();
+            ++at;
         }
         return skipPast(">", tagEndLost_);
     }
@@ -140,7 +195,7 @@ private:
     void onTag(const std::string& name, bool closing) {
         if (!closing && (name == "script" || name == "style")) {
             skipRawText("</" + name);
-        } else if (std::ranges::find(blockElements, name) != std::end(blockElements)) {
+        } else if (isBlockElement(name)) {
             if (name == "pre") preformatted_ = !closing;
             flow_.breakLine();
         } else if (name == "td" || name == "th") {

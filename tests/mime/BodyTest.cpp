@@ -82,6 +82,8 @@ TEST(Body, ReadsHtmlAsText) {
         {"&amp;lt;&eacute;&#233;&#xE9;&x;&#x110000;& &#;", "&lt;\u00E9\u00E9\u00E9&x;\uFFFD& &#;"},
         {"a&#0;b&#128;c&nbsp;&#160;d", "a\uFFFDb\u20ACc d"},
         {"<i title='x>' a=\"y>\">b</i> <a@b> 1 < 2 <3<script>d", "b <a@b> 1 < 2 <3"},
+        {"<i a' b=\"'>\" c=\">'\">d</i> <i x=\">e<b>f", "d ef"},
+        {"a<b> \t</b>\v\f&#32;b<br> c \n", "a b|c"},
     };
     expectEach(cases, [](Text html) {
         Text lines = htmlToText(html);
