@@ -7,12 +7,9 @@ namespace bouncecheck {
 using book::layout;
 using phrases::RowRange;
 
-const phrases::RowSet& ScannedText::found() const {
-    if (!found_) {
-        const std::span<std::size_t> places = places_ ? *places_ : std::span<std::size_t>();
-        found_ = phraseBook().find(text_, places, engine_);
-    }
-    return *found_;
+const phrases::RowSet& ScannedText::scan() const {
+    const std::span<std::size_t> places = places_ ? *places_ : std::span<std::size_t>();
+    return found_.emplace(phraseBook().find(text_, places, engine_));
 }
 
 bool ScannedText::holds(std::size_t row) const { return phraseBook().holds(found(), row, text_); }

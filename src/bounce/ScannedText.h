@@ -50,7 +50,8 @@ public:
     std::size_t markerPlace(std::size_t marker) const;
 
 private:
-    const phrases::RowSet& found() const;
+    const phrases::RowSet& found() const { return found_ ? *found_ : scan(); }
+    const phrases::RowSet& scan() const;
     bool holds(std::size_t row) const;
 
     TextOf kind_;

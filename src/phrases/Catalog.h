@@ -51,7 +51,12 @@ struct Catalog {
     RowSet find(std::string_view text, std::span<std::size_t> places, Engine engine) const;
 
     /// Whether a row of what `find` returned for `text` stands in it.
-    bool holds(const RowSet& found, std::size_t row, std::string_view text) const;
+    bool holds(const RowSet& found, std::size_t row, std::string_view text) const {
+        return found.has(row) && (!unsearchable.has(row) || standsIn(text, row));
+    }
+
+    /// Whether a row does, by a search of its own.
+    bool standsIn(std::string_view text, std::size_t row) const;
 };
 
 /// The tables of a catalog for `Rows`, a constant array, made by the compiler. No two arrays may
