@@ -75,6 +75,7 @@ Conversion* conversionOf(const Charset& charset) {
 }  // namespace
 
 std::optional<std::string> convertedToUtf8(std::string_view bytes, std::string_view charset) {
+    if (charset.empty()) return std::nullopt;
     const std::string name = canonicalCharsetName(charset);
     const bool hasEightBit = asciiPrefix(bytes) < bytes.size();
     if (name == "utf-8" || name == "utf8") {
