@@ -1,7 +1,7 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <type_traits>
 #include <vector>
@@ -15,6 +15,8 @@ class SmallList {
     static_assert(std::is_trivially_copyable_v<Value>);
 
 public:
+    SmallList() noexcept {}
+
     std::span<const Value> all() const noexcept {
         return more_.empty() ? std::span(few_).first(count_) : std::span(more_);
     }
@@ -30,12 +32,12 @@ public:
     }
     void push_back(const Value& value) {
         if (more_.capacity() == 0 && count_ < usual) {
-            few_[count_++] = value;
+            std::construct_at(&few_[count_++], value);
             return;
         }
         if (count_ > 0) {
             more_.reserve(4 * usual);
-            more_.assign(few_.begin(), few_.end());
+            more_.assign(few_, few_ + usual);
             count_ = 0;
         }
         more_.push_back(value);
@@ -49,7 +51,11 @@ public:
     }
 
 private:
-    std::array<Value, usual> few_;
+    /// Only as many as are counted have a value: lists are made for each part of a message, and
+    /// most have few.
+    union {
+        Value few_[usual];
+    };
     std::size_t count_ = 0;
     /// All of them, once there were more.
     std::vector<Value> more_;

@@ -39,8 +39,8 @@ inline constexpr std::string_view mailboxNames[] = {
     "пользователь",
 };
 
-/// What sentences begin with in other languages that say only so of a mailbox, articles aside: "La cuenta no existe". As
-/// they are written; ASCII letters in either case.
+/// What a sentence may begin with, behind an article, so that all of it is said of a mailbox: "La
+/// cuenta no existe". As they are written; ASCII letters in either case.
 inline constexpr std::string_view mailboxSubjects[] = {
     // German, Dutch
     "benutzer", "empfänger", "empfaenger", "empfängeradresse", "postfach", "mailbox", "konto", "account", "adresse",
