@@ -1,5 +1,8 @@
 #include "recipients/HintParty.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include "recipients/AddressForms.h"
 #include "recipients/NamedParty.h"
 #include "recipients/TopicWords.h"
@@ -14,6 +17,12 @@ namespace {
 std::size_t endOfWord(std::string_view text, std::size_t at) noexcept {
     while (at < text.size() && (ascii::isAlpha(text[at]) || !ascii::isAscii(text[at]))) ++at;
     return at;
+}
+
+/// Whether the words themselves speak of a mailbox: "no user ".
+bool namesMailbox(const PhraseRow& hint) {
+    return std::ranges::any_of(mailboxNames,
+                               [&](std::string_view name) { return contains(hint.phrase, name); });
 }
 
 }  // namespace
@@ -40,8 +49,10 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
         // "The SPF of domain x.example": its records may be missing, too.
         return topicOf(text) ? Party::unnamed : Party::domain;
     }
-    const bool isMailbox = (endsThere && isSaidOf(text, place.at, mailbox, mailboxNames)) ||
-                           isFollowedBy(text, end, mailbox);
+    const bool isMailbox =
+        (endsThere && isSaidOf(text, place.at, mailbox, mailboxNames)) ||
+        (isFollowedBy(text, end, mailbox) &&
+         (namesMailbox(hint) || isSaidOfNothingElse(text, place.at, mailboxNames)));
     return isMailbox ? Party::mailbox : Party::unnamed;
 }
 

@@ -1,7 +1,6 @@
 #include "recipients/NamedParty.h"
 
 #include <algorithm>
-#include <array>
 
 #include "recipients/tables/SentenceWords.h"
 #include "text/Ascii.h"
@@ -62,15 +61,42 @@ bool isCode(std::string_view word) {
     return std::ranges::all_of(word, [](char c) { return ascii::isDigit(c) || c == '.'; });
 }
 
+/// Whether `text` ends with a letter and `joint`, by which the next word is a part of this one.
+bool endsJoined(std::string_view text, char joint) {
+    if (text.size() < 2 || text.back() != joint) return false;
+    const char before = text[text.size() - 2];
+    return ascii::isAlpha(before) || !ascii::isAscii(before);
+}
+
+/// Whether `text` ends with "Sender:", an article aside, or with "Host-" as in "Host-Adresse".
+bool endsWithOtherSubject(std::string_view text) {
+    if (endsJoined(text, '-') && isOneOf(lastWord(unquoted(text)), otherParts)) return true;
+    text = ascii::trimRight(text);
+    const std::string_view word = lastWord(text);
+    if (isOneOf(word, articles)) {
+        text = ascii::trimRight(text.substr(0, text.size() - word.size()));
+    }
+    return !text.empty() && ascii::isOneOf(text.back(), ":-") &&
+           isOneOf(lastWord(unquoted(text)), otherSubjects);
+}
+
 /// Whether a sentence, or a clause of one, begins behind `text`.
 bool beginsWords(std::string_view text) {
-    if (text.empty() || ascii::isOneOf(text.back(), ":.;,)]>-\"'")) return true;
+    if (text.empty()) return true;
+    if (ascii::isOneOf(text.back(), ":.;,)]>-\"'")) return !endsWithOtherSubject(text);
     const std::string_view word = lastWord(text);
     return isCode(word) || isOneOf(word, conjunctions);
 }
 
 /// The same, an article aside: what is in front is no "of the" or "for", nor a "sender".
 bool beginsClause(std::string_view text) {
+    if (endsJoined(text, '-')) return false;  // "Web-Adresse"
+    if (endsJoined(text, '\'')) {
+        // "L'adresse", but not "le domaine de l'adresse" nor "nom d'utilisateur"
+        const std::size_t begin = text.find_last_of(" \t\r\n") + 1;
+        return ascii::equalsNoCase(text.substr(begin), "l'") &&
+               beginsWords(ascii::trimRight(text.substr(0, begin)));
+    }
     text = ascii::trimRight(text);
     if (beginsWords(text)) return true;
     std::string_view word = lastWord(text);
@@ -131,14 +157,26 @@ bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::st
     });
 }
 
+bool isSaidOfNothingElse(std::string_view text, std::size_t at,
+                         std::span<const std::string_view> kinds) {
+    const std::string_view front = before(text, at);
+    return beginsClause(front) || isOneOf(lastWord(withoutBetween(front, isVerb)), pronouns) ||
+           isSaidOfKind(text, at, kinds);
+}
+
+bool isSaidOfSender(std::string_view text, std::size_t at) {
+    return endsWithOtherSubject(before(text, at));
+}
+
 bool endsClause(std::string_view text, std::size_t at) {
     const std::string_view behind = text.substr(at);
     const std::string_view rest = ascii::trimLeft(behind);
     if (rest.empty() || ascii::isOneOf(behind[0], "\r\n")) return true;
+    const auto begins = [&](std::string_view words) {
+        return ascii::startsWithNoCase(rest, words);
+    };
     return ascii::isOneOf(rest[0], ".,;!)]>\"'") ||
-           std::ranges::any_of(closings, [&](std::string_view word) {
-               return ascii::startsWithNoCase(rest, word);
-           });
+           (std::ranges::any_of(closings, begins) && std::ranges::none_of(otherEnds, begins));
 }
 
 bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name) {

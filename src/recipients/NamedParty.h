@@ -20,6 +20,15 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
 /// sentence begins: "La cuenta no existe", but not "La clave de la cuenta".
 bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds);
 
+/// Whether "Sender:", or what else belongs to the sender's side, stands right in front of the words
+/// at `at`: "Reply-To: address unknown", "HELO-Adresse unbekannt".
+bool isSaidOfSender(std::string_view text, std::size_t at);
+
+/// Whether the words at `at` begin a sentence, or are said of no more than one of `kinds`: "Not
+/// found: ann", "Recipient is unknown: ann", but not "Key not found: ann".
+bool isSaidOfNothingElse(std::string_view text, std::size_t at,
+                         std::span<const std::string_view> kinds);
+
 /// Whether a sentence ends at `at`, or goes on with no more than "here".
 bool endsClause(std::string_view text, std::size_t at);
 

@@ -17,7 +17,8 @@ namespace bouncecheck {
 /// How much an address that a line names has to do with the failure.
 enum class Tier { stated, sentence, addressee };
 
-/// How many bytes are kept, and a line, of what sentences say of one of them, or a dialogue of all.
+/// How many bytes are kept of what sentences say of one recipient, and of what a dialogue says of
+/// all; the line that passes this is the last.
 inline constexpr std::size_t mostSaid = 1024;
 
 /// Whom a notice has named so far, and what it said of them. Those of each tier are numbered in

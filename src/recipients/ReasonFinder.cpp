@@ -75,6 +75,8 @@ private:
         const std::string_view where =
             found_.inNotice ? paragraphAt(notice, found_.at) : reply_.text;
         if (codes_.areAboutSender() || codes_.areAboutLogin()) return true;
+        const bool isInReply = !found_.inNotice && found_.length > 0;
+        if (isInReply && isSaidOfSender(reply_.text, found_.at)) return true;
         return stageIn(where) == Stage::sender && !isSaidOfRecipient();
     }
 

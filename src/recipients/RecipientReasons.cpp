@@ -10,6 +10,7 @@
 #include "recipients/AdviceFor.h"
 #include "recipients/PhraseReasons.h"
 #include "recipients/Sentence.h"
+#include "recipients/tables/SentenceWords.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -55,6 +56,14 @@ bool namesOwn(const Recipient& recipient, const ReasonFinding& finding) {
     const std::size_t at = findBytesNoCase(behind, recipient.address);
     return at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<") &&
            line.data() + line.size() >= behind.data() + at + recipient.address.size();
+}
+
+/// Whether the words that were found in `text` are said of "one or more recipients".
+bool saysSome(std::string_view text, const ReasonFinding& finding) {
+    if (finding.basis != ReasonBasis::phrase) return false;
+    const std::string_view line = lineAt(text, finding.at);
+    return std::ranges::any_of(partialWords,
+                               [&](std::string_view words) { return containsNoCase(line, words); });
 }
 
 /// The host that a reply says it did not find: "name=relay.example", with its domain; "" for none.
@@ -171,6 +180,9 @@ bool RecipientReasons::namesSenderDomain(const Recipient& recipient,
 bool RecipientReasons::mayBeAboutOthers(const Recipient& recipient,
                                         const ReasonFinding& finding) const {
     if (list_.isDoubted(recipient)) return true;
+    if (list_.all().size() > 1 && !finding.inNotice && saysSome(recipient.diagnostic, finding)) {
+        return true;
+    }
     if (finding.reason != Reason::unknownDomain) return false;
     const std::string_view host = unknownHostIn(recipient.diagnostic);
     return !host.empty() && !isOfDomain(host, domainOf(recipient.address)) &&

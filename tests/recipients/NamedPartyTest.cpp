@@ -66,9 +66,42 @@ TEST(NamedParty, IsTheMailboxThatASentenceBeginsWith) {
         {"Subcuenta no existe", false},
         {"cuenta: no existe", true},
         {"no existe", false},
+        {"El titular dell'cuenta no existe", false},
+        {"El servidor de l'cuenta no existe", false},
+        {"550 L'cuenta no existe", true},
+        {"Web-cuenta no existe", false},
+        {"550-cuenta no existe", true},
+        {"Remitente: la cuenta no existe", false},
+        {"Error: la cuenta no existe", true},
     };
     for (const auto& [text, isMailbox] : cases) {
         EXPECT_EQ(isSaidOfKind(text, text.find("no existe"), kinds), isMailbox) << text;
+    }
+}
+
+TEST(NamedParty, IsNobodyElse) {
+    static constexpr auto kinds = std::to_array<std::string_view>({"user"});
+    const std::pair<std::string_view, bool> cases[] = {
+        {"not found", true},
+        {"550 5.1.1 not found: ann", true},
+        {"Error: not found: ann", true},
+        {"The user is not found: ann", true},
+        {"Key not found: ann", false},
+        {"The key of user not found: ann", false},
+    };
+    for (const auto& [text, isNobody] : cases) {
+        EXPECT_EQ(isSaidOfNothingElse(text, text.find("not found"), kinds), isNobody) << text;
+    }
+}
+
+TEST(NamedParty, IsTheSenderBehindItsName) {
+    for (const std::string_view text :
+         {"Sender: unknown", "550 From: the unknown", "HELO-unknown", "Host-unknown"}) {
+        EXPECT_TRUE(isSaidOfSender(text, text.find("unknown"))) << text;
+    }
+    for (const std::string_view text : {"unknown", "Sender unknown", "550 5.1.1: unknown",
+                                        "User: unknown", "server: unknown", "host - unknown"}) {
+        EXPECT_FALSE(isSaidOfSender(text, text.find("unknown"))) << text;
     }
 }
 
@@ -76,7 +109,8 @@ TEST(NamedParty, EndsASentence) {
     for (const std::string_view text : {"no", "no ", "no.", "no here", "no\r\n550 x"}) {
         EXPECT_TRUE(endsClause(text, 2)) << text;
     }
-    for (const std::string_view text : {"no in the list", "no (see)", "no: /home/ann", "nothing"}) {
+    for (const std::string_view text : {"no in the list", "no (see)", "no at this time",
+                                        "no en este momento", "no: /home/ann", "nothing"}) {
         EXPECT_FALSE(endsClause(text, 2)) << text;
     }
 }

@@ -39,8 +39,8 @@ inline constexpr std::string_view mailboxNames[] = {
     "пользователь",
 };
 
-/// What a sentence may begin with, behind an article, so that all of it is said of a mailbox: "La
-/// cuenta no existe". As they are written; ASCII letters in either case.
+/// What a sentence of another language calls a mailbox, or who has it, where it begins with that:
+/// "La cuenta no existe". Without articles; as they are written, ASCII letters in either case.
 inline constexpr std::string_view mailboxSubjects[] = {
     // German, Dutch
     "benutzer", "empfänger", "empfaenger", "empfängeradresse", "postfach", "mailbox", "konto", "account", "adresse",

@@ -36,11 +36,29 @@ inline constexpr auto conjunctions = std::to_array<std::string_view>(
     {"because", "since",  "as",       "that",    "but",       "sorry", "weil",
      "dass",    "denn",   "omdat",    "dat",     "car",       "que",   "porque",
      "pois",    "perché", "ponieważ", "protože", "поскольку", "что"});
+/// Who does not know a mailbox, in front of the words that say so.
+inline constexpr auto pronouns = std::to_array<std::string_view>({"i", "we"});
 /// What may end a sentence behind what is said, in front of a stop.
 inline constexpr auto closings = std::to_array<std::string_view>(
     {"here", "any more", "anymore", "any longer", "on this", "at this", "in this", "locally",
      // the same in other languages
      "mehr", "hier", "más", "mas ", "en este", "aquí", "mais", "neste", "aqui", "più", "qui",
      "meer", "sur ce", "ici", "на этом", "på "});
+/// What begins with one of those, but says that it is so for the moment, or of something else.
+inline constexpr auto otherEnds = std::to_array<std::string_view>(
+    {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
+     "in this whitelist", "hierf", "en este momento", "neste momento", "quindi"});
+/// The sender's addresses, in front of a colon and the words that are said of them.
+inline constexpr auto otherSubjects = std::to_array<std::string_view>(
+    {"sender", "from", "reply-to", "return-path", "envelope-from", "helo", "ehlo", "absender", "expéditeur",
+     "remitente", "remetente", "mittente", "afzender", "nadawca", "odesílatel", "avsändare", "afsender",
+     "avsender", "отправитель", "Отправитель"});
+/// What makes an address something else than a mailbox as the first part of its word:
+/// "Host-Adresse".
+inline constexpr auto otherParts = std::to_array<std::string_view>(
+    {"ip", "host", "server", "web", "internet", "helo", "absender", "rücksende"});
+/// How notices speak of several recipients of whom not all have to have failed.
+inline constexpr auto partialWords = std::to_array<std::string_view>(
+    {"one or more", "at least one", "some of", "some recipients", "some addresses", "some users"});
 
 }  // namespace bouncecheck
