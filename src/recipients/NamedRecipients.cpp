@@ -93,10 +93,13 @@ void NamedRecipients::spreadShared() {
     }
 }
 
+/// To whom the bounce was sent may stand in a list, too, and is not meant by what is above it.
 void NamedRecipients::spreadHeadings() {
+    std::vector<TextRecipient>& stated = of(Tier::stated);
     for (const auto& [recipient, heading] : headings_) {
-        std::string& said = of(Tier::stated)[recipient].said;
-        if (said.empty()) said = heading;
+        TextRecipient& one = stated[recipient];
+        const bool isMeant = stated.size() == 1 || !others_.isAddressee(one.address);
+        if (one.said.empty() && isMeant) one.said = heading;
     }
 }
 

@@ -238,6 +238,8 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         // by the heading of a list
         {"These addresses do not exist:\n\n  a@x.example\n  b@x.example\n\nTake them off.",
          "a@x.example unknown-mailbox suppress; b@x.example unknown-mailbox suppress"},
+        {"These addresses do not exist:\n\n  me@own.example\n  a@x.example\n",
+         "a@x.example unknown-mailbox suppress"},
         {"<ann@x.example>: host said: 550 5.1.1 <me@own.example> is no one; not for ann@x.example",
          "ann@x.example policy fix"},
         {"<ann@x.example>: host said: 550 SPF of domain x.example not found",
