@@ -64,8 +64,7 @@ public:
     /// the bodies of reports (RFC 3464). Other lines are passed over.
     static HeaderFields ofReport(std::string_view text, std::size_t limit = limits::headerFields);
 
-    /// Those of the group that `text`, likewise, begins with. The blank line that ends it belongs
-    /// to it.
+    /// The fields of the first group of such a body, up to a blank line, which `size` includes.
     static HeaderFields ofGroup(std::string_view text);
 
     /// The first field of that name, or null.

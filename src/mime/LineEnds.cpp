@@ -76,9 +76,9 @@ LineEndCounts countWithinLimit(std::string_view& text) noexcept {
     return countLineEnds(text);
 }
 
-/// Writes a text with its line ends completed, and takes no decision that depends on the length of
-/// a line. Takes off the text what is written, which is all but its end; the end of what is
-/// written. `out` has room for the whole text, and is not in it.
+/// Writes a text with its line ends completed, block by block, without branches that depend on the
+/// length of a line. Removes from the text what it has written, which is all but its end, and
+/// returns where that ends in `out`, which has room for the whole result and is not in the text.
 char* writeBlocks(std::string_view& text, bool hasCr, char* out) noexcept {
     // Behind a line end as many bytes are written as a block has.
     constexpr std::size_t least = 2 * maskedBytes;

@@ -42,7 +42,7 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
         endsClause(text, endOfWord(text, end))) {
         return Party::mailbox;
     }
-    // What is invalid may be anything else of theirs.
+    // "Invalid" may be said of a key, or a password, of theirs.
     if (contains(hint.phrase, "invalid")) return Party::unnamed;
     const bool endsThere = endsClause(text, end);
     if (endsThere && isSaidOf(text, place.at, domain, domainNames)) {
