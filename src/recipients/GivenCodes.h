@@ -16,13 +16,13 @@ public:
     explicit GivenCodes(const Reply& reply);
 
     /// Those of the text.
-    const ReplyCodes& inText() const noexcept { return inText_; }
+    const ReplyCodes& textCodes() const noexcept { return inText_; }
     /// The reply code, of the text where that has one; may be empty.
     std::string_view reply() const noexcept { return reply_; }
     /// Whether a report states a status.
     bool hasField() const noexcept { return !field_.empty(); }
     /// The row of the text's status; null without one.
-    const StatusRow* ofText() const noexcept { return ofText_; }
+    const StatusRow* textStatus() const noexcept { return ofText_; }
 
     /// Whether no reply code and no status stands beside the words.
     bool areMissing() const noexcept { return reply_.empty() && inText_.status.empty(); }

@@ -34,9 +34,9 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     }
     const std::string_view domain = domainOf(recipient);
     const std::string_view mailbox = localPartOf(recipient);
-    const bool isGone =
+    const bool saysUnknown =
         hint.reason == Reason::unknownMailbox || hint.reason == Reason::unknownDomain;
-    if (!isGone || domain.empty()) return Party::unnamed;
+    if (!saysUnknown || domain.empty()) return Party::unnamed;
     const std::size_t end = place.at + place.length;
     if (hint.reason == Reason::unknownMailbox && isSaidOfKind(text, place.at, mailboxSubjects) &&
         endsClause(text, endOfWord(text, end))) {

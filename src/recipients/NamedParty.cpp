@@ -32,8 +32,8 @@ bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
         words, [&](std::string_view known) { return ascii::equalsNoCase(word, known); });
 }
 
-bool isVerb(std::string_view word) { return isOneOf(word, verbs); }
-bool isVerbOrNoun(std::string_view word) { return isVerb(word) || isOneOf(word, nouns); }
+bool isLink(std::string_view word) { return isOneOf(word, linkWords); }
+bool isHostLink(std::string_view word) { return isLink(word) || isOneOf(word, hostLinkWords); }
 
 std::string_view unquoted(std::string_view text) {
     const std::size_t begin = std::min(text.find_first_not_of(quotes), text.size());
@@ -85,7 +85,7 @@ bool beginsWords(std::string_view text) {
     if (text.empty()) return true;
     if (ascii::isOneOf(text.back(), ":.;,)]>-\"'")) return !endsWithOtherSubject(text);
     const std::string_view word = lastWord(text);
-    return isCode(word) || isOneOf(word, conjunctions);
+    return isCode(word) || isOneOf(word, openers);
 }
 
 /// The same, an article aside: what is in front is no "of the" or "for", nor a "sender".
@@ -100,7 +100,7 @@ bool beginsClause(std::string_view text) {
     text = ascii::trimRight(text);
     if (beginsWords(text)) return true;
     std::string_view word = lastWord(text);
-    if (isOneOf(word, adjectives)) {
+    if (isOneOf(word, attributes)) {
         text = ascii::trimRight(text.substr(0, text.size() - word.size()));
         word = lastWord(text);
     }
@@ -114,7 +114,7 @@ bool beginsWithAddress(std::string_view text) {
         const std::string_view word = text.substr(0, text.find_first_of(" \t\r\n])>,;"));
         const std::string_view name = word.substr(0, word.find_last_not_of(".:") + 1);
         if (isAddress(name)) return true;
-        if (!isVerbOrNoun(name)) return false;
+        if (!isHostLink(name)) return false;
         text = text.substr(word.size());
     }
 }
@@ -130,13 +130,13 @@ std::string_view before(std::string_view text, std::size_t at) {
 }  // namespace
 
 bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length) {
-    return isAddress(lastWord(withoutBetween(before(text, at), isVerbOrNoun))) ||
+    return isAddress(lastWord(withoutBetween(before(text, at), isHostLink))) ||
            beginsWithAddress(text.substr(at + length, most));
 }
 
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds) {
-    const std::string_view said = withoutBetween(before(text, at), isVerb);
+    const std::string_view said = withoutBetween(before(text, at), isLink);
     const std::string_view last = lastWord(said);
     if (name.empty() || !ascii::equalsNoCase(last, name)) return false;
     const std::string_view front = unquoted(said.substr(0, said.size() - last.size()));
@@ -146,7 +146,7 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
 }
 
 bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
-    const std::string_view said = withoutBetween(before(text, at), isVerb);
+    const std::string_view said = withoutBetween(before(text, at), isLink);
     return std::ranges::any_of(kinds, [&](std::string_view kind) {
         if (said.size() < kind.size()) return false;
         const std::string_view front = said.substr(0, said.size() - kind.size());
@@ -160,7 +160,7 @@ bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::st
 bool isSaidOfNothingElse(std::string_view text, std::size_t at,
                          std::span<const std::string_view> kinds) {
     const std::string_view front = before(text, at);
-    return beginsClause(front) || isOneOf(lastWord(withoutBetween(front, isVerb)), pronouns) ||
+    return beginsClause(front) || isOneOf(lastWord(withoutBetween(front, isLink)), pronouns) ||
            isSaidOfKind(text, at, kinds);
 }
 

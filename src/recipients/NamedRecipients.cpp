@@ -18,21 +18,24 @@ bool isSuccess(std::string_view reply) { return reply.starts_with('2') || reply.
 }  // namespace
 
 bool NamedRecipients::isFull() const noexcept {
-    return named_[0].size() + named_[1].size() + named_[2].size() >= limits::recipients;
+    std::size_t count = 0;
+    for (const std::vector<TextRecipient>& tier : named_) count += tier.size();
+    return count >= limits::recipients;
 }
 
 std::optional<std::size_t> NamedRecipients::add(Tier tier, std::string_view address) {
     if (others_.isOther(address)) return std::nullopt;
     std::vector<TextRecipient>& all = of(tier);
     const auto [place, isNew] =
-        places_[static_cast<std::size_t>(tier)].try_emplace(ascii::lowerCase(address), all.size());
+        places_[indexOf(tier)].try_emplace(ascii::lowerCase(address), all.size());
     if (isNew) all.push_back({.address = std::string(address)});
     return place->second;
 }
 
 std::optional<std::size_t> NamedRecipients::find(std::string_view address) const {
-    const auto known = places_[0].find(ascii::lowerCase(address));
-    if (known == places_[0].end()) return std::nullopt;
+    const auto& places = places_[indexOf(Tier::stated)];
+    const auto known = places.find(ascii::lowerCase(address));
+    if (known == places.end()) return std::nullopt;
     return known->second;
 }
 
@@ -58,7 +61,8 @@ void NamedRecipients::share(std::string_view reply) {
 
 bool NamedRecipients::replace(std::size_t recipient, std::string_view original, bool isAlias) {
     if (others_.isAddressee(original) || others_.isOther(original)) return false;
-    const auto [known, isNew] = places_[0].try_emplace(ascii::lowerCase(original), recipient);
+    const auto [known, isNew] =
+        places_[indexOf(Tier::stated)].try_emplace(ascii::lowerCase(original), recipient);
     if (!isNew && known->second == recipient) return false;
     TextRecipient& one = of(Tier::stated)[known->second];
     if (!isNew || isAlias) one.isAlias = true;

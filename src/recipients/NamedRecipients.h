@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -34,14 +35,10 @@ public:
     /// address cannot be a recipient's.
     std::optional<std::size_t> add(Tier tier, std::string_view address);
     /// The recipients of the tier.
-    std::vector<TextRecipient>& of(Tier tier) noexcept {
-        return named_[static_cast<std::size_t>(tier)];
-    }
-    const std::vector<TextRecipient>& of(Tier tier) const noexcept {
-        return named_[static_cast<std::size_t>(tier)];
-    }
+    std::vector<TextRecipient>& of(Tier tier) noexcept { return named_[indexOf(tier)]; }
+    const std::vector<TextRecipient>& of(Tier tier) const noexcept { return named_[indexOf(tier)]; }
 
-    // Of those who are stated:
+    // The following are about those of `Tier::stated`.
 
     std::optional<std::size_t> find(std::string_view address) const;
     /// Adds `words` to what is said of a recipient.
@@ -68,6 +65,9 @@ public:
 
 private:
     static constexpr std::size_t tiers = 3;
+    static constexpr std::size_t indexOf(Tier tier) noexcept {
+        return static_cast<std::size_t>(tier);
+    }
 
     void spreadShared();
     void spreadHeadings();
@@ -75,8 +75,8 @@ private:
     void dropAddressees();
 
     const Bystanders& others_;
-    std::vector<TextRecipient> named_[tiers];
-    std::unordered_map<std::string, std::size_t> places_[tiers];
+    std::array<std::vector<TextRecipient>, tiers> named_;
+    std::array<std::unordered_map<std::string, std::size_t>, tiers> places_;
     bool hasWords_ = false;
     std::string shared_;
     std::unordered_set<std::size_t> answered_;

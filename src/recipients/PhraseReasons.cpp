@@ -56,6 +56,14 @@ constexpr auto meanings = [] {
     return all;
 }();
 
+static_assert(std::ranges::all_of(temporaryWords,
+                                  [](std::string_view words) {
+                                      return std::ranges::any_of(replyRows, [&](const auto& row) {
+                                          return row.phrase.find(words) != std::string_view::npos;
+                                      });
+                                  }),
+              "words of which no phrase has any would never be found");
+
 PhraseRow rowAt(std::size_t number) noexcept {
     return {ReplyPhrases::texts[number], meanings[number].reason, meanings[number].lasts};
 }

@@ -105,6 +105,18 @@ private:
         return true;
     }
 
+    /// Whether the words name another cause beside a mailbox: "user unknown or access denied".
+    bool saysAlternative(const PhraseMatches& matches) const {
+        const std::string_view behind = reply_.text.substr(found_.at + found_.length);
+        if (!isAboutMailbox(found_.reason) || !ascii::startsWithNoCase(behind, " or "))
+            return false;
+        const auto isElse = [&](PhraseKind kind) {
+            const std::optional<PhraseRow> row = matches.firstOf(kind);
+            return row && !isAboutMailbox(row->reason);
+        };
+        return isElse(PhraseKind::fair) || isElse(PhraseKind::weak);
+    }
+
     void find(std::string_view notice) {
         const PhraseMatches matches(reply_.text);
         if (matches.firstOf(PhraseKind::clear) && takeInFront()) return;
@@ -115,7 +127,10 @@ private:
         // The notice may speak of other recipients, or in general; but words that only hint at
         // why, without a code, may be those that introduce a reply. Codes that are given to
         // any failure count last.
-        if (take(matches, PhraseKind::clear, false)) return;
+        if (take(matches, PhraseKind::clear, false)) {
+            if (!definite && saysAlternative(matches)) found_.isSure = false;
+            return;
+        }
         if (definite) return takeStatus(*definite, true);
         if (isFirstLineOnly(reply_.text) && takeReplyInNotice(notice)) return;
         if (take(matches, PhraseKind::fair, false)) return;
@@ -213,7 +228,7 @@ private:
         if (takeStatusOf(notice, codes)) return true;
         if (take(matches, PhraseKind::fair, true)) return isOfReply(notice);
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);
-        const StatusRow* vague = codes_.ofText();
+        const StatusRow* vague = codes_.textStatus();
         if (hint && vague && isBetter(*vague, *hint)) return false;
         // That the mail is late is no news beside any code, nor that it was refused beside one
         // that says why.
@@ -258,7 +273,7 @@ private:
     /// itself says nothing of, but has a code for something else, is no news.
     bool isOfReply(std::string_view notice) {
         if (!isAboutMailbox(found_.reason) || reply_.text.empty()) return true;
-        const StatusRow* code = codes_.ofText();
+        const StatusRow* code = codes_.textStatus();
         const bool isElsewhere =
             code && code->reason != Reason::other && !isAboutMailbox(code->reason);
         if (!isElsewhere && !restatesReply(notice, found_.at)) return true;
@@ -302,7 +317,7 @@ private:
         found_.basis = ReasonBasis::status;
         found_.row = row.code;
         found_.isSure = isDefinite;
-        if (&row == codes_.ofText()) takeCode(codes_.inText().status);
+        if (&row == codes_.textStatus()) takeCode(codes_.textCodes().status);
     }
 
     void takeReplyCode(const ReplyCodeRow& row) {
@@ -310,7 +325,7 @@ private:
         found_.basis = ReasonBasis::replyCode;
         found_.row = row.code;
         found_.isSure = row.trust == Trust::definite;
-        takeCode(codes_.inText().reply);
+        takeCode(codes_.textCodes().reply);
     }
 
     const Reply& reply_;

@@ -48,11 +48,11 @@ bool needsStage(const ReasonFinding& finding, const ReplyCodes& codes) {
 /// account (ann@x.example)".
 bool namesOwn(const Recipient& recipient, const ReasonFinding& finding) {
     if (finding.inNotice) return false;
-    constexpr std::size_t near = 80;
+    constexpr std::size_t reach = 80;
     const std::size_t end = finding.at + finding.length;
     const std::string_view line = lineAt(recipient.diagnostic, finding.at);
     const std::string_view behind =
-        std::string_view(recipient.diagnostic).substr(end, near + recipient.address.size());
+        std::string_view(recipient.diagnostic).substr(end, reach + recipient.address.size());
     const std::size_t at = findBytesNoCase(behind, recipient.address);
     return at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<") &&
            line.data() + line.size() >= behind.data() + at + recipient.address.size();
@@ -201,36 +201,36 @@ bool RecipientReasons::isFromSystem(const Recipient& recipient) const {
            reading_.returned().isFound();
 }
 
-void RecipientReasons::fill(std::size_t index, const Notice* notice) {
-    const std::vector<Recipient>& all = list_.all();
-    Recipient& recipient = list_.all()[index];
-    // An inner notice, or a request, has found its own.
-    if (recipient.reason != Reason::none || recipient.advice != Advice::none) return;
-    const bool isKnown =
-        index < reported_.size() && isExplained(recipient, reported_[index].finding);
-    const ReplyCodes codes = isKnown
-                                 ? ReplyCodes{reported_[index].replyCode, reported_[index].status}
-                                 : codesIn(recipient.diagnostic);
-    if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
-    if (recipient.status.empty()) recipient.status = codes.status;
-    std::string_view weaker;
+/// Why the recipient failed, by the reply and then by what the notice says. `codes` are those of
+/// the diagnostic.
+RecipientReasons::Explanation RecipientReasons::explain(std::size_t index, const ReplyCodes& codes,
+                                                        const Notice* notice) {
+    const Recipient& recipient = list_.all()[index];
+    const bool isOnly = list_.all().size() == 1;
+    Explanation explanation;
     const auto said = said_.find(recipient.address);
     if (said != said_.end()) {
-        weaker = said->second;
-    } else if (notice && all.size() == 1) {
-        weaker = notice->text();
+        explanation.notice = said->second;
+    } else if (notice && isOnly) {
+        explanation.notice = notice->text();
     }
-    ReasonFinding finding =
-        isKnown ? reported_[index].finding : reasonOf(replyOf(recipient, codes), weaker);
+    ReasonFinding& finding = explanation.finding;
+    finding = isExplainedByReport(index) ? reported_[index].finding
+                                         : reasonOf(replyOf(recipient, codes), explanation.notice);
     const bool isSilent = finding.basis == ReasonBasis::none && recipient.diagnostic.empty();
     if (isSilent && notice && isTrouble(recipient.outcome)) {
-        weaker = notice->text();
         const bool isTransient = finding.isTransient;
-        finding = ofNotice();
+        explanation = {ofNotice(), notice->text()};
         finding.isTransient = finding.isTransient || isTransient;
         // It may be said of another one.
-        finding.isSure = finding.isSure && all.size() == 1;
+        finding.isSure = finding.isSure && isOnly;
     }
+    return explanation;
+}
+
+/// Takes from `finding` what the recipient, the message and others leave no room for.
+void RecipientReasons::doubt(const Recipient& recipient, const ReplyCodes& codes,
+                             ReasonFinding& finding) const {
     const bool mayBeOfFilter = needsStage(finding, codes) && !namesOwn(recipient, finding);
     if (mayBeOfFilter && isReplyToData(recipient)) finding.isSure = false;
     if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
@@ -239,11 +239,29 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
         finding.isSure = false;
     }
     finding.isSure = finding.isSure && isFromSystem(recipient);
+}
+
+bool RecipientReasons::isExplainedByReport(std::size_t index) const {
+    return index < reported_.size() && isExplained(list_.all()[index], reported_[index].finding);
+}
+
+void RecipientReasons::fill(std::size_t index, const Notice* notice) {
+    Recipient& recipient = list_.all()[index];
+    // An inner notice, or a request, has found its own.
+    if (recipient.reason != Reason::none || recipient.advice != Advice::none) return;
+    const ReplyCodes codes = isExplainedByReport(index)
+                                 ? ReplyCodes{reported_[index].replyCode, reported_[index].status}
+                                 : codesIn(recipient.diagnostic);
+    if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
+    if (recipient.status.empty()) recipient.status = codes.status;
+    Explanation explanation = explain(index, codes, notice);
+    ReasonFinding& finding = explanation.finding;
+    doubt(recipient, codes, finding);
     recipient.reason = finding.reason;
     recipient.basis = finding.basis;
     recipient.row = finding.row;
-    const std::string_view from = finding.inNotice ? weaker : recipient.diagnostic;
     if (finding.length > 0) {
+        const std::string_view from = finding.inNotice ? explanation.notice : recipient.diagnostic;
         recipient.quote = list_.budget().keep(from.substr(finding.at, finding.length));
     }
     recipient.advice = adviceFor(recipient.outcome, finding);

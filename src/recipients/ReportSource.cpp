@@ -103,7 +103,7 @@ void ReportSource::addComplaint(std::string_view text) {
 }
 
 /// A complaint that has no report beside the message: the provider's server notes there for whom
-/// it was.
+/// it was. Nothing marks its sender, the provider's staff, as a system.
 void ReportSource::addForwarded() {
     constexpr std::string_view subject = "complaint about message from ";
     if (!ascii::startsWithNoCase(ascii::trim(reading_.message().field("Subject")), subject)) return;

@@ -97,8 +97,8 @@ using plain::ByteBlock;
 /// How many bytes a mask is for.
 inline constexpr std::size_t maskedBytes = 64;
 
-/// Which of the `maskedBytes` bytes at `bytes` are `byte`, the first in the lowest bit. Whoever
-/// takes the places from it has fewer branches that nothing foretells than a search for each.
+/// Which of the `maskedBytes` bytes at `bytes` are `byte`, the first in the lowest bit. To walk the
+/// bits of a mask takes fewer branches that cannot be predicted than to search for each byte.
 template <class Block = ByteBlock>
 std::uint64_t maskOf(const char* bytes, char byte) noexcept {
     std::uint64_t mask = 0;

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <string>
+#include <string_view>
+#include <utility>
 
 namespace bouncecheck {
 namespace {

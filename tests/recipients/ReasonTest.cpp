@@ -84,6 +84,10 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "450 4.7.1 Too many of them", "rate-limit", "retry"},
         {"5.7.0", "192.0.2.1 does not like recipient. 554 5.7.0 not sent by an owner", "policy",
          "fix"},
+        // two causes, of which one leaves the mailbox alone
+        {"", "550 user unknown or access denied", "unknown-mailbox", "retry"},
+        {"", "550 user unknown or mailbox disabled", "inactive-mailbox", "suppress"},
+        {"5.1.1", "550 5.1.1 user unknown or access denied", "unknown-mailbox", "suppress"},
         // what one reason has in common with another
         {"", "User jdoe (jdoe@x.example) not listed in Domino Directory", "unknown-mailbox",
          "suppress"},

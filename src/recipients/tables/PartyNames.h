@@ -17,6 +17,9 @@ inline constexpr std::string_view mailboxNames[] = {
     "mailbox",
     "account",
     "recipient",
+    "receiver",
+    "addressee",
+    "subscriber",
     "alias",
     "name",
     // the same in other languages

@@ -9,7 +9,7 @@ namespace bouncecheck {
 /// either case.
 
 /// What may stand between a name and what is said of it.
-inline constexpr auto verbs = std::to_array<std::string_view>(
+inline constexpr auto linkWords = std::to_array<std::string_view>(
     {"is",   "has", "have",  "been",   "was",    "are",   "currently", "temporarily", "permanently",
      "does", "do",  "could", "can",    "cannot", "be",    "foi",       "sido",        "ha",
      "esta", "est", "stato", "ist",    "wird",   "wurde", "es",        "é",           "è",
@@ -18,7 +18,7 @@ inline constexpr auto verbs = std::to_array<std::string_view>(
      "indicada", "indicado", "indicato", "informado", "informada", "especificada", "especificado",
      "specificato", "specified", "provided", "angegeben"});
 /// The same, between a host's address and what is said of it.
-inline constexpr auto nouns =
+inline constexpr auto hostLinkWords =
     std::to_array<std::string_view>({"from", "for", "ip", "address", "host", "client", "server",
                                      "your", "the", "access", "connection", "adresse"});
 
@@ -28,11 +28,11 @@ inline constexpr auto articles = std::to_array<std::string_view>(
      "el",     "la",     "le",  "o",    "il",   "lo",  "cette", "ce",  "cet",    "esta",  "este",
      "questo", "questa", "dit", "deze", "het",  "et",  "az",    "ten", "ta",     "to",    "этот"});
 /// What may stand between those and a mailbox.
-inline constexpr auto adjectives = std::to_array<std::string_view>(
+inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "opgegeven", "angivna", "podany", "указанный",
      "Указанный"});
 /// What clauses begin with, in front of that.
-inline constexpr auto conjunctions = std::to_array<std::string_view>(
+inline constexpr auto openers = std::to_array<std::string_view>(
     {"because", "since",  "as",       "that",    "but",       "sorry", "weil",
      "dass",    "denn",   "omdat",    "dat",     "car",       "que",   "porque",
      "pois",    "perché", "ponieważ", "protože", "поскольку", "что"});
