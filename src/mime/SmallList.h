@@ -15,6 +15,7 @@ class SmallList {
     static_assert(std::is_trivially_copyable_v<Value>);
 
 public:
+    // NOLINTNEXTLINE(modernize-use-equals-default): the union would delete that
     SmallList() noexcept {}
 
     std::span<const Value> all() const noexcept {
