@@ -1,12 +1,9 @@
 #include "mime/HtmlText.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstdint>
-#include <iterator>
 #include <optional>
-#include <stdexcept>
 
 #include <bouncecheck/Limits.h>
 #include "mime/Charset.h"
@@ -19,7 +16,7 @@
 namespace bouncecheck {
 namespace {
 
-/// Elements that begin and end on lines of their own.
+/// Elements that begin and end on lines of their own, sorted.
 constexpr std::string_view blockElements[] = {
     "address", "article", "aside", "blockquote", "body",     "br",     "caption", "center",
     "dd",      "div",     "dl",    "dt",         "fieldset", "footer", "form",    "h1",
@@ -27,28 +24,7 @@ constexpr std::string_view blockElements[] = {
     "html",    "li",      "main",  "nav",        "ol",       "p",      "pre",     "section",
     "table",   "tbody",   "tfoot", "thead",      "title",    "tr",     "ul"};
 
-/// Less than 256, and different for each of them.
-constexpr std::size_t slotOf(std::string_view name) noexcept {
-    std::size_t hash = 0;
-    for (const char c : name) hash = hash * 37 + static_cast<unsigned char>(c);
-    return hash % 256;
-}
-
-/// In the slot of each, 1 more than its index; else 0.
-constexpr auto blockSlots = [] {
-    std::array<std::uint8_t, 256> slots{};
-    for (std::size_t i = 0; i < std::size(blockElements); ++i) {
-        std::uint8_t& slot = slots[slotOf(blockElements[i])];
-        if (slot != 0) throw std::logic_error("two elements have the same slot");
-        slot = static_cast<std::uint8_t>(i + 1);
-    }
-    return slots;
-}();
-
-bool isBlockElement(std::string_view name) noexcept {
-    const std::size_t slot = blockSlots[slotOf(name)];
-    return slot != 0 && blockElements[slot - 1] == name;
-}
+static_assert(std::ranges::is_sorted(blockElements));
 
 /// Those of the names of elements.
 constexpr ByteSet nameBytes = [] {
@@ -195,7 +171,7 @@ private:
     void onTag(const std::string& name, bool closing) {
         if (!closing && (name == "script" || name == "style")) {
             skipRawText("</" + name);
-        } else if (isBlockElement(name)) {
+        } else if (std::ranges::binary_search(blockElements, name)) {
             if (name == "pre") preformatted_ = !closing;
             flow_.breakLine();
         } else if (name == "td" || name == "th") {

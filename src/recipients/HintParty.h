@@ -12,8 +12,9 @@ enum class Party {
     unnamed,
     /// A host, by its IP address.
     host,
-    /// The recipient's domain, or mailbox, by its name.
+    /// The recipient's domain, by its name.
     domain,
+    /// Their mailbox, by its name or as all that a sentence speaks of.
     mailbox,
 };
 

@@ -39,6 +39,10 @@ constexpr auto stageRows = [] {
 using ReplyPhrases = phrases::CompiledMatcher<replyRows, &PhraseRow::phrase>;
 using StagePhrases = phrases::CompiledMatcher<stageRows, std::identity{}>;
 
+constexpr bool has(const PhraseRow& row, std::string_view words) noexcept {
+    return row.phrase.find(words) != std::string_view::npos;
+}
+
 /// What a row says, beside its phrase.
 struct Meaning {
     Reason reason;
@@ -48,9 +52,8 @@ struct Meaning {
 constexpr auto meanings = [] {
     std::array<Meaning, rowCount> all{};
     std::ranges::transform(replyRows, all.begin(), [](const PhraseRow& row) {
-        const bool isTemporary = std::ranges::any_of(temporaryWords, [&](std::string_view words) {
-            return row.phrase.find(words) != std::string_view::npos;
-        });
+        const bool isTemporary = std::ranges::any_of(
+            temporaryWords, [&](std::string_view words) { return has(row, words); });
         return Meaning{row.reason, row.lasts, isTemporary || row.reason == Reason::expired};
     });
     return all;
@@ -59,7 +62,7 @@ constexpr auto meanings = [] {
 static_assert(std::ranges::all_of(temporaryWords,
                                   [](std::string_view words) {
                                       return std::ranges::any_of(replyRows, [&](const auto& row) {
-                                          return row.phrase.find(words) != std::string_view::npos;
+                                          return has(row, words);
                                       });
                                   }),
               "words of which no phrase has any would never be found");

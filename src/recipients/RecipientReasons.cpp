@@ -201,11 +201,11 @@ bool RecipientReasons::isFromSystem(const Recipient& recipient) const {
            reading_.returned().isFound();
 }
 
-/// Why the recipient failed, by the reply and then by what the notice says. `codes` are those of
-/// the diagnostic.
-RecipientReasons::Explanation RecipientReasons::explain(std::size_t index, const ReplyCodes& codes,
+/// Why a recipient failed of whom the report does not say enough: by the reply, of which `codes`
+/// are known, and then by what the notice says.
+RecipientReasons::Explanation RecipientReasons::explain(const Recipient& recipient,
+                                                        const ReplyCodes& codes,
                                                         const Notice* notice) {
-    const Recipient& recipient = list_.all()[index];
     const bool isOnly = list_.all().size() == 1;
     Explanation explanation;
     const auto said = said_.find(recipient.address);
@@ -215,8 +215,7 @@ RecipientReasons::Explanation RecipientReasons::explain(std::size_t index, const
         explanation.notice = notice->text();
     }
     ReasonFinding& finding = explanation.finding;
-    finding = isExplainedByReport(index) ? reported_[index].finding
-                                         : reasonOf(replyOf(recipient, codes), explanation.notice);
+    finding = reasonOf(replyOf(recipient, codes), explanation.notice);
     const bool isSilent = finding.basis == ReasonBasis::none && recipient.diagnostic.empty();
     if (isSilent && notice && isTrouble(recipient.outcome)) {
         const bool isTransient = finding.isTransient;
@@ -228,7 +227,8 @@ RecipientReasons::Explanation RecipientReasons::explain(std::size_t index, const
     return explanation;
 }
 
-/// Takes from `finding` what the recipient, the message and others leave no room for.
+/// Makes `finding` unsure where the words may be those of a filter or a person, or said of somebody
+/// else.
 void RecipientReasons::doubt(const Recipient& recipient, const ReplyCodes& codes,
                              ReasonFinding& finding) const {
     const bool mayBeOfFilter = needsStage(finding, codes) && !namesOwn(recipient, finding);
@@ -241,20 +241,19 @@ void RecipientReasons::doubt(const Recipient& recipient, const ReplyCodes& codes
     finding.isSure = finding.isSure && isFromSystem(recipient);
 }
 
-bool RecipientReasons::isExplainedByReport(std::size_t index) const {
-    return index < reported_.size() && isExplained(list_.all()[index], reported_[index].finding);
-}
-
 void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     Recipient& recipient = list_.all()[index];
     // An inner notice, or a request, has found its own.
     if (recipient.reason != Reason::none || recipient.advice != Advice::none) return;
-    const ReplyCodes codes = isExplainedByReport(index)
+    const bool isKnown =
+        index < reported_.size() && isExplained(recipient, reported_[index].finding);
+    const ReplyCodes codes = isKnown
                                  ? ReplyCodes{reported_[index].replyCode, reported_[index].status}
                                  : codesIn(recipient.diagnostic);
     if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
     if (recipient.status.empty()) recipient.status = codes.status;
-    Explanation explanation = explain(index, codes, notice);
+    Explanation explanation =
+        isKnown ? Explanation{reported_[index].finding} : explain(recipient, codes, notice);
     ReasonFinding& finding = explanation.finding;
     doubt(recipient, codes, finding);
     recipient.reason = finding.reason;

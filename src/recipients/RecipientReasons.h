@@ -42,9 +42,8 @@ private:
         std::string_view notice{};
     };
     void fill(std::size_t index, const Notice* notice);
-    Explanation explain(std::size_t index, const ReplyCodes& codes, const Notice* notice);
+    Explanation explain(const Recipient& recipient, const ReplyCodes& codes, const Notice* notice);
     void doubt(const Recipient& recipient, const ReplyCodes& codes, ReasonFinding& finding) const;
-    bool isExplainedByReport(std::size_t index) const;
     bool isReplyToData(const Recipient& recipient) const;
     bool isReplyToSender(const Recipient& recipient) const;
     bool isAboutSender(const Recipient& recipient, const ReasonFinding& finding) const;
