@@ -1,6 +1,7 @@
 #include "mime/LineEnds.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -76,24 +77,24 @@ LineEndCounts countWithinLimit(std::string_view& text) noexcept {
     return countLineEnds(text);
 }
 
-/// Writes a text with its line ends completed, block by block, without branches that depend on the
-/// length of a line. Removes from the text what it has written, which is all but its end, and
-/// returns where that ends in `out`, which has room for the whole result and is not in the text.
-char* writeBlocks(std::string_view& text, bool hasCr, char* out) noexcept {
-    // Behind a line end as many bytes are written as a block has.
-    constexpr std::size_t least = 2 * maskedBytes;
-    bool followsCr = false;
-    for (; text.size() >= least; text.remove_prefix(maskedBytes)) {
-        const char* const bytes = text.data();
-        std::uint64_t bareLf = maskOf(bytes, '\n');
-        std::uint64_t bareCr = 0;
-        if (hasCr) {
-            const std::uint64_t lf = bareLf;
-            const std::uint64_t cr = maskOf(bytes, '\r');
-            bareLf &= ~(cr << 1 | std::uint64_t{followsCr});
-            bareCr = cr & ~(lf >> 1 | std::uint64_t{bytes[maskedBytes] == '\n'} << 63);
-            followsCr = bytes[maskedBytes - 1] == '\r';
-        }
+/// Writes a text with its line ends completed in blocks of `maskedBytes` bytes, without branches
+/// that depend on the length of a line.
+class BlockWriter {
+public:
+    /// What a block takes of the room at `out`, and of the bytes it is read from: behind a line end
+    /// as many bytes are written as a block has.
+    static constexpr std::size_t room = 3 * maskedBytes;
+    static constexpr std::size_t read = 2 * maskedBytes;
+
+    /// Writes the block at `bytes`, which goes on behind the last one; returns the end of what is
+    /// written.
+    char* write(const char* bytes, char* out) noexcept {
+        const std::uint64_t lf = maskOf(bytes, '\n');
+        const std::uint64_t cr = maskOf(bytes, '\r');
+        const std::uint64_t bareLf = lf & ~(cr << 1 | std::uint64_t{followsCr_});
+        const std::uint64_t bareCr =
+            cr & ~(lf >> 1 | std::uint64_t{bytes[maskedBytes] == '\n'} << (maskedBytes - 1));
+        followsCr_ = bytes[maskedBytes - 1] == '\r';
         std::memcpy(out, bytes, maskedBytes);
         for (std::uint64_t ends = bareLf | bareCr; ends != 0; ends &= ends - 1) {
             const auto end = static_cast<std::size_t>(std::countr_zero(ends));
@@ -103,18 +104,15 @@ char* writeBlocks(std::string_view& text, bool hasCr, char* out) noexcept {
             ++out;
             std::memcpy(out + at, bytes + at, maskedBytes);
         }
-        out += maskedBytes;
+        return out + maskedBytes;
     }
-    // The rest of a pair; the other half of a bare CR is there already.
-    if (followsCr && text.starts_with('\n')) {
-        *out++ = '\n';
-        text.remove_prefix(1);
-    }
-    return out;
-}
 
-/// The same byte by byte, to the end. `out` may lie before the text in the same storage: what is
-/// written does not pass what is read when the room between them is what the text lacks.
+private:
+    bool followsCr_ = false;
+};
+
+/// The same byte by byte. `out` may lie before the text in the same storage: what is written does
+/// not pass what is read when the room between them is what the text lacks.
 void writeBytes(std::string_view text, char* out) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
@@ -137,14 +135,6 @@ void writeLines(std::string_view text, char* out) {
     std::copy_n(text.data(), text.size(), out);
 }
 
-void writeAll(std::string_view text, bool hasBareCr, char* out) {
-    if (hasBareCr) {
-        writeBytes(text, out);
-    } else {
-        writeLines(text, out);
-    }
-}
-
 /// Completes the line ends in the text's own storage: the text moves to the end of it, and from
 /// there to its place.
 void completeInPlace(std::string& text, const LineEndCounts& counts) {
@@ -152,13 +142,38 @@ void completeInPlace(std::string& text, const LineEndCounts& counts) {
     if (missing == 0) return;
     text.insert(0, missing, '\0');
     const std::string_view moved = std::string_view(text).substr(missing);
-    writeAll(moved, counts.hasBareCr(), text.data());
+    if (counts.hasBareCr()) {
+        writeBytes(moved, text.data());
+    } else {
+        writeLines(moved, text.data());
+    }
 }
 
-std::string completedCopy(std::string_view text, const LineEndCounts& counts) {
-    std::string result(text.size() + counts.missing(), '\0');
-    char* const end = writeBlocks(text, counts.cr > 0, result.data());
-    writeAll(text, counts.hasBareCr(), end);
+/// A copy with complete line ends, which is about `missing` bytes longer than the text. What it
+/// lacks beyond that is counted when it turns out.
+std::string completedCopy(std::string_view text, std::size_t missing) {
+    std::string result(text.size() + missing + BlockWriter::room, '\0');
+    std::size_t length = 0;
+    BlockWriter writer;
+    const auto write = [&](const char* bytes, std::string_view rest) {
+        if (result.size() - length < BlockWriter::room) {
+            const std::size_t more = rest.size() + countLineEnds(rest).missing();
+            result.resize(length + more + BlockWriter::room);
+        }
+        char* const out = result.data() + length;
+        length += static_cast<std::size_t>(writer.write(bytes, out) - out);
+    };
+    for (; text.size() >= BlockWriter::read; text.remove_prefix(maskedBytes)) {
+        write(text.data(), text);
+    }
+    // The rest as if more came behind it.
+    std::array<char, 2 * BlockWriter::read> last{};
+    std::copy_n(text.data(), text.size(), last.data());
+    std::size_t written = 0;
+    for (; written < text.size(); written += maskedBytes) {
+        write(last.data() + written, text.substr(written));
+    }
+    result.resize(length - (written - text.size()));
     return result;
 }
 
@@ -169,14 +184,17 @@ std::string withCrLf(std::string text) {
     const LineEndCounts counts = countWithinLimit(read);
     text.resize(read.size());
     const bool hasRoom = text.capacity() - text.size() >= counts.missing();
-    if (!hasRoom) return completedCopy(text, counts);
+    if (!hasRoom) return completedCopy(text, counts.missing());
     completeInPlace(text, counts);
     return text;
 }
 
 std::string copyWithCrLf(std::string_view text) {
-    const LineEndCounts counts = countWithinLimit(text);
-    return counts.missing() == 0 ? std::string(text) : completedCopy(text, counts);
+    // Lines are longer than this, mostly.
+    constexpr std::size_t usualLine = 16;
+    const bool mayExceedLimit = text.size() > limits::lineEnds;
+    return completedCopy(
+        text, mayExceedLimit ? countWithinLimit(text).missing() : text.size() / usualLine);
 }
 
 }  // namespace bouncecheck
