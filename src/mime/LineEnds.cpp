@@ -180,6 +180,7 @@ std::string completedCopy(std::string_view text, std::size_t missing) {
 }  // namespace
 
 std::string withCrLf(std::string text) {
+    if (text.size() <= limits::lineEnds) return copyWithCrLf(text);
     std::string_view read = text;
     const LineEndCounts counts = countWithinLimit(read);
     text.resize(read.size());
@@ -190,11 +191,13 @@ std::string withCrLf(std::string text) {
 }
 
 std::string copyWithCrLf(std::string_view text) {
+    if (text.size() > limits::lineEnds) {
+        const LineEndCounts counts = countWithinLimit(text);
+        return completedCopy(text, counts.missing());
+    }
     // Lines are longer than this, mostly.
     constexpr std::size_t usualLine = 16;
-    const bool mayExceedLimit = text.size() > limits::lineEnds;
-    return completedCopy(
-        text, mayExceedLimit ? countWithinLimit(text).missing() : text.size() / usualLine);
+    return completedCopy(text, text.size() / usualLine);
 }
 
 }  // namespace bouncecheck

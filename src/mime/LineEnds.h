@@ -19,8 +19,8 @@ inline std::size_t findCrLf(std::string_view text, std::size_t from = 0) noexcep
 
 /// `text` with every line end, be it LF, CRLF or a bare CR, as CRLF: the form
 /// that a message has on the wire, whatever kind of file it was stored in.
-/// A text that has it already is handed back without a copy. Ends before a line end
-/// that would be one too many (`limits::lineEnds`).
+/// Ends before a line end that would be one too many (`limits::lineEnds`). A long text is
+/// completed in its own storage where that has room, or handed back where it is complete.
 std::string withCrLf(std::string text);
 /// A copy in that form.
 std::string copyWithCrLf(std::string_view text);

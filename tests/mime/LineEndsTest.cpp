@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include <bouncecheck/Limits.h>
+
 namespace bouncecheck {
 namespace {
 
@@ -21,18 +23,39 @@ std::string completedByteByByte(std::string_view text) {
     return out;
 }
 
-TEST(LineEnds, AreCompletedTheSameInBlocksAndInPlace) {
-    std::mt19937 random(20261123);
-    const std::string_view alphabets[] = {"\nx", "\r\nx", "\r\n", "\r\nxxxxxxxxxxxxxxxxxxxxx"};
+class LineEnds : public testing::Test {
+protected:
+    /// Few bytes, line ends among them.
+    std::string sample() {
+        const std::string_view alphabets[] = {"\nx", "\r\nx", "\r\n", "\r\nxxxxxxxxxxxxxxxxxxxxx"};
+        const std::string_view alphabet = alphabets[random_() % std::size(alphabets)];
+        std::string text(random_() % 400, '\0');
+        for (char& c : text) c = alphabet[random_() % alphabet.size()];
+        return text;
+    }
+
+private:
+    std::mt19937 random_{20261123};
+};
+
+TEST_F(LineEnds, AreCompletedInBlocks) {
     for (std::size_t i = 0; i < 20'000; ++i) {
-        const std::string_view alphabet = alphabets[i % std::size(alphabets)];
-        std::string text(random() % 400, '\0');
-        for (char& c : text) c = alphabet[random() % alphabet.size()];
-        const std::string expected = completedByteByByte(text);
-        ASSERT_EQ(copyWithCrLf(text), expected);
+        const std::string text = sample();
+        ASSERT_EQ(copyWithCrLf(text), completedByteByByte(text));
+    }
+}
+
+TEST_F(LineEnds, AreCompletedInPlaceWhereTheTextIsLong) {
+    const std::string line(limits::lineEnds, 'x');
+    for (std::size_t i = 0; i < 40; ++i) {
+        const std::string text = line + sample();
         std::string roomy = text;
-        roomy.reserve(2 * text.size());
-        ASSERT_EQ(withCrLf(std::move(roomy)), expected);
+        roomy.reserve(text.size() + 400);
+        const char* const storage = roomy.data();
+        const std::string completed = withCrLf(std::move(roomy));
+        ASSERT_TRUE(completed == completedByteByByte(text));
+        ASSERT_EQ(completed.data(), storage);
+        ASSERT_TRUE(withCrLf(text) == completed);
     }
 }
 
