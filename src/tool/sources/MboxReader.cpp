@@ -6,6 +6,7 @@
 
 #include "text/Ascii.h"
 #include "text/ByteSet.h"
+#include "text/NextByte.h"
 #include "text/Search.h"
 #include "tool/sources/Envelope.h"
 
@@ -79,7 +80,8 @@ bool hasBareFromLine(std::string_view text, char lineEnd) noexcept {
 std::size_t headerLength(std::string_view text, char lineEnd, std::size_t& searched) noexcept {
     const std::size_t blankInFront = searched == 0 ? lineEndLength(text, lineEnd) : 0;
     if (blankInFront > 0 || text.size() < 2) return blankInFront > 0 ? blankInFront : npos;
-    for (std::size_t at = searched; (at = text.find(lineEnd, at)) != npos; ++at) {
+    NextByte ends(text, lineEnd);
+    for (std::size_t at = searched; (at = ends.atOrAfter(at)) != npos; ++at) {
         const std::size_t blank = lineEndLength(text.substr(at + 1), lineEnd);
         if (blank > 0) return at + 1 + blank;
     }
@@ -87,24 +89,35 @@ std::size_t headerLength(std::string_view text, char lineEnd, std::size_t& searc
     return npos;
 }
 
-/// Takes the first field off `header`, with its continuation lines.
-std::string_view takeField(std::string_view& header, char lineEnd) noexcept {
-    std::size_t end = 0;
-    do {
-        end = std::min(header.find(lineEnd, end), header.size() - 1) + 1;
-    } while (end < header.size() && ascii::isBlank(header[end]));
-    const std::string_view field = header.substr(0, end);
-    header.remove_prefix(end);
-    return field;
-}
+/// The fields of a header, each with its continuation lines.
+class Fields {
+public:
+    Fields(std::string_view header, char lineEnd) noexcept
+        : header_(header), lineEnds_(header, lineEnd) {}
+
+    /// The next one; "" behind the last one.
+    std::string_view next() noexcept {
+        const std::size_t start = end_;
+        while (end_ < header_.size()) {
+            end_ = std::min(lineEnds_.atOrAfter(end_), header_.size() - 1) + 1;
+            if (end_ < header_.size() && !ascii::isBlank(header_[end_])) break;
+        }
+        return header_.substr(start, end_ - start);
+    }
+
+private:
+    std::string_view header_;
+    NextByte lineEnds_;
+    std::size_t end_ = 0;
+};
 
 /// The Content-Length in `header`; nothing when none is there, when it is no number or
 /// when several disagree.
 std::optional<std::size_t> contentLength(std::string_view header, char lineEnd) noexcept {
     constexpr std::string_view name = "content-length";
     std::optional<std::size_t> length;
-    while (!header.empty()) {
-        std::string_view field = takeField(header, lineEnd);
+    Fields fields(header, lineEnd);
+    for (std::string_view field; !(field = fields.next()).empty();) {
         if (!ascii::startsWithNoCase(field, name)) continue;
         field = ascii::trimLeft(field.substr(name.size()));
         if (!field.starts_with(':')) continue;
