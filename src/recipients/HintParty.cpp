@@ -27,6 +27,12 @@ bool namesMailbox(const PhraseRow& hint) {
 
 }  // namespace
 
+bool beginsWithMailbox(std::string_view phrase) {
+    return phrase.starts_with('@') || std::ranges::any_of(mailboxNames, [&](std::string_view name) {
+               return phrase.starts_with(name);
+           });
+}
+
 Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
               std::string_view recipient) {
     if (hint.reason == Reason::policy) {

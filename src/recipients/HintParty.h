@@ -23,4 +23,7 @@ enum class Party {
 Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
               std::string_view recipient);
 
+/// Whether a phrase begins with a mailbox: "user unknown", "@ not found".
+bool beginsWithMailbox(std::string_view phrase);
+
 }  // namespace bouncecheck

@@ -33,6 +33,7 @@ bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
 }
 
 bool isLink(std::string_view word) { return isOneOf(word, linkWords); }
+bool isArticle(std::string_view word) { return isOneOf(word, articles); }
 bool isHostLink(std::string_view word) { return isLink(word) || isOneOf(word, hostLinkWords); }
 
 std::string_view unquoted(std::string_view text) {
@@ -155,6 +156,17 @@ bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::st
         return isWord && ascii::equalsNoCase(said.substr(front.size()), kind) &&
                beginsClause(front);
     });
+}
+
+bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
+    std::string_view front = before(text, at);
+    if (endsJoined(front, '\'')) front.remove_suffix(2);  // "de l'"
+    const std::string_view said = withoutBetween(front, isArticle);
+    const std::string_view word = lastWord(said);
+    if (!isOneOf(word, genitives)) return false;
+    const std::string_view whose = ascii::trimRight(said.substr(0, said.size() - word.size()));
+    return !beginsWords(whose) && !isOneOf(lastWord(whose), kinds) &&
+           !isOneOf(lastWord(whose), addressWords);
 }
 
 bool isSaidOfNothingElse(std::string_view text, std::size_t at,

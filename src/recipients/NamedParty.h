@@ -24,6 +24,10 @@ bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::st
 /// at `at`: "Reply-To: address unknown", "HELO-Adresse unbekannt".
 bool isSaidOfSender(std::string_view text, std::size_t at);
 
+/// Whether the words at `at`, which begin with a mailbox, are said of something of it that is none
+/// of `kinds`: "License for user unknown", but not "Mailbox of user unknown".
+bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::string_view> kinds);
+
 /// Whether the words at `at` begin a sentence, or are said of no more than one of `kinds`, by a
 /// "we" at most: "Not found: ann", "Recipient is unknown: ann", but not "Key not found: ann".
 bool isSaidOfNothingElse(std::string_view text, std::size_t at,

@@ -13,6 +13,7 @@
 #include "recipients/PhraseReasons.h"
 #include "recipients/Sentence.h"
 #include "recipients/TopicWords.h"
+#include "recipients/tables/PartyNames.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -105,16 +106,30 @@ private:
         return true;
     }
 
-    /// Whether the words name another cause beside a mailbox: "user unknown or access denied".
+    /// Whether words behind those about a mailbox name another cause ("user unknown or access
+    /// denied") or why it is not known ("user not found: LDAP timeout").
     bool saysAlternative(const PhraseMatches& matches) const {
-        const std::string_view behind = reply_.text.substr(found_.at + found_.length);
-        if (!isAboutMailbox(found_.reason) || !ascii::startsWithNoCase(behind, " or "))
-            return false;
+        if (!isAboutMailbox(found_.reason)) return false;
+        const std::size_t end = found_.at + found_.length;
+        const bool hasOr = ascii::startsWithNoCase(reply_.text.substr(end), " or ");
         const auto isElse = [&](PhraseKind kind) {
             const std::optional<PhraseRow> row = matches.firstOf(kind);
-            return row && !isAboutMailbox(row->reason);
+            if (!row || isAboutMailbox(row->reason)) return false;
+            if (hasOr) return true;
+            // "Mailbox unavailable" is said of any, "host not found" of what a name server says.
+            const bool isFailure = row->reason == Reason::unreachable ||
+                                   (row->reason == Reason::system && kind == PhraseKind::fair);
+            return isFailure && found_.reason == Reason::unknownMailbox &&
+                   matches.placeOfFirst(kind).at > found_.at;
         };
         return isElse(PhraseKind::fair) || isElse(PhraseKind::weak);
+    }
+
+    /// Whether the words call a mailbox by its kind, of which only something is meant: "License for
+    /// user not found".
+    bool isOfSomethingOfTheirs() const {
+        return isAboutMailbox(found_.reason) && beginsWithMailbox(found_.row) &&
+               isSaidOfPart(reply_.text, found_.at, mailboxNames);
     }
 
     void find(std::string_view notice) {
@@ -128,7 +143,9 @@ private:
         // why, without a code, may be those that introduce a reply. Codes that are given to
         // any failure count last.
         if (take(matches, PhraseKind::clear, false)) {
-            if (!definite && saysAlternative(matches)) found_.isSure = false;
+            if (!definite && (saysAlternative(matches) || isOfSomethingOfTheirs())) {
+                found_.isSure = false;
+            }
             return;
         }
         if (definite) return takeStatus(*definite, true);

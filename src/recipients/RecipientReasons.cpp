@@ -37,9 +37,9 @@ Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
             .address = recipient.address};
 }
 
-/// Whether it matters when the reply was given. Who was accepted as a recipient is unknown only
-/// to a filter, whatever its words, unless it has a code that says so.
-bool needsStage(const ReasonFinding& finding, const ReplyCodes& codes) {
+/// Whether that there is no mailbox is said by words, without a status. Who was accepted as a
+/// recipient is unknown only to a filter then, and another's address beside them counts.
+bool isOnlySaid(const ReasonFinding& finding, const ReplyCodes& codes) {
     return finding.isSure && isAboutMailbox(finding.reason) &&
            finding.basis == ReasonBasis::phrase && codes.status.empty();
 }
@@ -56,6 +56,23 @@ bool namesOwn(const Recipient& recipient, const ReasonFinding& finding) {
     const std::size_t at = findBytesNoCase(behind, recipient.address);
     return at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<") &&
            line.data() + line.size() >= behind.data() + at + recipient.address.size();
+}
+
+/// Whether another's address follows the words of a reply at once: "User unknown (bob@y.example)".
+bool namesOther(const Recipient& recipient, const ReasonFinding& finding) {
+    if (finding.inNotice || finding.basis != ReasonBasis::phrase) return false;
+    constexpr std::string_view between = " (<[:'\"";
+    constexpr std::size_t most = 300;
+    const std::string_view text =
+        std::string_view(recipient.diagnostic).substr(finding.at + finding.length, most);
+    const std::vector<AddressSpan> spans = findAddresses(text);
+    if (spans.empty() || text.find_first_not_of(between) < spans[0].begin) return false;
+    const std::string_view named = spans[0].in(text);
+    const auto isOwn = [&](std::string_view own) {
+        return ascii::equalsNoCase(domainOf(named), domainOf(own)) ||
+               ascii::equalsNoCase(localPartOf(named), localPartOf(own));
+    };
+    return !isOwn(recipient.address) && !isOwn(recipient.finalAddress);
 }
 
 /// Whether the words that were found in `text` are said of "one or more recipients".
@@ -180,7 +197,8 @@ bool RecipientReasons::namesSenderDomain(const Recipient& recipient,
 bool RecipientReasons::mayBeAboutOthers(const Recipient& recipient,
                                         const ReasonFinding& finding) const {
     if (list_.isDoubted(recipient)) return true;
-    if (list_.all().size() > 1 && !finding.inNotice && saysSome(recipient.diagnostic, finding)) {
+    if (!finding.inNotice && saysSome(recipient.diagnostic, finding) &&
+        !containsNoCase(recipient.diagnostic, recipient.address)) {
         return true;
     }
     if (finding.reason != Reason::unknownDomain) return false;
@@ -231,9 +249,11 @@ RecipientReasons::Explanation RecipientReasons::explain(const Recipient& recipie
 /// else.
 void RecipientReasons::doubt(const Recipient& recipient, const ReplyCodes& codes,
                              ReasonFinding& finding) const {
-    const bool mayBeOfFilter = needsStage(finding, codes) && !namesOwn(recipient, finding);
+    const bool areOnlyWords = isOnlySaid(finding, codes);
+    const bool mayBeOfFilter = areOnlyWords && !namesOwn(recipient, finding);
     if (mayBeOfFilter && isReplyToData(recipient)) finding.isSure = false;
     if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
+    if (areOnlyWords && namesOther(recipient, finding)) finding.isSure = false;
     if (isAboutMailbox(finding.reason) && isAboutSender(recipient, finding)) {
         finding.reason = Reason::policy;
         finding.isSure = false;

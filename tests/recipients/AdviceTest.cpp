@@ -374,6 +374,22 @@ TEST(Advice, OfAReportIsForTheRecipientOfEachGroup) {
         "team@x.example->b@y.example unknown-mailbox retry");
     EXPECT_EQ(read("user unknown", group("a@x.example", "Diagnostic-Code: smtp; 552 5.2.2 full")),
               "a@x.example mailbox-full retry");
+    // whoever else the words of a single group name
+    const std::pair<const char*, const char*> diagnostics[] = {
+        {"550 User unknown (c@y.example)", "retry"},
+        {"550 User unknown (a@x.example)", "suppress"},
+        {"550 User unknown (a@mail.example)", "suppress"},
+        {"550 User unknown, ask c@y.example", "suppress"},
+        {"550 5.1.1 User unknown: c@y.example", "suppress"},
+        {"550 One or more recipients do not exist", "retry"},
+        {"550 One or more recipients failed (a@x.example: no such user)", "suppress"},
+    };
+    for (const auto& [text, advice] : diagnostics) {
+        EXPECT_EQ(
+            read("Sorry.", group("a@x.example", std::string("Diagnostic-Code: smtp; ") + text)),
+            std::string("a@x.example unknown-mailbox ") + advice)
+            << text;
+    }
 }
 
 /// The dialogue tells whom a reply in the report was about.

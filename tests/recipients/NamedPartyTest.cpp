@@ -94,6 +94,19 @@ TEST(NamedParty, IsNobodyElse) {
     }
 }
 
+TEST(NamedParty, IsWhoseSomethingIs) {
+    static constexpr auto kinds = std::to_array<std::string_view>({"mailbox"});
+    const std::pair<std::string_view, bool> cases[] = {
+        {"The key of the user unknown", true},  {"La clave del user unknown", true},
+        {"Le profil de l'user unknown", true},  {"user unknown", false},
+        {"550 for user unknown", false},        {"Sorry, the user unknown", false},
+        {"No mailbox for user unknown", false}, {"Address of the user unknown", false},
+    };
+    for (const auto& [text, isPart] : cases) {
+        EXPECT_EQ(isSaidOfPart(text, text.find("user"), kinds), isPart) << text;
+    }
+}
+
 TEST(NamedParty, IsTheSenderBehindItsName) {
     for (const std::string_view text :
          {"Sender: unknown", "550 From: the unknown", "HELO-unknown", "Host-unknown"}) {

@@ -88,6 +88,13 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "550 user unknown or access denied", "unknown-mailbox", "retry"},
         {"", "550 user unknown or mailbox disabled", "inactive-mailbox", "suppress"},
         {"5.1.1", "550 5.1.1 user unknown or access denied", "unknown-mailbox", "suppress"},
+        {"", "550 user not found: LDAP server unavailable", "unknown-mailbox", "retry"},
+        {"", "550 Callout timeout 30s: user unknown", "unknown-mailbox", "suppress"},
+        // something of a mailbox
+        {"", "554 License for user not found", "unknown-mailbox", "retry"},
+        {"", "550 Le profil de l'utilisateur introuvable", "unknown-mailbox", "retry"},
+        {"", "550 Mailbox of user not found", "unknown-mailbox", "suppress"},
+        {"5.1.1", "550 5.1.1 Home directory of user not found", "unknown-mailbox", "suppress"},
         // what one reason has in common with another
         {"", "User jdoe (jdoe@x.example) not listed in Domino Directory", "unknown-mailbox",
          "suppress"},

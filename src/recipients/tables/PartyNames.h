@@ -40,6 +40,9 @@ inline constexpr std::string_view mailboxNames[] = {
     "gebruiker",
     "użytkownik",
     "пользователь",
+    // as phrases have them, without accents
+    "empfanger",
+    "uzytkownik",
 };
 
 /// What a sentence of another language calls a mailbox, or who has it, where it begins with that:

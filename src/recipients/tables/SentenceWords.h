@@ -27,6 +27,13 @@ inline constexpr auto articles = std::to_array<std::string_view>(
     {"the",    "a",      "an",  "this", "that", "der", "die",   "das", "dieser", "diese", "dieses",
      "el",     "la",     "le",  "o",    "il",   "lo",  "cette", "ce",  "cet",    "esta",  "este",
      "questo", "questa", "dit", "deze", "het",  "et",  "az",    "ten", "ta",     "to",    "этот"});
+/// What stands between something and those whose it is.
+inline constexpr auto genitives = std::to_array<std::string_view>(
+    {"of", "for", "de", "des", "du", "del", "della", "do", "da", "von", "van", "für", "pour", "para", "per"});
+/// What may be somebody's that is gone with them, beside the names of mailboxes.
+inline constexpr auto addressWords = std::to_array<std::string_view>(
+    {"address", "e-mail", "email", "mail", "message", "delivery", "adresse", "boîte", "boite", "buzón", "buzon",
+     "casilla", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres"});
 /// What may stand between those and a mailbox.
 inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "opgegeven", "angivna", "podany", "указанный",
