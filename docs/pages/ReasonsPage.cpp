@@ -37,9 +37,11 @@ than wrong words. The first of these that holds decides:
 
 A phrase that only hints at a refusal ("blocked") is about the sending host where that host's
 address stands beside it, and then the reason is `reputation`. One that hints that something
-does not exist is as good as a clear one where it is said of the recipient's own mailbox or
-domain ("User ann does not exist"), or where a sentence begins with a mailbox ("La cuenta no
-existe"). A word ("SPF") says what is meant where a hint or a common code is all that there is.
+does not exist, or is closed for good, is as good as a clear one where it is said of the
+recipient's own mailbox or domain ("User ann does not exist"), or where a sentence begins with a
+mailbox ("La cuenta no existe"). Even a clear one is in doubt where a mailbox is not all that it
+is about ("License for user not found", "user not found: LDAP timeout") and no status says the
+same. A word ("SPF") says what is meant where a hint or a common code is all that there is.
 
 Letter case, and how a reply is folded into lines, do not matter; `@` in a phrase stands for
 any address. The first number of a status code (`5.1.1`) says whether a later try may

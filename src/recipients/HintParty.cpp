@@ -7,6 +7,7 @@
 #include "recipients/NamedParty.h"
 #include "recipients/TopicWords.h"
 #include "recipients/tables/PartyNames.h"
+#include "recipients/tables/SentenceWords.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 
@@ -25,6 +26,14 @@ bool namesMailbox(const PhraseRow& hint) {
                                [&](std::string_view name) { return contains(hint.phrase, name); });
 }
 
+/// Whether the words say that something is not there, or is closed for good.
+bool saysGone(const PhraseRow& hint) {
+    return isAboutMailbox(hint.reason) &&
+           std::ranges::none_of(passingWords, [&](std::string_view words) {
+               return hint.reason == Reason::inactiveMailbox && contains(hint.phrase, words);
+           });
+}
+
 }  // namespace
 
 bool beginsWithMailbox(std::string_view phrase) {
@@ -40,11 +49,9 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     }
     const std::string_view domain = domainOf(recipient);
     const std::string_view mailbox = localPartOf(recipient);
-    const bool saysUnknown =
-        hint.reason == Reason::unknownMailbox || hint.reason == Reason::unknownDomain;
-    if (!saysUnknown || domain.empty()) return Party::unnamed;
+    if (!saysGone(hint) || domain.empty()) return Party::unnamed;
     const std::size_t end = place.at + place.length;
-    if (hint.reason == Reason::unknownMailbox && isSaidOfKind(text, place.at, mailboxSubjects) &&
+    if (hint.reason != Reason::unknownDomain && isSaidOfKind(text, place.at, mailboxSubjects) &&
         endsClause(text, endOfWord(text, end))) {
         return Party::mailbox;
     }
@@ -56,7 +63,8 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
         return topicOf(text) ? Party::unnamed : Party::domain;
     }
     const bool isMailbox =
-        (endsThere && isSaidOf(text, place.at, mailbox, mailboxNames)) ||
+        (endsThere && (isSaidOf(text, place.at, mailbox, mailboxNames) ||
+                       isSaidOf(text, place.at, recipient, mailboxNames))) ||
         (isFollowedBy(text, end, mailbox) &&
          (namesMailbox(hint) || isSaidOfNothingElse(text, place.at, mailboxNames)));
     return isMailbox ? Party::mailbox : Party::unnamed;

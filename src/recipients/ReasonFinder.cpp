@@ -111,7 +111,11 @@ private:
     bool saysAlternative(const PhraseMatches& matches) const {
         if (!isAboutMailbox(found_.reason)) return false;
         const std::size_t end = found_.at + found_.length;
-        const bool hasOr = ascii::startsWithNoCase(reply_.text.substr(end), " or ");
+        const std::string_view behind = reply_.text.substr(end);
+        const bool hasOr = ascii::startsWithNoCase(behind, " or ");
+        const std::optional<Topic> topic = topicOf(behind);
+        // "No such user in SPF", but "If you get spam from us"
+        if (topic && topic->row.reason != Reason::content) return true;
         const auto isElse = [&](PhraseKind kind) {
             const std::optional<PhraseRow> row = matches.firstOf(kind);
             if (!row || isAboutMailbox(row->reason)) return false;
@@ -177,9 +181,10 @@ private:
 
     /// Takes the hint that was found last for what it says of `party`.
     void noteParty(Party party) {
+        const bool isClosed = found_.reason == Reason::inactiveMailbox;
         if (party == Party::host) found_.reason = Reason::reputation;
         if (party == Party::domain) found_.reason = Reason::unknownDomain;
-        if (party == Party::mailbox) found_.reason = Reason::unknownMailbox;
+        if (party == Party::mailbox && !isClosed) found_.reason = Reason::unknownMailbox;
         if (party == Party::domain || party == Party::mailbox) found_.isSure = true;
     }
 
@@ -255,7 +260,9 @@ private:
             code->reason != Reason::other) {
             return false;
         }
-        return take(matches, PhraseKind::weak, true);
+        if (!take(matches, PhraseKind::weak, true)) return false;
+        noteParty(partyOf(*hint, notice, {found_.at, found_.length}, reply_.address));
+        return isOfReply(notice);
     }
 
     /// What the definite code of the notice says, where the reply has none.

@@ -89,6 +89,8 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "550 user unknown or mailbox disabled", "inactive-mailbox", "suppress"},
         {"5.1.1", "550 5.1.1 user unknown or access denied", "unknown-mailbox", "suppress"},
         {"", "550 user not found: LDAP server unavailable", "unknown-mailbox", "retry"},
+        {"", "550 No such user in SPF", "unknown-mailbox", "retry"},
+        {"", "550 No such user. Report spam to us", "unknown-mailbox", "suppress"},
         {"", "550 Callout timeout 30s: user unknown", "unknown-mailbox", "suppress"},
         // something of a mailbox
         {"", "554 License for user not found", "unknown-mailbox", "retry"},
@@ -204,6 +206,33 @@ TEST(Reason, IsAboutTheDomainThatIsNamed) {
         EXPECT_EQ(nameOf(finding.reason), nameOf(reason)) << text;
         EXPECT_EQ(finding.isSure, reason == Reason::unknownDomain) << text;
     }
+}
+
+/// Of hints that a mailbox is closed, those are sure that say so of the recipient's own, for good.
+TEST(Reason, IsSureOfAMailboxThatIsClosedForGood) {
+    const std::pair<std::string_view, bool> cases[] = {
+        {"550 Account ann has been closed", true},
+        {"550 User ann@x.example decommissioned.", true},
+        {"550 La cuenta fue cancelada", true},
+        {"550 The list of account ann has been closed", false},
+        {"550 Account joe has been closed", false},
+        {"550 La regla de la cuenta fue cancelada", false},
+        {"550 Account ann is on hold", false},
+        {"550 Konto wurde gesperrt", false},
+        {"450 La cuenta fue cancelada", true},
+    };
+    for (const auto& [text, isSure] : cases) {
+        for (const bool inNotice : {false, true}) {
+            const ReasonFinding finding = reasonOf(
+                {.text = inNotice ? "" : text, .address = "ann@x.example"}, inNotice ? text : "");
+            EXPECT_EQ(finding.reason, Reason::inactiveMailbox) << text;
+            EXPECT_EQ(finding.isSure, isSure) << text;
+        }
+    }
+    EXPECT_EQ(
+        reasonOf({.text = "550 Domain x.example was decommissioned", .address = "a@x.example"})
+            .reason,
+        Reason::unknownDomain);
 }
 
 TEST(Reason, IsThatOfAWordWhereNothingElseIsSaid) {

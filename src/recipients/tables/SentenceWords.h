@@ -36,7 +36,7 @@ inline constexpr auto addressWords = std::to_array<std::string_view>(
      "casilla", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres"});
 /// What may stand between those and a mailbox.
 inline constexpr auto attributes = std::to_array<std::string_view>(
-    {"angegebene", "adressierte", "gewünschte", "specified", "given", "opgegeven", "angivna", "podany", "указанный",
+    {"angegebene", "adressierte", "gewünschte", "specified", "given", "destination", "opgegeven", "angivna", "podany", "указанный",
      "Указанный"});
 /// What clauses begin with, in front of that.
 inline constexpr auto openers = std::to_array<std::string_view>(
@@ -55,6 +55,11 @@ inline constexpr auto closings = std::to_array<std::string_view>(
 inline constexpr auto otherEnds = std::to_array<std::string_view>(
     {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
      "in this whitelist", "hierf", "en este momento", "neste momento", "quindi"});
+/// What the phrases of closed mailboxes hold that may open again, or that only take no mail.
+inline constexpr auto passingWords = std::to_array<std::string_view>(
+    {"lock", "hold", "gesperrt", "suspen", "sospes", "temporar", "receiv", "accepting", "used", "in use",
+     "utilise", "gebruik", "suppress", "activit", "actividad", "atividade", "not activated", "blok", "заблок",
+     "приостан", "冻结", "khoa"});
 /// The sender's addresses, in front of a colon and the words that are said of them.
 inline constexpr auto otherSubjects = std::to_array<std::string_view>(
     {"sender", "from", "reply-to", "return-path", "envelope-from", "helo", "ehlo", "absender", "expéditeur",
