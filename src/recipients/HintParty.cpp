@@ -51,13 +51,13 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     const std::string_view mailbox = localPartOf(recipient);
     if (!saysGone(hint) || domain.empty()) return Party::unnamed;
     const std::size_t end = place.at + place.length;
-    if (hint.reason != Reason::unknownDomain && isSaidOfKind(text, place.at, mailboxSubjects) &&
-        endsClause(text, endOfWord(text, end))) {
+    const bool endsThere = endsClause(text, endOfWord(text, end));
+    if (hint.reason != Reason::unknownDomain && endsThere &&
+        isSaidOfKind(text, place.at, mailboxSubjects)) {
         return Party::mailbox;
     }
     // "Invalid" may be said of a key, or a password, of theirs.
     if (contains(hint.phrase, "invalid")) return Party::unnamed;
-    const bool endsThere = endsClause(text, end);
     if (endsThere && isSaidOf(text, place.at, domain, domainNames)) {
         // "The SPF of domain x.example": its records may be missing, too.
         return topicOf(text) ? Party::unnamed : Party::domain;

@@ -74,7 +74,10 @@ std::vector<TextRecipient> NamedRecipients::take() {
     std::vector<TextRecipient>& stated = of(Tier::stated);
     spreadShared();
     spreadHeadings();
-    for (TextRecipient& one : stated) one.isLone = one.isLone && !saysWhy(one.said);
+    for (TextRecipient& one : stated) {
+        const bool isExplained = saysWhy(one.said) || cuesIn(one.said).has(Cue::failure);
+        one.isLone = one.isLone && !isExplained;
+    }
     // Sentences say more than an address for which there is no reason to stand there.
     if (std::ranges::all_of(stated, &TextRecipient::isLone) && !of(Tier::sentence).empty()) {
         return std::move(of(Tier::sentence));

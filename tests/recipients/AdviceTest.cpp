@@ -298,6 +298,7 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
 TEST(Advice, IsNotToSuppressWhoeverElseIsNamed) {
     for (const char* text : {
              "No such user.\n\n-- \na@x.example\n",
+             "No such user.\n\nWrite to\n\na@x.example\n\nYour mail could not be delivered.\n",
              "Unknown user.\n\nSuccessfully delivered to:\n  a@x.example\n",
              "Unknown user.\n\nContact:\na@x.example\n",
              "The user has moved to a@x.example\n",
@@ -313,6 +314,7 @@ TEST(Advice, IsNotToSuppressWhoeverElseIsNamed) {
     for (const char* text : {
              "The following addresses failed:\n\na@x.example\n\nuser unknown\n",
              "User unknown:\n\na@x.example\n",
+             "Your mail to\n\na@x.example\n\ncould not be delivered.\n\nUser unknown.\n",
              "User unknown:\n\nmailer-daemon@x.example\n\na@x.example\n",
              "<mailto:a@x.example>: user unknown\n",
          }) {

@@ -213,6 +213,7 @@ TEST(Reason, IsSureOfAMailboxThatIsClosedForGood) {
     const std::pair<std::string_view, bool> cases[] = {
         {"550 Account ann has been closed", true},
         {"550 User ann@x.example decommissioned.", true},
+        {"550 El usuario ann fue cancelado en este servidor", true},
         {"550 La cuenta fue cancelada", true},
         {"550 The list of account ann has been closed", false},
         {"550 Account joe has been closed", false},

@@ -665,6 +665,7 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::failure, "배달되지 않"},
     {Cue::failure, "배달할 수 없"},
     {Cue::failure, "보내지 못"},
+    {Cue::failure, "보낼 수 없"},
     {Cue::failure, "발송 실패"},
     {Cue::failure, "발송에 실패"},
     {Cue::failure, "반송되었"},

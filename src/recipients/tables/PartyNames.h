@@ -72,15 +72,16 @@ inline constexpr std::string_view mailboxSubjects[] = {
     "používateľ", "príjemca", "пользователь", "Пользователь", "получатель", "Получатель", "почтовый ящик",
     "Почтовый ящик", "ящик", "Ящик", "адрес", "Адрес", "адрес получателя", "Адрес получателя",
     "учетная запись", "Учетная запись", "аккаунт", "Аккаунт", "потребителят", "Потребителят", "користувача",
-    "Користувача", "korisnik", "primatelj", "primalac", "uporabnik",
+    "Користувача", "скриньку", "Скриньку", "скринька", "Скринька", "обліковий запис", "Обліковий запис",
+    "korisnik", "primatelj", "primalac", "uporabnik",
     // Danish, Norwegian, Swedish
     "brugeren", "modtageren", "postkassen", "adressen", "e-mail-adressen", "kontoen", "brukeren", "mottakeren",
     "postboksen", "e-postadressen", "användaren", "mottagaren", "brevlådan", "kontot",
     // Hungarian, Romanian, Turkish, Greek, Indonesian, Vietnamese, Hebrew, Thai
     "felhasználó", "címzett", "postafiók", "cím", "utilizatorul", "destinatarul", "contul", "căsuța poștală",
     "kullanıcı", "alıcı", "posta kutusu", "ο χρήστης", "Ο χρήστης", "η διεύθυνση", "Η διεύθυνση", "ο παραλήπτης",
-    "Ο παραλήπτης", "pengguna", "alamat", "penerima", "kotak surat", "người dùng", "Người dùng", "địa chỉ",
-    "Địa chỉ", "hộp thư", "Hộp thư", "המשתמש", "הכתובת", "المستخدم", "العنوان",
+    "Ο παραλήπτης", "ο λογαριασμός", "Ο λογαριασμός", "pengguna", "alamat", "penerima", "kotak surat",
+    "người dùng", "Người dùng", "địa chỉ", "Địa chỉ", "hộp thư", "Hộp thư", "המשתמש", "הכתובת", "المستخدم", "العنوان",
 };
 
 }  // namespace bouncecheck

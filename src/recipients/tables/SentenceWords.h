@@ -14,6 +14,7 @@ inline constexpr auto linkWords = std::to_array<std::string_view>(
      "does", "do",  "could", "can",    "cannot", "be",    "foi",       "sido",        "ha",
      "esta", "est", "stato", "ist",    "wird",   "wurde", "es",        "é",           "è",
      "är",   "er",  "jest",  "konnte", "leider", "ya",    "já",
+     "zostało", "została", "został",
      // and what is added to the name
      "indicada", "indicado", "indicato", "informado", "informada", "especificada", "especificado",
      "specificato", "specified", "provided", "angegeben"});
