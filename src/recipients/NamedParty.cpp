@@ -161,7 +161,11 @@ bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::st
 bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
     std::string_view front = before(text, at);
     if (endsJoined(front, '\'')) front.remove_suffix(2);  // "de l'"
-    const std::string_view said = withoutBetween(front, isArticle);
+    std::string_view said = withoutBetween(front, isArticle);
+    if (isOneOf(lastWord(said), kinds)) {
+        // "user a@x.example"
+        said = withoutBetween(said.substr(0, said.size() - lastWord(said).size()), isArticle);
+    }
     const std::string_view word = lastWord(said);
     if (!isOneOf(word, genitives)) return false;
     const std::string_view whose = ascii::trimRight(said.substr(0, said.size() - word.size()));
@@ -180,6 +184,12 @@ bool isSaidOfSender(std::string_view text, std::size_t at) {
     return endsWithOtherSubject(before(text, at));
 }
 
+bool goesOnOtherwise(std::string_view text, std::size_t at) {
+    const std::string_view rest = ascii::trimLeft(text.substr(at));
+    return std::ranges::any_of(
+        otherEnds, [&](std::string_view words) { return ascii::startsWithNoCase(rest, words); });
+}
+
 bool endsClause(std::string_view text, std::size_t at) {
     const std::string_view behind = text.substr(at);
     const std::string_view rest = ascii::trimLeft(behind);
@@ -188,7 +198,7 @@ bool endsClause(std::string_view text, std::size_t at) {
         return ascii::startsWithNoCase(rest, words);
     };
     return ascii::isOneOf(rest[0], ".,;!)]>\"'") ||
-           (std::ranges::any_of(closings, begins) && std::ranges::none_of(otherEnds, begins));
+           (std::ranges::any_of(closings, begins) && !goesOnOtherwise(text, at));
 }
 
 bool isFollowedBy(std::string_view text, std::size_t at, std::string_view name) {

@@ -129,11 +129,14 @@ private:
         return isElse(PhraseKind::fair) || isElse(PhraseKind::weak);
     }
 
-    /// Whether the words call a mailbox by its kind, of which only something is meant: "License for
-    /// user not found".
-    bool isOfSomethingOfTheirs() const {
-        return isAboutMailbox(found_.reason) && beginsWithMailbox(found_.row) &&
-               isSaidOfPart(reply_.text, found_.at, mailboxNames);
+    /// Whether the words, which stand in `text`, call a mailbox by its kind, of which only
+    /// something is meant ("License for user not found"), or go on to say less ("disabled at the
+    /// moment").
+    bool isSaidOfLess(std::string_view text) const {
+        if (!isAboutMailbox(found_.reason)) return false;
+        const bool isPart =
+            beginsWithMailbox(found_.row) && isSaidOfPart(text, found_.at, mailboxNames);
+        return isPart || goesOnOtherwise(text, found_.at + found_.length);
     }
 
     void find(std::string_view notice) {
@@ -147,7 +150,7 @@ private:
         // why, without a code, may be those that introduce a reply. Codes that are given to
         // any failure count last.
         if (take(matches, PhraseKind::clear, false)) {
-            if (!definite && (saysAlternative(matches) || isOfSomethingOfTheirs())) {
+            if (!definite && (saysAlternative(matches) || isSaidOfLess(reply_.text))) {
                 found_.isSure = false;
             }
             return;
@@ -246,7 +249,10 @@ private:
         noteDuration(matches);
         const ReplyCodes codes = codesIn(notice);
         noteCodesOf(codes);
-        if (take(matches, PhraseKind::clear, true)) return isOfReply(notice);
+        if (take(matches, PhraseKind::clear, true)) {
+            if (!codes_.definite() && isSaidOfLess(notice)) found_.isSure = false;
+            return isOfReply(notice);
+        }
         if (takeStatusOf(notice, codes)) return true;
         if (take(matches, PhraseKind::fair, true)) return isOfReply(notice);
         const std::optional<PhraseRow> hint = matches.firstOf(PhraseKind::weak);

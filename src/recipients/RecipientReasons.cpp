@@ -83,6 +83,11 @@ bool saysSome(std::string_view text, const ReasonFinding& finding) {
                                [&](std::string_view words) { return containsNoCase(line, words); });
 }
 
+bool isAddressOf(const Recipient& recipient, std::string_view address) {
+    return ascii::equalsNoCase(address, recipient.address) ||
+           ascii::equalsNoCase(address, recipient.finalAddress);
+}
+
 /// The host that a reply says it did not find: "name=relay.example", with its domain; "" for none.
 std::string_view unknownHostIn(std::string_view text) {
     static constexpr auto marks =
@@ -141,34 +146,45 @@ bool RecipientReasons::isReplyToData(const Recipient& recipient) const {
            (stage == Stage::unknown && mayBeSaid && reading_.saysReplyToData());
 }
 
-/// Whether the reply is about the sender of the original mail: it names them and not the recipient,
-/// or came before any recipient was named.
-bool RecipientReasons::isAboutSender(const Recipient& recipient,
-                                     const ReasonFinding& finding) const {
-    if (namesSenderDomain(recipient, finding)) return true;
-    const std::string_view text = recipient.diagnostic;
+/// Whether `text` names the sender of the original mail and not the recipient, or says of the very
+/// address of the sender what was found there, at `at`; `npos` where it was found elsewhere.
+bool RecipientReasons::namesSender(const Recipient& recipient, const ReasonFinding& finding,
+                                   std::string_view text, std::size_t at) const {
     const std::vector<AddressSpan> spans = findAddresses(text);
     const auto isOwn = [&](const AddressSpan& span) {
-        return ascii::equalsNoCase(span.in(text), recipient.address) ||
-               ascii::equalsNoCase(span.in(text), recipient.finalAddress);
+        return isAddressOf(recipient, span.in(text));
     };
     const auto isOfSender = [&](const AddressSpan& span) {
         return reading_.bystanders().isAddressee(span.in(text));
     };
-    // The very address that is said not to exist: the words are around it or right behind it, a
-    // code is right in front.
+    // The words are around it or right behind it, a code is right in front.
     constexpr std::size_t most = 12;
     const bool isCode = finding.basis == ReasonBasis::status && finding.length > 0;
     const auto isMeant = [&](const AddressSpan& span) {
-        return isCode ? span.begin >= finding.at && span.begin < finding.at + most
-                      : span.begin <= finding.at + finding.length && finding.at < span.end + most;
+        return isCode ? span.begin >= at && span.begin < at + most
+                      : span.begin <= at + finding.length && at < span.end + most;
     };
-    const bool namesRecipient = std::ranges::any_of(spans, isOwn);
-    const auto meant = finding.inNotice ? spans.end() : std::ranges::find_if(spans, isMeant);
-    const bool namesSender = meant != spans.end()
-                                 ? !isOwn(*meant) && isOfSender(*meant)
-                                 : !namesRecipient && std::ranges::any_of(spans, isOfSender);
-    return namesSender || (!namesRecipient && isReplyToSender(recipient));
+    const auto meant = at == npos ? spans.end() : std::ranges::find_if(spans, isMeant);
+    if (meant != spans.end()) return !isOwn(*meant) && isOfSender(*meant);
+    return std::ranges::none_of(spans, isOwn) && std::ranges::any_of(spans, isOfSender);
+}
+
+/// Whether the reply is about the sender of the original mail: it names them and not the recipient,
+/// or came before any recipient was named.
+bool RecipientReasons::isAboutSender(const Recipient& recipient, const ReasonFinding& finding,
+                                     std::string_view notice) const {
+    if (namesSenderDomain(recipient, finding)) return true;
+    const std::string_view text = recipient.diagnostic;
+    if (namesSender(recipient, finding, text, finding.inNotice ? npos : finding.at)) return true;
+    if (finding.inNotice) {
+        const std::string_view line = lineAt(notice, finding.at);
+        const auto begin = static_cast<std::size_t>(line.data() - notice.data());
+        if (namesSender(recipient, finding, line, finding.at - begin)) return true;
+    }
+    return isReplyToSender(recipient) &&
+           std::ranges::none_of(findAddresses(text), [&](const AddressSpan& span) {
+               return isAddressOf(recipient, span.in(text));
+           });
 }
 
 /// Whether the report's text says so of a reply in the report.
@@ -248,13 +264,13 @@ RecipientReasons::Explanation RecipientReasons::explain(const Recipient& recipie
 /// Makes `finding` unsure where the words may be those of a filter or a person, or said of somebody
 /// else.
 void RecipientReasons::doubt(const Recipient& recipient, const ReplyCodes& codes,
-                             ReasonFinding& finding) const {
+                             std::string_view notice, ReasonFinding& finding) const {
     const bool areOnlyWords = isOnlySaid(finding, codes);
     const bool mayBeOfFilter = areOnlyWords && !namesOwn(recipient, finding);
     if (mayBeOfFilter && isReplyToData(recipient)) finding.isSure = false;
     if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
     if (areOnlyWords && namesOther(recipient, finding)) finding.isSure = false;
-    if (isAboutMailbox(finding.reason) && isAboutSender(recipient, finding)) {
+    if (isAboutMailbox(finding.reason) && isAboutSender(recipient, finding, notice)) {
         finding.reason = Reason::policy;
         finding.isSure = false;
     }
@@ -275,7 +291,7 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     Explanation explanation =
         isKnown ? Explanation{reported_[index].finding} : explain(recipient, codes, notice);
     ReasonFinding& finding = explanation.finding;
-    doubt(recipient, codes, finding);
+    doubt(recipient, codes, explanation.notice, finding);
     recipient.reason = finding.reason;
     recipient.basis = finding.basis;
     recipient.row = finding.row;

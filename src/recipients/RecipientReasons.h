@@ -43,10 +43,14 @@ private:
     };
     void fill(std::size_t index, const Notice* notice);
     Explanation explain(const Recipient& recipient, const ReplyCodes& codes, const Notice* notice);
-    void doubt(const Recipient& recipient, const ReplyCodes& codes, ReasonFinding& finding) const;
+    void doubt(const Recipient& recipient, const ReplyCodes& codes, std::string_view notice,
+               ReasonFinding& finding) const;
     bool isReplyToData(const Recipient& recipient) const;
     bool isReplyToSender(const Recipient& recipient) const;
-    bool isAboutSender(const Recipient& recipient, const ReasonFinding& finding) const;
+    bool namesSender(const Recipient& recipient, const ReasonFinding& finding,
+                     std::string_view text, std::size_t at) const;
+    bool isAboutSender(const Recipient& recipient, const ReasonFinding& finding,
+                       std::string_view notice) const;
     bool namesSenderDomain(const Recipient& recipient, const ReasonFinding& finding) const;
     bool mayBeAboutOthers(const Recipient& recipient, const ReasonFinding& finding) const;
     bool isFromSystem(const Recipient& recipient) const;

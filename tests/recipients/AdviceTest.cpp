@@ -298,6 +298,7 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
 TEST(Advice, IsNotToSuppressWhoeverElseIsNamed) {
     for (const char* text : {
              "No such user.\n\n-- \na@x.example\n",
+             "Your mail to <a@x.example> could not be delivered.\n\nUnknown user me@own.example\n",
              "No such user.\n\nWrite to\n\na@x.example\n\nYour mail could not be delivered.\n",
              "Unknown user.\n\nSuccessfully delivered to:\n  a@x.example\n",
              "Unknown user.\n\nContact:\na@x.example\n",

@@ -96,6 +96,11 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "554 License for user not found", "unknown-mailbox", "retry"},
         {"", "550 Le profil de l'utilisateur introuvable", "unknown-mailbox", "retry"},
         {"", "550 Mailbox of user not found", "unknown-mailbox", "suppress"},
+        {"", "550 Session with user ann@x.example not found", "unknown-mailbox", "retry"},
+        // for a while, or for some mail
+        {"", "550 Mailbox disabled at the moment", "inactive-mailbox", "retry"},
+        {"5.1.1", "User removed from the list", "unknown-mailbox", "suppress"},
+        {"", "550 User removed from the list", "unknown-mailbox", "retry"},
         {"5.1.1", "550 5.1.1 Home directory of user not found", "unknown-mailbox", "suppress"},
         // what one reason has in common with another
         {"", "User jdoe (jdoe@x.example) not listed in Domino Directory", "unknown-mailbox",

@@ -30,7 +30,8 @@ inline constexpr auto articles = std::to_array<std::string_view>(
      "questo", "questa", "dit", "deze", "het",  "et",  "az",    "ten", "ta",     "to",    "этот"});
 /// What stands between something and those whose it is.
 inline constexpr auto genitives = std::to_array<std::string_view>(
-    {"of", "for", "de", "des", "du", "del", "della", "do", "da", "von", "van", "für", "pour", "para", "per"});
+    {"of", "for", "de", "des", "du", "del", "della", "do", "da", "von", "van", "für", "pour", "para", "per",
+     "with", "mit", "avec", "con", "com"});
 /// What may be somebody's that is gone with them, beside the names of mailboxes.
 inline constexpr auto addressWords = std::to_array<std::string_view>(
     {"address", "e-mail", "email", "mail", "message", "delivery", "adresse", "boîte", "boite", "buzón", "buzon",
@@ -52,10 +53,15 @@ inline constexpr auto closings = std::to_array<std::string_view>(
      // the same in other languages
      "mehr", "hier", "más", "mas ", "en este", "aquí", "mais", "neste", "aqui", "più", "qui",
      "meer", "sur ce", "ici", "на этом", "på "});
-/// What begins with one of those, but says that it is so for the moment, or of something else.
+/// What says behind such words, even clear ones, that it is so for the moment, or of something else.
 inline constexpr auto otherEnds = std::to_array<std::string_view>(
     {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
-     "in this whitelist", "hierf", "en este momento", "neste momento", "quindi"});
+     "in this whitelist", "hierf", "en este momento", "neste momento", "quindi",
+     "at the moment", "at present", "right now", "for now", "during", "while", "by signal", "im moment", "zur zeit",
+     "derzeit", "momentan", "pour le moment", "per il momento", "no momento", "for the sender", "for external",
+     "for mail from", "for messages from", "to mail from", "to messages from", "for pop", "for imap", "for smtp",
+     "for sending", "für externe", "fuer externe", "from the list", "from your list",
+     "in blacklist", "in the blacklist"});
 /// What the phrases of closed mailboxes hold that may open again, or that only take no mail.
 inline constexpr auto passingWords = std::to_array<std::string_view>(
     {"lock", "hold", "gesperrt", "suspen", "sospes", "temporar", "receiv", "accepting", "used", "in use",
