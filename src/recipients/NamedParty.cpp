@@ -103,6 +103,7 @@ bool beginsClause(std::string_view text) {
     std::string_view word = lastWord(text);
     if (isOneOf(word, attributes)) {
         text = ascii::trimRight(text.substr(0, text.size() - word.size()));
+        if (beginsWords(text)) return true;
         word = lastWord(text);
     }
     return isOneOf(word, articles) &&

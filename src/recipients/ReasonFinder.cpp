@@ -113,8 +113,9 @@ private:
         const std::size_t end = found_.at + found_.length;
         const std::string_view behind = reply_.text.substr(end);
         const bool hasOr = ascii::startsWithNoCase(behind, " or ");
-        const std::optional<Topic> topic = topicOf(behind);
-        // "No such user in SPF", but "If you get spam from us"
+        const bool isDomain = found_.reason == Reason::unknownDomain;
+        const std::optional<Topic> topic = topicOf(isDomain ? reply_.text : behind);
+        // "SPF: domain not found", "No such user in SPF", but "If you get spam from us"
         if (topic && topic->row.reason != Reason::content) return true;
         const auto isElse = [&](PhraseKind kind) {
             const std::optional<PhraseRow> row = matches.firstOf(kind);

@@ -90,6 +90,7 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"5.1.1", "550 5.1.1 user unknown or access denied", "unknown-mailbox", "suppress"},
         {"", "550 user not found: LDAP server unavailable", "unknown-mailbox", "retry"},
         {"", "550 No such user in SPF", "unknown-mailbox", "retry"},
+        {"", "550 SPF record of domain not found", "unknown-domain", "retry"},
         {"", "550 No such user. Report spam to us", "unknown-mailbox", "suppress"},
         {"", "550 Callout timeout 30s: user unknown", "unknown-mailbox", "suppress"},
         // something of a mailbox
@@ -220,6 +221,7 @@ TEST(Reason, IsSureOfAMailboxThatIsClosedForGood) {
         {"550 User ann@x.example decommissioned.", true},
         {"550 El usuario ann fue cancelado en este servidor", true},
         {"550 La cuenta fue cancelada", true},
+        {"550 Virtual user ann has been closed on our server", true},
         {"550 The list of account ann has been closed", false},
         {"550 Account joe has been closed", false},
         {"550 La regla de la cuenta fue cancelada", false},

@@ -40,9 +40,18 @@ inline constexpr std::string_view mailboxNames[] = {
     "gebruiker",
     "użytkownik",
     "пользователь",
+    "Пользователь",
+    "ящик",
+    "Ящик",
+    "uživatel",
+    "användaren",
+    "brukeren",
+    "brugeren",
     // as phrases have them, without accents
     "empfanger",
     "uzytkownik",
+    "uzivatel",
+    "anvandaren",
 };
 
 /// What a sentence of another language calls a mailbox, or who has it, where it begins with that:
@@ -73,10 +82,10 @@ inline constexpr std::string_view mailboxSubjects[] = {
     "Почтовый ящик", "ящик", "Ящик", "адрес", "Адрес", "адрес получателя", "Адрес получателя",
     "учетная запись", "Учетная запись", "аккаунт", "Аккаунт", "потребителят", "Потребителят", "користувача",
     "Користувача", "скриньку", "Скриньку", "скринька", "Скринька", "обліковий запис", "Обліковий запис",
-    "korisnik", "primatelj", "primalac", "uporabnik",
+    "korisnik", "primatelj", "primalac", "uporabnik", "adresat", "adresát", "uzytkownik", "uzivatel", "schranka",
     // Danish, Norwegian, Swedish
     "brugeren", "modtageren", "postkassen", "adressen", "e-mail-adressen", "kontoen", "brukeren", "mottakeren",
-    "postboksen", "e-postadressen", "användaren", "mottagaren", "brevlådan", "kontot",
+    "postboksen", "e-postadressen", "användaren", "mottagaren", "brevlådan", "kontot", "anvandaren", "brevladan",
     // Hungarian, Romanian, Turkish, Greek, Indonesian, Vietnamese, Hebrew, Thai
     "felhasználó", "címzett", "postafiók", "cím", "utilizatorul", "destinatarul", "contul", "căsuța poștală",
     "kullanıcı", "alıcı", "posta kutusu", "ο χρήστης", "Ο χρήστης", "η διεύθυνση", "Η διεύθυνση", "ο παραλήπτης",

@@ -39,7 +39,7 @@ inline constexpr auto addressWords = std::to_array<std::string_view>(
 /// What may stand between those and a mailbox.
 inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "destination", "opgegeven", "angivna", "podany", "указанный",
-     "Указанный"});
+     "Указанный", "virtual", "local", "почтовый", "Почтовый"});
 /// What clauses begin with, in front of that.
 inline constexpr auto openers = std::to_array<std::string_view>(
     {"because", "since",  "as",       "that",    "but",       "sorry", "weil",
@@ -52,7 +52,10 @@ inline constexpr auto closings = std::to_array<std::string_view>(
     {"here", "any more", "anymore", "any longer", "on this", "at this", "in this", "locally",
      // the same in other languages
      "mehr", "hier", "más", "mas ", "en este", "aquí", "mais", "neste", "aqui", "più", "qui",
-     "meer", "sur ce", "ici", "на этом", "på "});
+     "meer", "sur ce", "ici", "на этом", "på ", "on our server", "on our system", "on any of our", "auf diesem server",
+     "auf unserem server", "bei uns", "sur notre serveur", "dans notre syst", "en nuestro servidor",
+     "em nosso servidor", "sul nostro server", "na tym serwerze", "na tomto serveru", "на данном сервере",
+     "на нашем сервере", "på denna server", "på denne server"});
 /// What says behind such words, even clear ones, that it is so for the moment, or of something else.
 inline constexpr auto otherEnds = std::to_array<std::string_view>(
     {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
