@@ -6,11 +6,11 @@
 #include <string_view>
 
 #include "pages/Markdown.h"
-#include "recipients/AdviceFor.h"
-#include "recipients/CodeReasons.h"
-#include "recipients/PhraseReasons.h"
-#include "recipients/ReasonFinder.h"
-#include "recipients/TopicWords.h"
+#include "reasons/AdviceFor.h"
+#include "reasons/CodeReasons.h"
+#include "reasons/PhraseReasons.h"
+#include "reasons/ReasonFinder.h"
+#include "reasons/TopicWords.h"
 
 namespace bouncecheck {
 namespace {

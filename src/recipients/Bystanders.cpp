@@ -5,13 +5,13 @@
 #include <span>
 #include <utility>
 
+#include "mime/AddressForms.h"
+#include "mime/AddressSpans.h"
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
-#include "recipients/AddressForms.h"
-#include "recipients/AddressSpans.h"
+#include "reasons/NamedParty.h"
 #include "recipients/MessageReading.h"
-#include "recipients/NamedParty.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "recipients/AddressSpans.h"
+#include "mime/AddressSpans.h"
 #include "recipients/tables/NoticeLabels.h"
 
 namespace bouncecheck {

@@ -5,8 +5,8 @@
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
 #include "mime/ReportBodies.h"
+#include "reasons/PhraseReasons.h"
 #include "recipients/DialogueLine.h"
-#include "recipients/PhraseReasons.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 

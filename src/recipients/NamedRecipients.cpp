@@ -4,7 +4,7 @@
 #include <utility>
 
 #include <bouncecheck/Limits.h>
-#include "recipients/ReasonFinder.h"
+#include "reasons/ReasonFinder.h"
 #include "text/Ascii.h"
 #include "text/Utf8.h"
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "recipients/ReasonFinder.h"
+#include "reasons/ReasonFinder.h"
 #include "recipients/Sentence.h"
 #include "text/Ascii.h"
 

@@ -5,13 +5,13 @@
 #include <utility>
 #include <vector>
 
-#include "recipients/AddressForms.h"
-#include "recipients/AddressSpans.h"
-#include "recipients/AdviceFor.h"
-#include "recipients/PhraseReasons.h"
-#include "recipients/Sentence.h"
-#include "recipients/tables/SentenceWords.h"
+#include "mime/AddressForms.h"
+#include "mime/AddressSpans.h"
+#include "reasons/AdviceFor.h"
+#include "reasons/PhraseReasons.h"
+#include "reasons/tables/SentenceWords.h"
 #include "text/Ascii.h"
+#include "text/Lines.h"
 #include "text/Search.h"
 
 namespace bouncecheck {

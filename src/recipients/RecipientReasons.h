@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "reasons/ReasonFinder.h"
 #include "recipients/MessageReading.h"
-#include "recipients/ReasonFinder.h"
 #include "recipients/RecipientList.h"
 
 namespace bouncecheck {

@@ -7,17 +7,17 @@
 #include <utility>
 
 #include <bouncecheck/Limits.h>
+#include "mime/AddressSpans.h"
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
-#include "recipients/AddressSpans.h"
+#include "reasons/ReplyCodes.h"
 #include "recipients/Bystanders.h"
 #include "recipients/MessageReading.h"
 #include "recipients/Origin.h"
 #include "recipients/RecipientList.h"
 #include "recipients/RecipientReasons.h"
 #include "recipients/RemovalRequest.h"
-#include "recipients/ReplyCodes.h"
 #include "recipients/ReportSource.h"
 #include "recipients/TextRecipients.h"
 #include "recipients/Verp.h"

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string_view>
 
+#include "mime/AddressForms.h"
 #include "mime/Entity.h"
 #include "mime/Mailbox.h"
-#include "recipients/AddressForms.h"
 #include "recipients/Origin.h"
 #include "recipients/tables/RemovalSubjects.h"
 #include "text/Ascii.h"

@@ -3,9 +3,9 @@
 #include <array>
 #include <utility>
 
+#include "mime/AddressForms.h"
+#include "mime/AddressSpans.h"
 #include "mime/HeaderFields.h"
-#include "recipients/AddressForms.h"
-#include "recipients/AddressSpans.h"
 #include "text/Ascii.h"
 #include "text/ByteSet.h"
 #include "text/Controls.h"

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "mime/AddressSpans.h"
 #include "mime/Mailbox.h"
-#include "recipients/AddressSpans.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 

@@ -20,11 +20,6 @@ bool endsSentence(std::string_view text) noexcept {
            text.ends_with(wideComma);
 }
 
-std::string_view lineAt(std::string_view text, std::size_t at) noexcept {
-    const std::size_t begin = text.substr(0, at).find_last_of("\r\n") + 1;
-    return text.substr(begin, std::min(text.find_first_of("\r\n", at), text.size()) - begin);
-}
-
 std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
     constexpr std::size_t near = 600;
     const auto begin = static_cast<std::size_t>(sentence.data() - line.data());

@@ -3,12 +3,9 @@
 #include <cstddef>
 #include <string_view>
 
-#include "recipients/AddressSpans.h"
+#include "mime/AddressSpans.h"
 
 namespace bouncecheck {
-
-/// The line of `text` that the byte `at` is in, without its end.
-std::string_view lineAt(std::string_view text, std::size_t at) noexcept;
 
 /// What `line` says from the start of `sentence` on, as far as it is near and names nobody else.
 /// A reply may follow in a sentence of its own.

@@ -5,12 +5,12 @@
 #include <span>
 #include <utility>
 
-#include "recipients/AddressSpans.h"
+#include "mime/AddressSpans.h"
+#include "reasons/ReasonFinder.h"
 #include "recipients/DialogueLine.h"
 #include "recipients/LineShape.h"
 #include "recipients/NamedRecipients.h"
 #include "recipients/Paragraph.h"
-#include "recipients/ReasonFinder.h"
 #include "recipients/Sentence.h"
 #include "text/Ascii.h"
 #include "text/Search.h"

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "mime/AddressForms.h"
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
-#include "recipients/AddressForms.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 

@@ -1,0 +1,57 @@
+#include "reasons/ReplyText.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace bouncecheck {
+namespace {
+
+TEST(ReplyText, HasPhrasesAsTheTablesHaveThem) {
+    struct Case {
+        std::string_view text;
+        std::string_view plain;
+    };
+    const Case cases[] = {
+        {"no such  user\r\n\there", "no such user here"},
+        // codes, where they begin a line or go on with one
+        {"550-5.1.1 no such\r\n550 5.1.1 user", " no such user"},
+        {"error 550 in line 4 of 25", "error 550 in line 4 of 25"},
+        {"550 no\n550-such\n554", "no such 554"},
+        // marks of quoting
+        {"> no\n> such\n* user <b>", " no such user <b>"},
+        // addresses, but no part of one
+        {"user <a.b@x.example>: unknown (a+b@x.example.)", "user @: unknown (@.)"},
+        {"5a@x.example 5.1.1@x.example *c@x.example", "@ @ @"},
+        {"a@ b@@c <@> @d <e", "a@ b@@c <@> @d <e"},
+        {"x@y.example.in z", "@ z"},
+        // letters of two bytes, whole and cut, and what is typeset
+        {"\xC3\x84\xC3\x97\xD0\x9D\xD0\xA0", "a\xC3\x97\xD0\xBD\xD1\x80"},
+        {"\xC3\x86\xC3\xB1\xC4\x99\xC5\x81\xC5\xBF", "\xC3\xA6nels"},
+        {"\xC3 \xC4", "\xC3 \xC4"},
+        {"don\xE2\x80\x99t\xC2\xA0\xE3\x80\x80\xE4\xB8\x8D\xE5\xAD\x98",
+         "don't \xE4\xB8\x8D\xE5\xAD\x98"},
+        {"\xE4\xB8\x8D"
+         "a@x.example\xE5\xAD\x98",
+         "\xE4\xB8\x8D@\xE5\xAD\x98"},
+    };
+    for (const Case& c : cases) {
+        const ReplyText reply(c.text);
+        EXPECT_EQ(reply.view(), c.plain) << c.text;
+        // What is found is quoted from the text, wherever a part begins and ends.
+        for (std::size_t at = 0; at < c.plain.size(); ++at) {
+            for (std::size_t length = 1; length <= c.plain.size() - at; ++length) {
+                const TextPart part = reply.inText({at, length});
+                ASSERT_LE(part.at + part.length, c.text.size());
+                EXPECT_GE(part.length, 1U) << c.text << " at " << at;
+            }
+        }
+    }
+    const std::string_view folded = "550-no such\r\n550 user, sorry";
+    const TextPart part = ReplyText(folded).inText({3, 9});
+    EXPECT_EQ(folded.substr(part.at, part.length), "such\r\n550 user");
+}
+
+}  // namespace
+}  // namespace bouncecheck
