@@ -3327,7 +3327,6 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"@ was terminated", Reason::inactiveMailbox},
     {"@ has been terminated", Reason::inactiveMailbox},
     {"@ is terminated", Reason::inactiveMailbox},
-    {"@ was deactivated", Reason::inactiveMailbox},
     {"account has been wiped", Reason::unknownMailbox},
     {"account has been erased", Reason::unknownMailbox},
     {"account has been purged", Reason::unknownMailbox},
