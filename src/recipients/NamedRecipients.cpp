@@ -75,8 +75,7 @@ std::vector<TextRecipient> NamedRecipients::take() {
     spreadShared();
     spreadHeadings();
     for (TextRecipient& one : stated) {
-        const bool isExplained = saysWhy(one.said) || cuesIn(one.said).has(Cue::failure);
-        one.isLone = one.isLone && !isExplained;
+        one.isLone = one.isLone && !cuesIn(one.said).has(Cue::failure) && !saysWhy(one.said);
     }
     // Sentences say more than an address for which there is no reason to stand there.
     if (std::ranges::all_of(stated, &TextRecipient::isLone) && !of(Tier::sentence).empty()) {

@@ -213,8 +213,8 @@ bool RecipientReasons::namesSenderDomain(const Recipient& recipient,
 bool RecipientReasons::mayBeAboutOthers(const Recipient& recipient,
                                         const ReasonFinding& finding) const {
     if (list_.isDoubted(recipient)) return true;
-    if (!finding.inNotice && saysSome(recipient.diagnostic, finding) &&
-        !containsNoCase(recipient.diagnostic, recipient.address)) {
+    if (!finding.inNotice && !containsNoCase(recipient.diagnostic, recipient.address) &&
+        saysSome(recipient.diagnostic, finding)) {
         return true;
     }
     if (finding.reason != Reason::unknownDomain) return false;
@@ -265,12 +265,14 @@ RecipientReasons::Explanation RecipientReasons::explain(const Recipient& recipie
 /// else.
 void RecipientReasons::doubt(const Recipient& recipient, const ReplyCodes& codes,
                              std::string_view notice, ReasonFinding& finding) const {
+    // Of other reasons it does not matter how sure they are.
+    if (!isAboutMailbox(finding.reason)) return;
     const bool areOnlyWords = isOnlySaid(finding, codes);
     const bool mayBeOfFilter = areOnlyWords && !namesOwn(recipient, finding);
     if (mayBeOfFilter && isReplyToData(recipient)) finding.isSure = false;
     if (finding.isSure && mayBeAboutOthers(recipient, finding)) finding.isSure = false;
     if (areOnlyWords && namesOther(recipient, finding)) finding.isSure = false;
-    if (isAboutMailbox(finding.reason) && isAboutSender(recipient, finding, notice)) {
+    if (isAboutSender(recipient, finding, notice)) {
         finding.reason = Reason::policy;
         finding.isSure = false;
     }
