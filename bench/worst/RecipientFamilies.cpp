@@ -61,6 +61,15 @@ constexpr Family families[] = {
          return numbered(n, "Final-Recipient: rfc822;", "\nAction: failed\n\n",
                          head.append(thenReport));
      }},
+    // The sentence that has one is about many addresses.
+    {"recipients-of-one-sentence",
+     [](std::size_t n) {
+         std::string head = std::string(inBoth) + "user unknown";
+         const std::size_t others = std::min<std::size_t>(20'000, n / 50);
+         for (std::size_t i = 0; i < others; ++i) head += " a@y.example";
+         return numbered(n, "Final-Recipient: rfc822;", "\nAction: failed\n\n",
+                         head.append("\n\n").append(thenReport));
+     }},
     {"recipients-of-a-report",
      [](std::size_t n) {
          return numbered(n, "Final-Recipient: rfc822;", "\nAction: failed\n\n", inReport);

@@ -83,6 +83,14 @@ bool saysSome(std::string_view text, const ReasonFinding& finding) {
                                [&](std::string_view words) { return containsNoCase(line, words); });
 }
 
+/// What of the line that the byte `at` of `text` is in stands near it: the line is read again for
+/// each recipient, and may be as long as the text.
+std::string_view lineNear(std::string_view text, std::size_t at) {
+    constexpr std::size_t near = 250;
+    const std::size_t begin = at - std::min(at, near);
+    return lineAt(text.substr(begin, 2 * near), at - begin);
+}
+
 bool isAddressOf(const Recipient& recipient, std::string_view address) {
     return ascii::equalsNoCase(address, recipient.address) ||
            ascii::equalsNoCase(address, recipient.finalAddress);
@@ -177,7 +185,7 @@ bool RecipientReasons::isAboutSender(const Recipient& recipient, const ReasonFin
     const std::string_view text = recipient.diagnostic;
     if (namesSender(recipient, finding, text, finding.inNotice ? npos : finding.at)) return true;
     if (finding.inNotice) {
-        const std::string_view line = lineAt(notice, finding.at);
+        const std::string_view line = lineNear(notice, finding.at);
         const auto begin = static_cast<std::size_t>(line.data() - notice.data());
         if (namesSender(recipient, finding, line, finding.at - begin)) return true;
     }
