@@ -143,7 +143,7 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
     if (name.empty() || !ascii::equalsNoCase(last, name)) return false;
     const std::string_view front = unquoted(said.substr(0, said.size() - last.size()));
     const std::string_view kind = lastWord(front);
-    if (isCode(kind)) return true;
+    if (isCode(kind)) return !isOneOf(name, notMailboxes);
     return isOneOf(kind, kinds) && beginsClause(front.substr(0, front.size() - kind.size()));
 }
 
@@ -163,6 +163,8 @@ bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::st
     std::string_view front = before(text, at);
     if (endsJoined(front, '\'')) front.remove_suffix(2);  // "de l'"
     std::string_view said = withoutBetween(front, isArticle);
+    const bool isAnnounced = ascii::trimRight(front).ends_with(':');
+    if (isAnnounced && isOneOf(lastWord(said), genitives)) return false;  // "failed with: user"
     if (isOneOf(lastWord(said), kinds)) {
         // "user a@x.example"
         said = withoutBetween(said.substr(0, said.size() - lastWord(said).size()), isArticle);
@@ -172,6 +174,13 @@ bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::st
     const std::string_view whose = ascii::trimRight(said.substr(0, said.size() - word.size()));
     return !beginsWords(whose) && !isOneOf(lastWord(whose), kinds) &&
            !isOneOf(lastWord(whose), addressWords);
+}
+
+bool isSupposed(std::string_view text, std::size_t at) {
+    const auto isBetween = [](std::string_view word) {
+        return isArticle(word) || isOneOf(word, attributes) || isOneOf(word, addressWords);
+    };
+    return isOneOf(lastWord(withoutBetween(before(text, at), isBetween)), conditions);
 }
 
 bool isSaidOfNothingElse(std::string_view text, std::size_t at,

@@ -28,6 +28,10 @@ bool isSaidOfSender(std::string_view text, std::size_t at);
 /// of `kinds`: "License for user unknown", but not "Mailbox of user unknown".
 bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::string_view> kinds);
 
+/// Whether the words at `at`, which begin with a mailbox, only suppose something of it: "if the
+/// mailbox was deleted".
+bool isSupposed(std::string_view text, std::size_t at);
+
 /// Whether the words at `at` begin a sentence, or are said of no more than one of `kinds`, by a
 /// "we" at most: "Not found: ann", "Recipient is unknown: ann", but not "Key not found: ann".
 bool isSaidOfNothingElse(std::string_view text, std::size_t at,

@@ -131,13 +131,14 @@ private:
     }
 
     /// Whether the words, which stand in `text`, call a mailbox by its kind, of which only
-    /// something is meant ("License for user not found"), or go on to say less ("disabled at the
-    /// moment").
+    /// something is meant ("License for user not found"), only suppose it ("if the mailbox was
+    /// deleted"), or go on to say less ("disabled at the moment").
     bool isSaidOfLess(std::string_view text) const {
         if (!isAboutMailbox(found_.reason)) return false;
-        const bool isPart =
-            beginsWithMailbox(found_.row) && isSaidOfPart(text, found_.at, mailboxNames);
-        return isPart || goesOnOtherwise(text, found_.at + found_.length);
+        const bool isOtherwise =
+            beginsWithMailbox(found_.row) &&
+            (isSaidOfPart(text, found_.at, mailboxNames) || isSupposed(text, found_.at));
+        return isOtherwise || goesOnOtherwise(text, found_.at + found_.length);
     }
 
     void find(std::string_view notice) {

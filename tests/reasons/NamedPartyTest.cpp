@@ -101,6 +101,7 @@ TEST(NamedParty, IsWhoseSomethingIs) {
         {"Le profil de l'user unknown", true},  {"user unknown", false},
         {"550 for user unknown", false},        {"Sorry, the user unknown", false},
         {"No mailbox for user unknown", false}, {"Address of the user unknown", false},
+        {"Failed with: user unknown", false},   {"Rejected for user unknown", false},
     };
     for (const auto& [text, isPart] : cases) {
         EXPECT_EQ(isSaidOfPart(text, text.find("user"), kinds), isPart) << text;

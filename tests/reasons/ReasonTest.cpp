@@ -98,6 +98,10 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "550 Le profil de l'utilisateur introuvable", "unknown-mailbox", "retry"},
         {"", "550 Mailbox of user not found", "unknown-mailbox", "suppress"},
         {"", "550 Session with user ann@x.example not found", "unknown-mailbox", "retry"},
+        // what is only supposed
+        {"", "550 This happens if the mailbox does not exist", "unknown-mailbox", "retry"},
+        {"", "550 Si la cuenta no existe", "unknown-mailbox", "retry"},
+        {"5.1.1", "550 5.1.1 Rejected when the user is unknown", "unknown-mailbox", "suppress"},
         // for a while, or for some mail
         {"", "550 Mailbox disabled at the moment", "inactive-mailbox", "retry"},
         {"5.1.1", "User removed from the list", "unknown-mailbox", "suppress"},
@@ -236,6 +240,12 @@ TEST(Reason, IsSureOfAMailboxThatIsClosedForGood) {
             EXPECT_EQ(finding.reason, Reason::inactiveMailbox) << text;
             EXPECT_EQ(finding.isSure, isSure) << text;
         }
+    }
+    // Some mailboxes are called as what is said of is.
+    for (const std::string_view address : {"mail@x.example", "service@x.example"}) {
+        const std::string text =
+            "550 " + std::string(address.substr(0, address.find('@'))) + " was removed";
+        EXPECT_FALSE(reasonOf({.text = text, .address = address}).isSure) << text;
     }
     EXPECT_EQ(
         reasonOf({.text = "550 Domain x.example was decommissioned", .address = "a@x.example"})

@@ -35,7 +35,13 @@ inline constexpr auto genitives = std::to_array<std::string_view>(
 /// What may be somebody's that is gone with them, beside the names of mailboxes.
 inline constexpr auto addressWords = std::to_array<std::string_view>(
     {"address", "e-mail", "email", "mail", "message", "delivery", "adresse", "boîte", "boite", "buzón", "buzon",
-     "casilla", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres"});
+     "casilla", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres",
+     // or what was refused for that
+     "rcpt", "rejected", "refused", "bounced", "returned", "responded", "replied"});
+/// What a reply may begin with that is no mailbox, though some are called so.
+inline constexpr auto notMailboxes = std::to_array<std::string_view>(
+    {"mail", "email", "e-mail", "post", "message", "nachricht", "service", "server", "host", "connection", "access",
+     "session", "delivery"});
 /// What may stand between those and a mailbox.
 inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "destination", "opgegeven", "angivna", "podany", "указанный",
@@ -45,6 +51,10 @@ inline constexpr auto openers = std::to_array<std::string_view>(
     {"because", "since",  "as",       "that",    "but",       "sorry", "weil",
      "dass",    "denn",   "omdat",    "dat",     "car",       "que",   "porque",
      "pois",    "perché", "ponieważ", "protože", "поскольку", "что"});
+/// What clauses begin with that only suppose something: "if the mailbox was deleted".
+inline constexpr auto conditions = std::to_array<std::string_view>(
+    {"if", "when", "whether", "wenn", "falls", "ob", "si", "se", "cuando", "quando", "lorsque", "indien", "wanneer",
+     "jeśli", "если", "когда"});
 /// Who does not know a mailbox, in front of the words that say so.
 inline constexpr auto pronouns = std::to_array<std::string_view>({"i", "we"});
 /// What may end a sentence behind what is said, in front of a stop.
@@ -63,7 +73,7 @@ inline constexpr auto otherEnds = std::to_array<std::string_view>(
      "at the moment", "at present", "right now", "for now", "during", "while", "by signal", "im moment", "zur zeit",
      "derzeit", "momentan", "pour le moment", "per il momento", "no momento", "for the sender", "for external",
      "for mail from", "for messages from", "to mail from", "to messages from", "for pop", "for imap", "for smtp",
-     "for sending", "für externe", "fuer externe", "from the list", "from your list",
+     "for sending", "für externe", "fuer externe", "from the list", "from your list", "from the cache", "dari daftar",
      "in blacklist", "in the blacklist"});
 /// What the phrases of closed mailboxes hold that may open again, or that only take no mail.
 inline constexpr auto passingWords = std::to_array<std::string_view>(
