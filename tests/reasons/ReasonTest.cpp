@@ -102,6 +102,11 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "550 This happens if the mailbox does not exist", "unknown-mailbox", "retry"},
         {"", "550 Si la cuenta no existe", "unknown-mailbox", "retry"},
         {"5.1.1", "550 5.1.1 Rejected when the user is unknown", "unknown-mailbox", "suppress"},
+        // nobody who left
+        {"", "550 Der Server arbeitet nicht mehr", "other", "retry"},
+        {"", "550 Ann arbeitet nicht mehr bei uns", "unknown-mailbox", "suppress"},
+        {"", "550 Su dominio ya no pertenece a la lista", "other", "retry"},
+        {"", "550 Gönderen hesabı bulunamadı", "policy", "fix"},
         // for a while, or for some mail
         {"", "550 Mailbox disabled at the moment", "inactive-mailbox", "retry"},
         {"5.1.1", "User removed from the list", "unknown-mailbox", "suppress"},
@@ -228,6 +233,8 @@ TEST(Reason, IsSureOfAMailboxThatIsClosedForGood) {
         {"550 Virtual user ann has been closed on our server", true},
         {"550 The list of account ann has been closed", false},
         {"550 Account joe has been closed", false},
+        {"550 Delivery to ann@x.example was terminated due to timeout", false},
+        {"550 ann@x.example was terminated", true},
         {"550 La regla de la cuenta fue cancelada", false},
         {"550 Account ann is on hold", false},
         {"550 Konto wurde gesperrt", false},
