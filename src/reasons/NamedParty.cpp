@@ -163,7 +163,12 @@ bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::st
     std::string_view front = before(text, at);
     if (endsJoined(front, '\'')) front.remove_suffix(2);  // "de l'"
     std::string_view said = withoutBetween(front, isArticle);
-    const bool isAnnounced = ascii::trimRight(front).ends_with(':');
+    front = ascii::trimRight(front);
+    const bool leadsThere = ascii::equalsNoCase(lastWord(front), "to");
+    if (leadsThere && isOneOf(lastWord(said), notMailboxes)) {
+        return !isOneOf(lastWord(said), addressWords);
+    }
+    const bool isAnnounced = front.ends_with(':');
     if (isAnnounced && isOneOf(lastWord(said), genitives)) return false;  // "failed with: user"
     if (isOneOf(lastWord(said), kinds)) {
         // "user a@x.example"

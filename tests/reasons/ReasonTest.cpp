@@ -107,6 +107,8 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "550 Ann arbeitet nicht mehr bei uns", "unknown-mailbox", "suppress"},
         {"", "550 Su dominio ya no pertenece a la lista", "other", "retry"},
         {"", "550 Gönderen hesabı bulunamadı", "policy", "fix"},
+        {"", "550 Connection to ann@x.example was closed", "inactive-mailbox", "retry"},
+        {"", "550 Delivery to ann@x.example does not exist", "unknown-mailbox", "suppress"},
         // for a while, or for some mail
         {"", "550 Mailbox disabled at the moment", "inactive-mailbox", "retry"},
         {"5.1.1", "User removed from the list", "unknown-mailbox", "suppress"},

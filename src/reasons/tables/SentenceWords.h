@@ -38,10 +38,11 @@ inline constexpr auto addressWords = std::to_array<std::string_view>(
      "casilla", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres",
      // or what was refused for that
      "rcpt", "rejected", "refused", "bounced", "returned", "responded", "replied"});
-/// What a reply may begin with that is no mailbox, though some are called so.
+/// What a reply may begin with that is no mailbox, though some are called so; also, of what leads
+/// "to" a mailbox, what is not gone with it: "Connection to ann@x.example was closed".
 inline constexpr auto notMailboxes = std::to_array<std::string_view>(
     {"mail", "email", "e-mail", "post", "message", "nachricht", "service", "server", "host", "connection", "access",
-     "session", "delivery"});
+     "session", "delivery", "forwarding", "subscription"});
 /// What may stand between those and a mailbox.
 inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "destination", "opgegeven", "angivna", "podany", "указанный",
