@@ -166,7 +166,7 @@ std::string completedCopy(std::string_view text, std::size_t missing) {
     for (; text.size() >= BlockWriter::read; text.remove_prefix(maskedBytes)) {
         write(text.data(), text);
     }
-    // The rest as if more came behind it.
+    // The rest with NULs behind it, so that whole blocks can be read.
     std::array<char, 2 * BlockWriter::read> last{};
     std::copy_n(text.data(), text.size(), last.data());
     std::size_t written = 0;

@@ -28,10 +28,9 @@ bool namesMailbox(const PhraseRow& hint) {
 
 /// Whether the words say that something is not there, or is closed for good.
 bool saysGone(const PhraseRow& hint) {
-    return isAboutMailbox(hint.reason) &&
-           std::ranges::none_of(passingWords, [&](std::string_view words) {
-               return hint.reason == Reason::inactiveMailbox && contains(hint.phrase, words);
-           });
+    if (hint.reason != Reason::inactiveMailbox) return isAboutMailbox(hint.reason);
+    return std::ranges::none_of(
+        passingWords, [&](std::string_view words) { return contains(hint.phrase, words); });
 }
 
 }  // namespace

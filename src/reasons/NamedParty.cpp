@@ -124,7 +124,7 @@ bool beginsWithAddress(std::string_view text) {
 /// Far more than the words between, so that time is linear.
 constexpr std::size_t most = 256;
 
-std::string_view before(std::string_view text, std::size_t at) {
+std::string_view textBefore(std::string_view text, std::size_t at) {
     const std::size_t begin = at < most ? 0 : at - most;
     return text.substr(begin, at - begin);
 }
@@ -132,13 +132,13 @@ std::string_view before(std::string_view text, std::size_t at) {
 }  // namespace
 
 bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length) {
-    return isAddress(lastWord(withoutBetween(before(text, at), isHostLink))) ||
+    return isAddress(lastWord(withoutBetween(textBefore(text, at), isHostLink))) ||
            beginsWithAddress(text.substr(at + length, most));
 }
 
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds) {
-    const std::string_view said = withoutBetween(before(text, at), isLink);
+    const std::string_view said = withoutBetween(textBefore(text, at), isLink);
     const std::string_view last = lastWord(said);
     if (name.empty() || !ascii::equalsNoCase(last, name)) return false;
     const std::string_view front = unquoted(said.substr(0, said.size() - last.size()));
@@ -148,7 +148,7 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
 }
 
 bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
-    const std::string_view said = withoutBetween(before(text, at), isLink);
+    const std::string_view said = withoutBetween(textBefore(text, at), isLink);
     return std::ranges::any_of(kinds, [&](std::string_view kind) {
         if (said.size() < kind.size()) return false;
         const std::string_view front = said.substr(0, said.size() - kind.size());
@@ -160,7 +160,7 @@ bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::st
 }
 
 bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
-    std::string_view front = before(text, at);
+    std::string_view front = textBefore(text, at);
     if (endsJoined(front, '\'')) front.remove_suffix(2);  // "de l'"
     std::string_view said = withoutBetween(front, isArticle);
     front = ascii::trimRight(front);
@@ -185,18 +185,18 @@ bool isSupposed(std::string_view text, std::size_t at) {
     const auto isBetween = [](std::string_view word) {
         return isArticle(word) || isOneOf(word, attributes) || isOneOf(word, addressWords);
     };
-    return isOneOf(lastWord(withoutBetween(before(text, at), isBetween)), conditions);
+    return isOneOf(lastWord(withoutBetween(textBefore(text, at), isBetween)), conditions);
 }
 
 bool isSaidOfNothingElse(std::string_view text, std::size_t at,
                          std::span<const std::string_view> kinds) {
-    const std::string_view front = before(text, at);
+    const std::string_view front = textBefore(text, at);
     return beginsClause(front) || isOneOf(lastWord(withoutBetween(front, isLink)), pronouns) ||
            isSaidOfKind(text, at, kinds);
 }
 
 bool isSaidOfSender(std::string_view text, std::size_t at) {
-    return endsWithOtherSubject(before(text, at));
+    return endsWithOtherSubject(textBefore(text, at));
 }
 
 bool goesOnOtherwise(std::string_view text, std::size_t at) {

@@ -130,10 +130,10 @@ private:
         return isElse(PhraseKind::fair) || isElse(PhraseKind::weak);
     }
 
-    /// Whether the words, which stand in `text`, call a mailbox by its kind, of which only
-    /// something is meant ("License for user not found"), only suppose it ("if the mailbox was
-    /// deleted"), or go on to say less ("disabled at the moment").
-    bool isSaidOfLess(std::string_view text) const {
+    /// Whether the words, which stand in `text`, are about something that belongs to a mailbox
+    /// ("License for user not found"), only suppose it ("if the mailbox was deleted"), or go on to
+    /// say less ("disabled at the moment").
+    bool isQualified(std::string_view text) const {
         if (!isAboutMailbox(found_.reason)) return false;
         const bool isOtherwise =
             beginsWithMailbox(found_.row) &&
@@ -152,7 +152,7 @@ private:
         // why, without a code, may be those that introduce a reply. Codes that are given to
         // any failure count last.
         if (take(matches, PhraseKind::clear, false)) {
-            if (!definite && (saysAlternative(matches) || isSaidOfLess(reply_.text))) {
+            if (!definite && (saysAlternative(matches) || isQualified(reply_.text))) {
                 found_.isSure = false;
             }
             return;
@@ -252,7 +252,7 @@ private:
         const ReplyCodes codes = codesIn(notice);
         noteCodesOf(codes);
         if (take(matches, PhraseKind::clear, true)) {
-            if (!codes_.definite() && isSaidOfLess(notice)) found_.isSure = false;
+            if (!codes_.definite() && isQualified(notice)) found_.isSure = false;
             return isOfReply(notice);
         }
         if (takeStatusOf(notice, codes)) return true;

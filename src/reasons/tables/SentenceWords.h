@@ -90,8 +90,5 @@ inline constexpr auto otherSubjects = std::to_array<std::string_view>(
 /// "Host-Adresse".
 inline constexpr auto otherParts = std::to_array<std::string_view>(
     {"ip", "host", "server", "web", "internet", "helo", "absender", "rücksende"});
-/// How notices speak of several recipients of whom not all have to have failed.
-inline constexpr auto partialWords = std::to_array<std::string_view>(
-    {"one or more", "at least one", "some of", "some recipients", "some addresses", "some users"});
 
 }  // namespace bouncecheck
