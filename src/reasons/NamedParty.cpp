@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "reasons/ReplyText.h"
 #include "reasons/tables/SentenceWords.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -149,14 +150,18 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
 
 bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
     const std::string_view said = withoutBetween(textBefore(text, at), isLink);
-    return std::ranges::any_of(kinds, [&](std::string_view kind) {
-        if (said.size() < kind.size()) return false;
-        const std::string_view front = said.substr(0, said.size() - kind.size());
-        const bool isWord =
-            front.empty() || (ascii::isAscii(front.back()) && !ascii::isAlnum(front.back()));
-        return isWord && ascii::equalsNoCase(said.substr(front.size()), kind) &&
-               beginsClause(front);
-    });
+    // Kinds stand in the tables as ReplyText has them, whose parts have other lengths.
+    constexpr int mostWords = 6;
+    int words = 0;
+    for (std::size_t begin = said.size(); begin > 0 && words < mostWords;) {
+        --begin;
+        const char front = begin > 0 ? said[begin - 1] : ' ';
+        if (!ascii::isAscii(front) || ascii::isAlnum(front)) continue;
+        ++words;
+        const ReplyText kind(said.substr(begin));
+        if (isOneOf(kind.view(), kinds) && beginsClause(said.substr(0, begin))) return true;
+    }
+    return false;
 }
 
 bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {

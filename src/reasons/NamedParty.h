@@ -17,7 +17,8 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds);
 
 /// Whether the words at `at` of a reply are said of no more than one of `kinds`, with which a
-/// sentence begins: "La cuenta no existe", but not "La clave de la cuenta".
+/// sentence begins: "La cuenta no existe", but not "La clave de la cuenta". The kinds are as
+/// ReplyText has them.
 bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds);
 
 /// Whether "Sender:", or what else belongs to the sender's side, stands right in front of the words

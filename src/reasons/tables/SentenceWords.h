@@ -14,7 +14,8 @@ inline constexpr auto linkWords = std::to_array<std::string_view>(
      "does", "do",  "could", "can",    "cannot", "be",    "foi",       "sido",        "ha",
      "esta", "est", "stato", "ist",    "wird",   "wurde", "es",        "é",           "è",
      "är",   "er",  "jest",  "konnte", "leider", "ya",    "já",
-     "zostało", "została", "został",
+     "zostało", "została", "został", "już", "již", "je", "kon", "werd", "kunde", "kunne", "har",
+     "este", "είναι", "már", "véglegesen", "artık", "был", "была", "больше", "був", "була", "більше",
      // and what is added to the name
      "indicada", "indicado", "indicato", "informado", "informada", "especificada", "especificado",
      "specificato", "specified", "provided", "angegeben"});
@@ -27,7 +28,9 @@ inline constexpr auto hostLinkWords =
 inline constexpr auto articles = std::to_array<std::string_view>(
     {"the",    "a",      "an",  "this", "that", "der", "die",   "das", "dieser", "diese", "dieses",
      "el",     "la",     "le",  "o",    "il",   "lo",  "cette", "ce",  "cet",    "esta",  "este",
-     "questo", "questa", "dit", "deze", "het",  "et",  "az",    "ten", "ta",     "to",    "этот"});
+     "questo", "questa", "dit", "deze", "het",  "et",  "az",    "ten", "ta",     "to",    "этот",
+     "Этот", "эта", "Эта", "ese", "esa", "esse", "essa", "denne", "dette", "denna", "detta", "den", "det", "ez",
+     "tento", "tato", "bu", "acest", "această", "цей", "Цей", "ця", "Ця", "ο", "Ο", "η", "Η", "το", "Το"});
 /// What stands between something and those whose it is.
 inline constexpr auto genitives = std::to_array<std::string_view>(
     {"of", "for", "de", "des", "du", "del", "della", "do", "da", "von", "van", "für", "pour", "para", "per",
@@ -35,7 +38,7 @@ inline constexpr auto genitives = std::to_array<std::string_view>(
 /// What may be somebody's that is gone with them, beside the names of mailboxes.
 inline constexpr auto addressWords = std::to_array<std::string_view>(
     {"address", "e-mail", "email", "mail", "message", "delivery", "adresse", "boîte", "boite", "buzón", "buzon",
-     "casilla", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres",
+     "casilla", "réception", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres",
      // or what was refused for that
      "rcpt", "rejected", "refused", "bounced", "returned", "responded", "replied"});
 /// What a reply may begin with that is no mailbox, though some are called so; also, of what leads
@@ -46,7 +49,8 @@ inline constexpr auto notMailboxes = std::to_array<std::string_view>(
 /// What may stand between those and a mailbox.
 inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "destination", "opgegeven", "angivna", "podany", "указанный",
-     "Указанный", "virtual", "local", "почтовый", "Почтовый"});
+     "Указанный", "virtual", "local", "почтовый", "Почтовый", "данный", "Данный", "вказана", "Вказана", "här",
+     "oppgitte", "angivne", "podana", "podane", "zadaná", "zadaný", "megadott", "belirtilen"});
 /// What clauses begin with, in front of that.
 inline constexpr auto openers = std::to_array<std::string_view>(
     {"because", "since",  "as",       "that",    "but",       "sorry", "weil",
@@ -66,7 +70,8 @@ inline constexpr auto closings = std::to_array<std::string_view>(
      "meer", "sur ce", "ici", "на этом", "på ", "on our server", "on our system", "on any of our", "auf diesem server",
      "auf unserem server", "bei uns", "sur notre serveur", "dans notre syst", "en nuestro servidor",
      "em nosso servidor", "sul nostro server", "na tym serwerze", "na tomto serveru", "на данном сервере",
-     "на нашем сервере", "på denna server", "på denne server"});
+     "на нашем сервере", "på denna server", "på denne server", "längre", "lenger", "længere", "chez nous",
+     "su questo", "op deze", "pe acest", "ezen a", "на этом сервере", "на цьому", "trên ", "πλέον", "już"});
 /// What says behind such words, even clear ones, that it is so for the moment, or of something else.
 inline constexpr auto otherEnds = std::to_array<std::string_view>(
     {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
