@@ -157,6 +157,33 @@ TEST(Reason, GoesByWhatRepliesSay) {
     }
 }
 
+TEST(Reason, IsSaidOfTheMailboxInOtherLanguages) {
+    struct Case {
+        std::string_view text, reason, advice;
+    };
+    const Case cases[] = {
+        {"550 Účet příjemce neexistuje", "unknown-mailbox", "suppress"},
+        {"550 Kontot existerar inte", "unknown-mailbox", "suppress"},
+        {"550 E-posta adresi artık mevcut değil", "unknown-mailbox", "suppress"},
+        {"550 ПОЛЬЗОВАТЕЛЬ УДАЛЕН", "unknown-mailbox", "suppress"},
+        {"550 Η διεύθυνση δεν είναι έγκυρη", "unknown-mailbox", "suppress"},
+        {"550 메일 주소가 올바르지 않습니다", "unknown-mailbox", "suppress"},
+        {"550 该邮箱已注销", "inactive-mailbox", "suppress"},
+        {"550 Kvóta túllépve", "mailbox-full", "retry"},
+        {"550 A levél túl nagy", "message-too-large", "fix"},
+        {"550 Klíč příjemce neexistuje", "unknown-mailbox", "retry"},
+        {"550 Certifikatet er ugyldig", "unknown-mailbox", "retry"},
+        {"550 送信者のアカウントは削除されました", "policy", "fix"},
+        {"550 Din konto findes ikke", "policy", "fix"},
+        {"550 Osoite on tilapäisesti tuntematon", "unknown-mailbox", "retry"},
+    };
+    for (const Case& c : cases) {
+        const ReasonFinding finding = reasonOf({.text = c.text, .address = "a@x.example"});
+        EXPECT_EQ(nameOf(finding.reason), c.reason) << c.text << " by " << finding.row;
+        EXPECT_EQ(nameOf(adviceFor(Outcome::failed, finding)), c.advice) << c.text;
+    }
+}
+
 TEST(Reason, DependsOnTheOutcome) {
     const Reply reply = {.outcome = Outcome::delayed, .text = "550 5.1.1 user unknown"};
     EXPECT_EQ(adviceFor(Outcome::delayed, reasonOf(reply)), Advice::retry);
