@@ -41,7 +41,8 @@ does not exist, or is closed for good, is as good as a clear one where it is sai
 recipient's own mailbox or domain ("User ann does not exist"), or where a sentence begins with a
 mailbox ("La cuenta no existe"). Even a clear one is in doubt where a mailbox is not all that it
 is about ("License for user not found", "user not found: LDAP timeout") or where it is only
-supposed ("if the mailbox was deleted"), and no definite status settles it. A word ("SPF") says what is meant where a hint or a common code is all that there is.
+supposed ("if the mailbox was deleted"), and no definite status settles it. A word ("SPF") says
+what is meant where a hint or a common code is all that there is.
 
 Letter case, and how a reply is folded into lines, do not matter; `@` in a phrase stands for
 any address. The first number of a status code (`5.1.1`) says whether a later try may

@@ -5,8 +5,8 @@
 namespace bouncecheck {
 
 /// Phrases as ReplyText has them: in small letters, Latin ones without accents, white space as one
-/// blank, an address as "@". Of those that stand in a text the first row counts, so the special come before the general:
-/// what is said of the sender or the message before what is said of the mailbox.
+/// blank, an address as "@". Of those that stand in a text the first row counts, so the special come
+/// before the general: what is said of the sender or the message before what is said of the mailbox.
 
 /// By these, systems say that a reply came before any recipient was named: it is about the
 /// sender, whatever it says does not exist. They are searched in the text as it stands.
@@ -1429,6 +1429,10 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"malformed header", Reason::content},
     {"malformed message", Reason::content},
     {"malformed mime", Reason::content},
+    {"headers malformed", Reason::content},
+    {"does not conform to rfc", Reason::content},
+    {"banned, id", Reason::content},
+    {"spamscore", Reason::content},
     {"multiple from", Reason::content},
     {"more than one from", Reason::content},
     {"not rfc 5322", Reason::content},
@@ -3559,7 +3563,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"mailbox retired", Reason::inactiveMailbox},
     {"to reach was cancelled", Reason::inactiveMailbox},
     {"to reach was canceled", Reason::inactiveMailbox},
-    {"to reach was closed", Reason::inactiveMailbox},
+    {"you tried to reach was closed", Reason::inactiveMailbox},
     {"to reach was disabled", Reason::inactiveMailbox},
     {"to reach was deactivated", Reason::inactiveMailbox},
     {"to reach was deleted", Reason::unknownMailbox},
@@ -3569,7 +3573,6 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"boite aux lettres cloturee", Reason::inactiveMailbox},
     {"compte cloture", Reason::inactiveMailbox},
     {"customer has left", Reason::unknownMailbox},
-    {"recipient moved", Reason::unknownMailbox},
     {"seinen account geloscht", Reason::unknownMailbox},
     {"sein konto geloscht", Reason::unknownMailbox},
     {"sein postfach geloscht", Reason::unknownMailbox},
@@ -5640,7 +5643,6 @@ inline constexpr PhraseRow weakPhrases[] = {
     {"gekuendigt", Reason::inactiveMailbox},
     {"wurde geschlossen", Reason::inactiveMailbox},
     {"ist geschlossen", Reason::inactiveMailbox},
-    {"a ete supprime", Reason::inactiveMailbox},
     {"a ete ferme", Reason::inactiveMailbox},
     {"a ete cloture", Reason::inactiveMailbox},
     {"a ete resilie", Reason::inactiveMailbox},
@@ -6081,7 +6083,7 @@ inline constexpr PhraseRow weakPhrases[] = {
     {"was deleted", Reason::unknownMailbox},
     {"no longer uses", Reason::inactiveMailbox},
     {"har slutat", Reason::inactiveMailbox},
-    {"a fost șters", Reason::unknownMailbox},
+    {"a fost șters", Reason::inactiveMailbox},
     {"έχει διαγραφεί", Reason::unknownMailbox},
     {"видален", Reason::unknownMailbox},
     {"telah dihapus", Reason::unknownMailbox},

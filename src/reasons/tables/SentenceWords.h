@@ -34,7 +34,7 @@ inline constexpr auto articles = std::to_array<std::string_view>(
 /// What stands between something and those whose it is.
 inline constexpr auto genitives = std::to_array<std::string_view>(
     {"of", "for", "de", "des", "du", "del", "della", "do", "da", "von", "van", "für", "pour", "para", "per",
-     "with", "mit", "avec", "con", "com"});
+     "with", "mit", "avec", "con", "com", "til", "för"});
 /// What may be somebody's that is gone with them, beside the names of mailboxes.
 inline constexpr auto addressWords = std::to_array<std::string_view>(
     {"address", "e-mail", "email", "mail", "message", "delivery", "adresse", "boîte", "boite", "buzón", "buzon",
