@@ -5,8 +5,10 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 
 #include "tool/ToolRun.h"
@@ -242,6 +244,22 @@ TEST_F(SourcesTest, ReportsWhatCannotBeReadToItsEnd) {
         [&](std::string_view, std::string_view reason) { problems.emplace_back(reason); });
     EXPECT_EQ(problems, (Seen{"became shorter while it was read",
                               "is in too many folders, one in the other"}));
+}
+
+TEST_F(SourcesTest, DoesNotTrustItsListing) {
+    for (const char* name : {"1", "2", "3", "4"}) write(name, "S: x");
+    Seen events;
+    readSources(
+        {.paths = {path()}},
+        [&](const SourceMessage& message) {
+            events.push_back(nameIn(message.source));
+            if (events.size() > 1) return;
+            for (const char* name : {"2", "3", "4"}) fs::remove(path(name));
+            ::mkfifo(path("3").c_str(), 0600);
+            fs::create_symlink("1", path("4"));
+        },
+        [&](std::string_view, std::string_view reason) { events.emplace_back(reason); });
+    EXPECT_EQ(events, (Seen{"1", std::strerror(ENOENT), "is a named pipe", "4"}));
 }
 
 TEST_F(SourcesTest, TellsMessagesThatAreTooLarge) {

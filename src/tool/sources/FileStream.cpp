@@ -22,12 +22,10 @@ class FileStream final : public InputStream {
 public:
     explicit FileStream(UniqueFd fd) : fd_(std::move(fd)) {
         struct stat status;
-        if (::fstat(fd_.get(), &status) == 0 && S_ISREG(status.st_mode)) {
-            // Files of the kernel have no size and are read to their end.
-            if (status.st_size > 0) size_ = static_cast<std::uint64_t>(status.st_size);
-            identity_ = identityIn(status);
-        }
+        if (::fstat(fd_.get(), &status) == 0) note(status);
     }
+    /// `status` is that of the file.
+    FileStream(UniqueFd fd, const struct stat& status) : fd_(std::move(fd)) { note(status); }
 
     std::size_t read(std::span<char> room) override {
         // What is added from now on is for the next run.
@@ -60,20 +58,34 @@ public:
     std::uint64_t bytesRead() const override { return position_; }
 
 private:
+    void note(const struct stat& status) {
+        if (!S_ISREG(status.st_mode)) return;
+        // Files of the kernel have no size and are read to their end.
+        if (status.st_size > 0) size_ = static_cast<std::uint64_t>(status.st_size);
+        identity_ = identityIn(status);
+    }
+
     UniqueFd fd_;
     std::optional<std::uint64_t> size_;
     std::optional<FileIdentity> identity_;
     std::uint64_t position_ = 0;
 };
 
-UniqueFd openReadOnly(const std::string& path) {
+UniqueFd openReadOnly(int folder, const char* name) {
     // Without O_NONBLOCK the open of a pipe waits for its writer.
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
     // Mail readers recognise new mail by the access time. Only the owner may spare it.
-    UniqueFd fd(::open(path.c_str(), flags | O_NOATIME));
-    if (!fd && errno == EPERM) fd = UniqueFd(::open(path.c_str(), flags));
+    UniqueFd fd(::openat(folder, name, flags | O_NOATIME));
+    if (!fd && errno == EPERM) fd = UniqueFd(::openat(folder, name, flags));
     if (!fd) failWithErrno();
     return fd;
+}
+
+void requireRegular(const struct stat& status) {
+    if (S_ISFIFO(status.st_mode)) throw ReadError("is a named pipe");
+    if (S_ISSOCK(status.st_mode)) throw ReadError("is a socket");
+    if (S_ISDIR(status.st_mode)) throw ReadError("is a folder");
+    if (!S_ISREG(status.st_mode)) throw ReadError("is a device");
 }
 
 bool namesDescriptor(std::string_view path) noexcept {
@@ -86,17 +98,22 @@ bool namesDescriptor(std::string_view path) noexcept {
 std::unique_ptr<InputStream> openFile(const std::string& path) {
     struct stat status;
     if (::stat(path.c_str(), &status) != 0) failWithErrno();
-    const bool isPipe = S_ISFIFO(status.st_mode);
-    if (isPipe && namesDescriptor(path)) {
+    if (S_ISFIFO(status.st_mode) && namesDescriptor(path)) {
         UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
         if (!fd) failWithErrno();
         return std::make_unique<FileStream>(std::move(fd));
     }
-    if (isPipe) throw ReadError("is a named pipe");
-    if (S_ISSOCK(status.st_mode)) throw ReadError("is a socket");
-    if (S_ISDIR(status.st_mode)) throw ReadError("is a folder");
-    if (!S_ISREG(status.st_mode)) throw ReadError("is a device");
-    return std::make_unique<FileStream>(openReadOnly(path));
+    requireRegular(status);
+    return std::make_unique<FileStream>(openReadOnly(AT_FDCWD, path.c_str()));
+}
+
+std::unique_ptr<InputStream> openListedFile(int folder, const char* name) {
+    UniqueFd fd = openReadOnly(folder, name);
+    struct stat status;
+    if (::fstat(fd.get(), &status) != 0) failWithErrno();
+    // It may have been replaced since.
+    requireRegular(status);
+    return std::make_unique<FileStream>(std::move(fd), status);
 }
 
 std::unique_ptr<InputStream> openStandardInput() {

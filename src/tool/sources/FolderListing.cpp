@@ -18,20 +18,19 @@ struct CloseFolder {
     void operator()(DIR* folder) const noexcept { ::closedir(folder); }
 };
 
-FolderListing::Kind kindOf(int folder, const dirent& entry) {
-    using Kind = FolderListing::Kind;
-    if (entry.d_type == DT_REG) return Kind::file;
-    if (entry.d_type == DT_DIR) return Kind::folder;
+}  // namespace
+
+FolderListing::Listed FolderListing::listedAs(int folder, const dirent& entry) {
+    if (entry.d_type == DT_REG) return Listed::regular;
+    if (entry.d_type == DT_DIR) return Listed::folder;
     struct stat status;
     const bool isLink = entry.d_type == DT_LNK;
     if (::fstatat(folder, entry.d_name, &status, isLink ? 0 : AT_SYMLINK_NOFOLLOW) != 0) {
-        return Kind::file;
+        return Listed::file;
     }
-    if (S_ISDIR(status.st_mode)) return isLink ? Kind::other : Kind::folder;
-    return Kind::file;
+    if (S_ISDIR(status.st_mode)) return isLink ? Listed::other : Listed::folder;
+    return Listed::file;
 }
-
-}  // namespace
 
 FolderListing::FolderListing(const std::string& path) {
     const std::unique_ptr<DIR, CloseFolder> folder(::opendir(path.c_str()));
@@ -40,13 +39,19 @@ FolderListing::FolderListing(const std::string& path) {
         const std::string_view name = entry->d_name;
         if (name == "." || name == "..") continue;
         starts_.push_back(names_.size());
-        names_ += static_cast<char>(kindOf(::dirfd(folder.get()), *entry));
+        names_ += static_cast<char>(listedAs(::dirfd(folder.get()), *entry));
         names_.append(name).push_back('\0');
     }
     if (errno != 0) throw ReadError(std::strerror(errno));
+    folder_ = UniqueFd(::fcntl(::dirfd(folder.get()), F_DUPFD_CLOEXEC, 3));
     std::ranges::sort(starts_, {}, [&](std::size_t start) {
         return std::string_view(names_.data() + start + 1);
     });
+}
+
+std::unique_ptr<InputStream> FolderListing::open(std::size_t i, const std::string& path) const {
+    if (listed(i) != Listed::regular || !folder_) return openFile(path);
+    return openListedFile(folder_.get(), name(i).data());
 }
 
 bool FolderListing::hasFolder(std::string_view wanted) const noexcept {

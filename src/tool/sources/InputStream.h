@@ -50,6 +50,10 @@ public:
 /// could block for ever: ReadError says what they are. Throws NoSuchFile, too.
 std::unique_ptr<InputStream> openFile(const std::string& path);
 
+/// The same for a name in a folder, of which a file descriptor is given, that was a regular file
+/// when the folder was listed: neither the way there nor the file is looked up first.
+std::unique_ptr<InputStream> openListedFile(int folder, const char* name);
+
 std::unique_ptr<InputStream> openStandardInput();
 
 }  // namespace bouncecheck

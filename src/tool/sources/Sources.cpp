@@ -51,6 +51,18 @@ private:
     std::size_t folderSize_ = 0;
 };
 
+/// A file by its path and, if a folder was listed, by its place in it.
+struct FileName {
+    const std::string& path;
+    const FolderListing* listing = nullptr;
+    std::size_t index = 0;
+
+    std::unique_ptr<InputStream> open() const {
+        if (path == "-") return openStandardInput();
+        return listing ? listing->open(index, path) : openFile(path);
+    }
+};
+
 class SourceReader {
 public:
     SourceReader(const SourceOptions& options, const OnMessage& onMessage,
@@ -101,7 +113,7 @@ private:
 
     void readList(const std::string& name) {
         tryReading(name, [&] {
-            const auto list = open(name);
+            const auto list = open({name});
             if (!list) return;
             const char end = options_.nulSeparated ? '\0' : '\n';
             std::array<char, 4096> piece;
@@ -125,18 +137,19 @@ private:
 
     /// Null for what is no source but written by the run. Once it is open, it cannot
     /// become another file.
-    std::unique_ptr<InputStream> open(const std::string& path) const {
+    std::unique_ptr<InputStream> open(const FileName& name) const {
         // Opening and closing a database would take away its locks.
-        if (path != "-" && !excluded_.empty()) {
-            const auto excluded = identityOf(path);
+        if (name.path != "-" && !excluded_.empty()) {
+            const auto excluded = identityOf(name.path);
             if (excluded && isAmong(excluded_, *excluded)) return nullptr;
         }
-        auto stream = path == "-" ? openStandardInput() : openFile(path);
+        auto stream = name.open();
         const auto file = stream->identity();
         if (file && isAmong(excluded_, *file)) return nullptr;
         if (file && isAmong(written_, *file)) {
             if (!options_.holdsOutput(beginningOf(*stream))) {
-                throw SourceIsOutput(path + ": is read as mail, so no output is written to it");
+                throw SourceIsOutput(name.path +
+                                     ": is read as mail, so no output is written to it");
             }
             return nullptr;
         }
@@ -157,7 +170,7 @@ private:
     void readPath(const std::string& path, Stretch stretch) {
         struct stat status;
         if (path == "-" || ::stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
-            tryReading(path, [&] { readFile(path, isOfMaildir(path), stretch); });
+            tryReading(path, [&] { readFile({path}, isOfMaildir(path), stretch); });
         } else if (isAmong(excluded_, identityIn(status))) {
             onProblem_(path, "is the folder that messages are delivered to");
         } else {
@@ -209,7 +222,9 @@ private:
             const Stretch part = stretch.part(i, listing.size());
             switch (listing.kind(i)) {
                 case FolderListing::Kind::folder: readFolder(entry, part); break;
-                case FolderListing::Kind::file: readFile(entry, isOfMaildir, part); break;
+                case FolderListing::Kind::file:
+                    readFile({entry, &listing, i}, isOfMaildir, part);
+                    break;
                 case FolderListing::Kind::other: break;
             }
         }
@@ -232,7 +247,8 @@ private:
             for (std::size_t i = 0; i < sizeOf(names); ++i) {
                 if (names->kind(i) != FolderListing::Kind::file) continue;
                 const std::string& file = message.of(names->name(i));
-                if (!readIfThere(file, stretch.part(done + i, count))) renamed.add(file, kind);
+                const Stretch part = stretch.part(done + i, count);
+                if (!readIfThere({file, &*names, i}, part)) renamed.add(file, kind);
             }
             done += sizeOf(names);
         };
@@ -252,10 +268,11 @@ private:
         if (renamed.empty()) return;
         const std::string curPath = path.of("cur");
         const Stretch end = {stretch.begin + stretch.size, 0};
-        renamed.readAgain(curPath, cur,
-                          {.list = [&] { return list(curPath); },
-                           .read = [&](const std::string& file) { return readIfThere(file, end); },
-                           .miss = [&](const std::string& file) { readFile(file, true, end); }});
+        renamed.readAgain(
+            curPath, cur,
+            {.list = [&] { return list(curPath); },
+             .read = [&](const std::string& file) { return readIfThere({file}, end); },
+             .miss = [&](const std::string& file) { readFile({file}, true, end); }});
     }
 
     /// The names in a folder; nothing when it cannot be read, which is reported.
@@ -266,11 +283,11 @@ private:
     }
 
     /// Reads a message of a Maildir; false when there is no such file.
-    bool readIfThere(const std::string& path, Stretch stretch) {
+    bool readIfThere(const FileName& file, Stretch stretch) {
         bool isThere = true;
-        tryReading(path, [&] {
+        tryReading(file.path, [&] {
             try {
-                readOpened(path, FileKind::message, stretch);
+                readOpened(file, FileKind::message, stretch);
             } catch (const NoSuchFile&) {
                 isThere = false;
             }
@@ -278,14 +295,14 @@ private:
         return isThere;
     }
 
-    void readFile(const std::string& path, bool isOfMaildir, Stretch stretch) {
+    void readFile(const FileName& file, bool isOfMaildir, Stretch stretch) {
         const bool isMessage = options_.single || isOfMaildir;
-        const FileKind kind = isMessage ? FileKind::message : kindOfName(path);
-        tryReading(path, [&] { readOpened(path, kind, stretch); });
+        const FileKind kind = isMessage ? FileKind::message : kindOfName(file.path);
+        tryReading(file.path, [&] { readOpened(file, kind, stretch); });
     }
 
-    void readOpened(const std::string& path, FileKind kind, Stretch stretch) {
-        if (auto stream = open(path)) files_.read({path, kind, stretch}, std::move(stream));
+    void readOpened(const FileName& file, FileKind kind, Stretch stretch) {
+        if (auto stream = open(file)) files_.read({file.path, kind, stretch}, std::move(stream));
     }
 
     const SourceOptions& options_;
