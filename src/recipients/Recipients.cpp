@@ -73,6 +73,8 @@ private:
             // The end of what is read of a field may cut an address.
             if (field.isCut() && !mailboxes.empty()) mailboxes.pop_back();
             for (const Mailbox& mailbox : mailboxes) {
+                // "root (Cron Daemon)"
+                if (mailbox.address.find('@') == npos) continue;
                 Recipient* recipient = list_.add(mailbox.address, RecipientSource::header);
                 if (!recipient) continue;
                 if (recipient->outcome == Outcome::unknown) recipient->outcome = Outcome::failed;

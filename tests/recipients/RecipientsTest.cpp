@@ -106,7 +106,7 @@ TEST(Recipients, ReadsComplaintsWithoutReports) {
 
 TEST(Recipients, ReadsTheHeader) {
     EXPECT_EQ(named("X-Failed-Recipients: a@x.example,\n  <b@x.example>\n"
-                    "x-failed-recipients: nobody, c@x.example\n\ntext"),
+                    "x-failed-recipients: nobody, root (Cron Daemon), c@x.example\n\ntext"),
               "a@x.example failed header; b@x.example failed header; c@x.example failed header");
     EXPECT_EQ(named("From: daemon@x.example\nSubject: Delivery failure (a@x.example)\n\nSorry."),
               "a@x.example failed header");
