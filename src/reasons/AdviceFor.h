@@ -3,7 +3,7 @@
 #include <bouncecheck/Advice.h>
 #include <bouncecheck/Outcome.h>
 
-#include "reasons/ReasonFinder.h"
+#include "reasons/ReasonFinding.h"
 
 namespace bouncecheck {
 

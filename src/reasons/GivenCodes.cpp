@@ -1,9 +1,19 @@
 #include "reasons/GivenCodes.h"
 
 #include "reasons/CodeReasons.h"
-#include "reasons/ReasonFinder.h"
+#include "reasons/Reply.h"
 
 namespace bouncecheck {
+namespace {
+
+/// Whether a vague code for one reason says more than a hint at another. Policy and a system at
+/// fault are what such codes stand for where there is no better one.
+bool countsBefore(Reason code, Reason hint) noexcept {
+    if (code == hint || code == Reason::system) return false;
+    return code != Reason::policy || hint == Reason::unknownMailbox;
+}
+
+}  // namespace
 
 GivenCodes::GivenCodes(const Reply& reply)
     : inText_(reply.codes ? *reply.codes : codesIn(reply.text)),
@@ -30,6 +40,12 @@ const StatusRow* GivenCodes::any() const noexcept {
 
 bool GivenCodes::isRestated(const StatusRow* row) const noexcept {
     return row == ofField_ && fieldRestatesReply();
+}
+
+bool GivenCodes::sayMore(const StatusRow& vague, const PhraseRow& hint) const noexcept {
+    // "451 4.3.0 rejected": a fault, for the time being, where the words are only a refusal.
+    const bool isFault = areTemporary() && vague.reason == Reason::system;
+    return countsBefore(vague.reason, hint.reason) || (isFault && hint.reason == Reason::policy);
 }
 
 bool GivenCodes::areAboutElse(Reason reason) const noexcept {

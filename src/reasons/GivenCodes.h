@@ -35,6 +35,8 @@ public:
     /// for replies without a status: what follows "550" need not be about the mailbox.
     bool isRestated(const StatusRow* row) const noexcept;
 
+    /// Whether `vague`, a status of theirs, says more than a hint at another reason.
+    bool sayMore(const StatusRow& vague, const PhraseRow& hint) const noexcept;
     /// Whether a code for something else contradicts a reason that is about the mailbox: one that
     /// is definite, or that of a command that was not understood.
     bool areAboutElse(Reason reason) const noexcept;

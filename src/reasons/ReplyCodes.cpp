@@ -165,4 +165,11 @@ ReplyCodes codesIn(std::string_view text) noexcept {
     return {reply.code(), status.code()};
 }
 
+bool isFirstLineOnly(std::string_view reply) noexcept {
+    const std::string_view text = ascii::trim(reply);
+    if (replyCodeLength(text, 0) == 0 || text.size() < 4 || text[3] != '-') return false;
+    const std::array<char, 4> last = {text[0], text[1], text[2], ' '};
+    return text.find(std::string_view(last.data(), last.size())) == npos;
+}
+
 }  // namespace bouncecheck

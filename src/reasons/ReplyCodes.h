@@ -24,4 +24,8 @@ constexpr bool isTemporary(std::string_view code) noexcept { return code.starts_
 /// codes. Any bytes do; linear in their number.
 ReplyCodes codesIn(std::string_view text) noexcept;
 
+/// Whether `reply` is the first of several lines, "550-No", without the others, as reports of
+/// sendmail have it.
+bool isFirstLineOnly(std::string_view reply) noexcept;
+
 }  // namespace bouncecheck
