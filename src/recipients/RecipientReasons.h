@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "reasons/ReasonFinder.h"
+#include "recipients/Explanation.h"
 #include "recipients/MessageReading.h"
 #include "recipients/RecipientList.h"
 
@@ -36,24 +37,8 @@ public:
     void fill(const Notice* notice);
 
 private:
-    /// A finding, and the text of the notice that it may be in.
-    struct Explanation {
-        ReasonFinding finding;
-        std::string_view notice{};
-    };
     void fill(std::size_t index, const Notice* notice);
     Explanation explain(const Recipient& recipient, const ReplyCodes& codes, const Notice* notice);
-    void doubt(const Recipient& recipient, const ReplyCodes& codes, std::string_view notice,
-               ReasonFinding& finding) const;
-    bool isReplyToData(const Recipient& recipient) const;
-    bool isReplyToSender(const Recipient& recipient) const;
-    bool namesSender(const Recipient& recipient, const ReasonFinding& finding,
-                     std::string_view text, std::size_t at) const;
-    bool isAboutSender(const Recipient& recipient, const ReasonFinding& finding,
-                       std::string_view notice) const;
-    bool namesSenderDomain(const Recipient& recipient, const ReasonFinding& finding) const;
-    bool mayBeAboutOthers(const Recipient& recipient, const ReasonFinding& finding) const;
-    bool isFromSystem(const Recipient& recipient) const;
 
     const MessageReading& reading_;
     RecipientList& list_;

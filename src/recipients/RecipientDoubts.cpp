@@ -1,0 +1,218 @@
+#include "recipients/RecipientDoubts.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "mime/AddressForms.h"
+#include "mime/AddressSpans.h"
+#include "reasons/PhraseReasons.h"
+#include "reasons/UnknownHost.h"
+#include "recipients/tables/PartialWords.h"
+#include "text/Ascii.h"
+#include "text/Lines.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+namespace {
+
+bool isAddressOf(const Recipient& recipient, std::string_view address) {
+    return ascii::equalsNoCase(address, recipient.address) ||
+           ascii::equalsNoCase(address, recipient.finalAddress);
+}
+
+/// What of the line that the byte `at` of `text` is in stands near it: the line is read again for
+/// each recipient, and may be as long as the text.
+std::string_view lineNear(std::string_view text, std::size_t at) {
+    constexpr std::size_t near = 250;
+    const std::size_t begin = at - std::min(at, near);
+    return lineAt(text.substr(begin, 2 * near), at - begin);
+}
+
+/// Whether `span` is beside what was found at `at` of the same text: words are around it or right
+/// in front, a code is right behind.
+bool isBeside(const AddressSpan& span, std::size_t at, const ReasonFinding& finding) {
+    constexpr std::size_t most = 12;
+    const bool isCode = finding.basis == ReasonBasis::status && finding.length > 0;
+    return isCode ? span.begin >= at && span.begin < at + most
+                  : span.begin <= at + finding.length && at < span.end + most;
+}
+
+/// Whether nothing but words says that there is no mailbox. Where a status says so as well, it does
+/// not matter who else is named, and when.
+bool areOnlyWords(const Explanation& explanation) {
+    return explanation.finding.basis == ReasonBasis::phrase && explanation.codes.status.empty();
+}
+
+/// "No such account (ann@x.example)": the words of a reply go on with the recipient's own address
+/// in brackets.
+bool namesRecipient(const Explanation& explanation) {
+    const ReasonFinding& finding = explanation.finding;
+    if (finding.inNotice) return false;
+    constexpr std::size_t reach = 80;
+    const std::string_view address = explanation.recipient.address;
+    const std::string_view line = lineAt(explanation.recipient.diagnostic, finding.at);
+    const std::string_view behind = std::string_view(explanation.recipient.diagnostic)
+                                        .substr(finding.end(), reach + address.size());
+    const std::size_t at = findBytesNoCase(behind, address);
+    return at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<") &&
+           line.data() + line.size() >= behind.data() + at + address.size();
+}
+
+/// "User unknown (bob@y.example)": another's address follows the words of a reply at once.
+bool namesAnother(const Explanation& explanation) {
+    const ReasonFinding& finding = explanation.finding;
+    if (finding.inNotice) return false;
+    constexpr std::string_view between = " (<[:'\"";
+    constexpr std::size_t most = 300;
+    const std::string_view text =
+        std::string_view(explanation.recipient.diagnostic).substr(finding.end(), most);
+    const std::vector<AddressSpan> spans = findAddresses(text);
+    if (spans.empty() || text.find_first_not_of(between) < spans[0].begin) return false;
+    const std::string_view named = spans[0].in(text);
+    const auto isOwn = [&](std::string_view own) {
+        return ascii::equalsNoCase(domainOf(named), domainOf(own)) ||
+               ascii::equalsNoCase(localPartOf(named), localPartOf(own));
+    };
+    return !isOwn(explanation.recipient.address) && !isOwn(explanation.recipient.finalAddress);
+}
+
+/// "One or more recipients do not exist": the words of a reply, which does not name this one, are
+/// said of several of whom not all have to have failed.
+bool saysSome(const Explanation& explanation) {
+    const ReasonFinding& finding = explanation.finding;
+    const std::string_view text = explanation.recipient.diagnostic;
+    if (finding.inNotice || finding.basis != ReasonBasis::phrase) return false;
+    if (containsNoCase(text, explanation.recipient.address)) return false;
+    const std::string_view line = lineAt(text, finding.at);
+    return std::ranges::any_of(partialWords,
+                               [&](std::string_view words) { return containsNoCase(line, words); });
+}
+
+/// "Host not found, name=relay.z.example": a name server does not know another host than that of
+/// the recipient's domain.
+bool namesAnotherHost(const Explanation& explanation) {
+    if (explanation.finding.reason != Reason::unknownDomain) return false;
+    const Recipient& recipient = explanation.recipient;
+    const std::string_view host = unknownHostIn(recipient.diagnostic);
+    return !host.empty() && !isOfDomain(host, domainOf(recipient.address)) &&
+           !isOfDomain(host, domainOf(recipient.finalAddress));
+}
+
+}  // namespace
+
+ReasonFinding RecipientDoubts::doubted(const Explanation& explanation) const {
+    ReasonFinding finding = explanation.finding;
+    // Of other reasons it does not matter how sure they are.
+    if (!isAboutMailbox(finding.reason)) return finding;
+    if (isAboutSender(explanation)) {
+        finding.reason = Reason::policy;
+        finding.isSure = false;
+    }
+    finding.isSure = finding.isSure && !mayBeOfFilter(explanation) &&
+                     !mayBeAboutOthers(explanation) && isFromSystem(explanation.recipient);
+    return finding;
+}
+
+/// The reply is about the sender of the original mail: it names them and not the recipient, or came
+/// before any recipient was named.
+bool RecipientDoubts::isAboutSender(const Explanation& explanation) const {
+    return namesDomainOfSender(explanation) || namesSender(explanation) ||
+           isReplyToSender(explanation);
+}
+
+/// "Domain own.example not found": a domain is unknown in a line that has the domain of the sender,
+/// and not that of the recipient.
+bool RecipientDoubts::namesDomainOfSender(const Explanation& explanation) const {
+    const Recipient& recipient = explanation.recipient;
+    const ReasonFinding& finding = explanation.finding;
+    if (finding.reason != Reason::unknownDomain || finding.inNotice) return false;
+    // What a name server does not know may be the relay of the sender's system.
+    if (!unknownHostIn(recipient.diagnostic).empty()) return false;
+    const std::string_view line = lineAt(recipient.diagnostic, finding.at);
+    const auto isIn = [&](std::string_view address) {
+        const std::string_view domain = domainOf(address);
+        return !domain.empty() && containsNoCase(line, domain);
+    };
+    if (isIn(recipient.address) || isIn(recipient.finalAddress)) return false;
+    return reading_.bystanders().isDomainOfAddresseeIn(line);
+}
+
+/// "Unknown user me@own.example": in the reply, or in the line of the notice.
+bool RecipientDoubts::namesSender(const Explanation& explanation) const {
+    const ReasonFinding& finding = explanation.finding;
+    const std::string_view reply = explanation.recipient.diagnostic;
+    if (!finding.inNotice) return namesSenderIn(reply, finding.at, explanation);
+    if (namesSenderIn(reply, std::nullopt, explanation)) return true;
+    const std::string_view line = lineNear(explanation.notice, finding.at);
+    const auto begin = static_cast<std::size_t>(line.data() - explanation.notice.data());
+    return namesSenderIn(line, finding.at - begin, explanation);
+}
+
+/// Whether the address beside `at`, where the reason was found in `text`, is the sender's; without
+/// one, whether `text` names the sender, and not the recipient.
+bool RecipientDoubts::namesSenderIn(std::string_view text, std::optional<std::size_t> at,
+                                    const Explanation& explanation) const {
+    const std::vector<AddressSpan> spans = findAddresses(text);
+    const auto isOwn = [&](const AddressSpan& span) {
+        return isAddressOf(explanation.recipient, span.in(text));
+    };
+    const auto isOfSender = [&](const AddressSpan& span) {
+        return reading_.bystanders().isAddressee(span.in(text));
+    };
+    const auto beside = std::ranges::find_if(spans, [&](const AddressSpan& span) {
+        return at && isBeside(span, *at, explanation.finding);
+    });
+    if (beside != spans.end()) return !isOwn(*beside) && isOfSender(*beside);
+    return std::ranges::none_of(spans, isOwn) && std::ranges::any_of(spans, isOfSender);
+}
+
+/// ">>> MAIL From:<me@own.example>", "<<< 550 mailbox unavailable": the text beside a report says
+/// so of the reply in it, which does not name the recipient.
+bool RecipientDoubts::isReplyToSender(const Explanation& explanation) const {
+    const Recipient& recipient = explanation.recipient;
+    const bool mayBe = recipient.source == RecipientSource::report &&
+                       !recipient.diagnostic.empty() && reading_.saysReplyToSender();
+    if (!mayBe) return false;
+    const std::string_view text = recipient.diagnostic;
+    return std::ranges::none_of(findAddresses(text), [&](const AddressSpan& span) {
+        return isAddressOf(recipient, span.in(text));
+    });
+}
+
+/// The evidence may be about another address, or another host, than the recipient's.
+bool RecipientDoubts::mayBeAboutOthers(const Explanation& explanation) const {
+    return list_.isDoubted(explanation.recipient) || saysSome(explanation) ||
+           namesAnotherHost(explanation) ||
+           (areOnlyWords(explanation) && namesAnother(explanation));
+}
+
+/// "550 mailbox unavailable (in reply to end of DATA command)": who was accepted as a recipient is
+/// unknown only to a filter.
+bool RecipientDoubts::mayBeOfFilter(const Explanation& explanation) const {
+    return areOnlyWords(explanation) && !namesRecipient(explanation) &&
+           isReplyToData(explanation.recipient);
+}
+
+/// The reply came after the message was sent, as it says, or the text beside the report.
+bool RecipientDoubts::isReplyToData(const Recipient& recipient) const {
+    const Stage stage = stageIn(recipient.diagnostic);
+    const bool isReported = recipient.source == RecipientSource::report;
+    // What the text says may be about another one, of whom there is a reply.
+    const bool mayBeSaid = isReported && (list_.all().size() == 1 || !recipient.replyCode.empty());
+    return stage == Stage::data ||
+           (stage == Stage::unknown && mayBeSaid && reading_.saysReplyToData());
+}
+
+/// A mail system says why the recipient failed. People write such words about other things, too;
+/// codes, and the mail that comes back with them, are more than words.
+bool RecipientDoubts::isFromSystem(const Recipient& recipient) const {
+    switch (reading_.author()) {
+        case Author::person: return false;
+        case Author::system: return true;
+        case Author::perhapsSystem: break;
+    }
+    return !recipient.status.empty() || !recipient.replyCode.empty() ||
+           reading_.returned().isFound();
+}
+
+}  // namespace bouncecheck
