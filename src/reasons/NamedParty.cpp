@@ -12,18 +12,18 @@ namespace {
 
 constexpr std::string_view quotes = " \t\r\n[](){}<>\"':;,=#-";
 
-constexpr std::size_t longestAddress = 39;
+constexpr std::size_t longestIp = 39;
 
-bool isAddressByte(char c) {
+bool isIpByte(char c) {
     return ascii::isDigit(c) || (ascii::toLower(c) >= 'a' && ascii::toLower(c) <= 'f') ||
            c == '.' || c == ':';
 }
 
-/// With or without the length of a network's prefix: "192.0.2.0/24".
-bool isAddress(std::string_view word) {
+/// Whether `word` is an IP address, or a network of them: "192.0.2.0/24".
+bool isIp(std::string_view word) {
     word = word.substr(0, word.find('/'));
-    if (word.empty() || word.size() > longestAddress) return false;
-    if (std::ranges::count(word, ':') >= 2) return std::ranges::all_of(word, isAddressByte);
+    if (word.empty() || word.size() > longestIp) return false;
+    if (std::ranges::count(word, ':') >= 2) return std::ranges::all_of(word, isIpByte);
     return std::ranges::count(word, '.') == 3 &&
            std::ranges::all_of(word, [](char c) { return ascii::isDigit(c) || c == '.'; });
 }
@@ -48,12 +48,17 @@ std::string_view lastWord(std::string_view text) {
     return text.substr(text.find_last_of(" \t\r\n[(<\"'") + 1);
 }
 
+/// `text` without `end`, with which it ends.
+std::string_view withoutEnd(std::string_view text, std::string_view end) {
+    return text.substr(0, text.size() - end.size());
+}
+
 /// `text` up to its last word for which `isBetween` is false.
 std::string_view withoutBetween(std::string_view text, bool (*isBetween)(std::string_view)) {
     text = unquoted(text);
     for (std::string_view word = lastWord(text); !word.empty() && isBetween(word);
          word = lastWord(text)) {
-        text = unquoted(text.substr(0, text.size() - word.size()));
+        text = unquoted(withoutEnd(text, word));
     }
     return text;
 }
@@ -76,7 +81,7 @@ bool endsWithOtherSubject(std::string_view text) {
     text = ascii::trimRight(text);
     const std::string_view word = lastWord(text);
     if (isOneOf(word, articles)) {
-        text = ascii::trimRight(text.substr(0, text.size() - word.size()));
+        text = ascii::trimRight(withoutEnd(text, word));
     }
     return !text.empty() && ascii::isOneOf(text.back(), ":-") &&
            isOneOf(lastWord(unquoted(text)), otherSubjects);
@@ -103,20 +108,19 @@ bool beginsClause(std::string_view text) {
     if (beginsWords(text)) return true;
     std::string_view word = lastWord(text);
     if (isOneOf(word, attributes)) {
-        text = ascii::trimRight(text.substr(0, text.size() - word.size()));
+        text = ascii::trimRight(withoutEnd(text, word));
         if (beginsWords(text)) return true;
         word = lastWord(text);
     }
-    return isOneOf(word, articles) &&
-           beginsWords(ascii::trimRight(text.substr(0, text.size() - word.size())));
+    return isOneOf(word, articles) && beginsWords(ascii::trimRight(withoutEnd(text, word)));
 }
 
-bool beginsWithAddress(std::string_view text) {
+bool beginsWithIp(std::string_view text) {
     for (;;) {
         text = unquoted(text);
         const std::string_view word = text.substr(0, text.find_first_of(" \t\r\n])>,;"));
         const std::string_view name = word.substr(0, word.find_last_not_of(".:") + 1);
-        if (isAddress(name)) return true;
+        if (isIp(name)) return true;
         if (!isHostLink(name)) return false;
         text = text.substr(word.size());
     }
@@ -133,8 +137,8 @@ std::string_view textBefore(std::string_view text, std::size_t at) {
 }  // namespace
 
 bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length) {
-    return isAddress(lastWord(withoutBetween(textBefore(text, at), isHostLink))) ||
-           beginsWithAddress(text.substr(at + length, most));
+    return isIp(lastWord(withoutBetween(textBefore(text, at), isHostLink))) ||
+           beginsWithIp(text.substr(at + length, most));
 }
 
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
@@ -142,10 +146,10 @@ bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
     const std::string_view said = withoutBetween(textBefore(text, at), isLink);
     const std::string_view last = lastWord(said);
     if (name.empty() || !ascii::equalsNoCase(last, name)) return false;
-    const std::string_view front = unquoted(said.substr(0, said.size() - last.size()));
+    const std::string_view front = unquoted(withoutEnd(said, last));
     const std::string_view kind = lastWord(front);
     if (isCode(kind)) return !isOneOf(name, notMailboxes);
-    return isOneOf(kind, kinds) && beginsClause(front.substr(0, front.size() - kind.size()));
+    return isOneOf(kind, kinds) && beginsClause(withoutEnd(front, kind));
 }
 
 bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
@@ -177,11 +181,11 @@ bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::st
     if (isAnnounced && isOneOf(lastWord(said), genitives)) return false;  // "failed with: user"
     if (isOneOf(lastWord(said), kinds)) {
         // "user a@x.example"
-        said = withoutBetween(said.substr(0, said.size() - lastWord(said).size()), isArticle);
+        said = withoutBetween(withoutEnd(said, lastWord(said)), isArticle);
     }
     const std::string_view word = lastWord(said);
     if (!isOneOf(word, genitives)) return false;
-    const std::string_view whose = ascii::trimRight(said.substr(0, said.size() - word.size()));
+    const std::string_view whose = ascii::trimRight(withoutEnd(said, word));
     return !beginsWords(whose) && !isOneOf(lastWord(whose), kinds) &&
            !isOneOf(lastWord(whose), addressWords);
 }

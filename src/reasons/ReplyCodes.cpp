@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "reasons/CodeShapes.h"
+#include "reasons/tables/CodeWords.h"
 #include "text/Ascii.h"
 #include "text/ByteSet.h"
 
@@ -14,21 +15,6 @@ namespace bouncecheck {
 namespace {
 
 constexpr std::size_t npos = std::string_view::npos;
-
-/// The words in front of a number that make it a version.
-constexpr std::array<std::string_view, 12> versionWords = {
-    "version", "ver",   "v",    "release", "exim",     "postfix",
-    "build",   "esmtp", "mail", "server",  "sendmail", "qmail"};
-/// The words in front of a number that make it a reply code.
-constexpr std::array<std::string_view, 20> replyWords = {
-    "error",    "code",     "smtp",    "said",   "status",   "reply", "replied",
-    "response", "answered", "answer",  "server", "returned", "got",   "with",
-    "failed",   "rejected", "failure", "fehler", "erreur",   "codigo"};
-/// The words behind a number that make it an amount.
-constexpr std::array<std::string_view, 20> units = {
-    "kb",   "mb",       "gb",         "k",           "m",       "kib",    "mib",
-    "byte", "bytes",    "ms",         "second",      "seconds", "secs",   "hours",
-    "days", "messages", "recipients", "connections", "percent", "minutes"};
 
 template <std::size_t Count>
 bool holds(const std::array<std::string_view, Count>& words, std::string_view word) noexcept {
