@@ -102,23 +102,28 @@ private:
             if (!recipient) continue;
             // It may be whom to ask, or who wrote the notice; or one of several failed.
             if (!isKnown && (named.isLone || named.isAlias)) list_.doubt(*recipient);
-            if (recipient->finalAddress.empty()) {
-                recipient->finalAddress = std::move(named.finalAddress);
-            }
-            if (recipient->outcome == Outcome::unknown) recipient->outcome = outcome;
-            if (recipient->source == RecipientSource::text && saysDelivered(named.said)) {
-                recipient->outcome = Outcome::delivered;
-            } else if (recipient->source != RecipientSource::report &&
-                       outcome == Outcome::delayed) {
-                // A notice of delays may report a failure, too.
-                const bool isFailure = saysPermanent(named.said);
-                recipient->outcome = isFailure ? Outcome::failed : Outcome::delayed;
-            }
-            if (recipient->diagnostic.empty()) {
-                recipient->diagnostic = list_.budget().keep(ascii::trim(named.said));
-            } else {
-                reasons_.addSaid(recipient->address, std::move(named.said));
-            }
+            setOutcome(*recipient, named.said, outcome);
+            addText(*recipient, std::move(named));
+        }
+    }
+
+    /// `said` is what the text says of the recipient, and `outcome` what it says of all.
+    static void setOutcome(Recipient& recipient, std::string_view said, Outcome outcome) {
+        if (recipient.outcome == Outcome::unknown) recipient.outcome = outcome;
+        if (recipient.source == RecipientSource::text && saysDelivered(said)) {
+            recipient.outcome = Outcome::delivered;
+        } else if (recipient.source != RecipientSource::report && outcome == Outcome::delayed) {
+            // A notice of delays may report a failure, too.
+            recipient.outcome = saysPermanent(said) ? Outcome::failed : Outcome::delayed;
+        }
+    }
+
+    void addText(Recipient& recipient, TextRecipient&& named) {
+        if (recipient.finalAddress.empty()) recipient.finalAddress = std::move(named.finalAddress);
+        if (recipient.diagnostic.empty()) {
+            recipient.diagnostic = list_.budget().keep(ascii::trim(named.said));
+        } else {
+            reasons_.addSaid(recipient.address, std::move(named.said));
         }
     }
 
@@ -189,34 +194,43 @@ private:
         const std::optional<VerpPattern::Match> match =
             matchVerp(message_, path ? path->unfolded() : std::string(), verp_);
         if (!match || isAnswerOf(match->address)) return;
-        std::vector<Recipient>& all = list_.all();
-        if (all.empty()) {
+        if (list_.isEmpty()) {
             if (!reading_.isBySystem()) return;
-            Recipient& unnamed = all.emplace_back();
+            Recipient& unnamed = list_.all().emplace_back();
             if (isTextRead_ && isAboutTrouble()) unnamed.outcome = outcomeOfText();
         }
         if (match->address.empty()) {
-            for (Recipient& recipient : all) recipient.tag = match->tag;
-            all.front().source = RecipientSource::verp;
-            return;
+            setTag(match->tag);
+        } else {
+            keepOnly(match->address);
         }
-        // The mail was for one recipient: another address is where it was sent on to.
+    }
+
+    void setTag(const std::string& tag) {
+        for (Recipient& recipient : list_.all()) recipient.tag = tag;
+        list_.all().front().source = RecipientSource::verp;
+    }
+
+    /// Makes the recipient to whose `address` the mail was sent the whole list, by what is known of
+    /// the one of the list who is meant: another address is where it was sent on to.
+    void keepOnly(const std::string& address) {
+        std::vector<Recipient>& all = list_.all();
         const auto own = std::ranges::find_if(all, [&](const Recipient& recipient) {
-            return ascii::equalsNoCase(recipient.address, match->address) ||
-                   ascii::equalsNoCase(recipient.finalAddress, match->address);
+            return ascii::equalsNoCase(recipient.address, address) ||
+                   ascii::equalsNoCase(recipient.finalAddress, address);
         });
         const auto failed = std::ranges::find(all, Outcome::failed, &Recipient::outcome);
         Recipient& best = failed == all.end() ? all.front() : *failed;
-        Recipient recipient = std::move(own == all.end() ? best : *own);
-        if (!ascii::equalsNoCase(recipient.address, match->address)) {
-            if (recipient.finalAddress.empty()) recipient.finalAddress = recipient.address;
-            recipient.address = match->address;
-        }
-        recipient.source = RecipientSource::verp;
         const bool reachedSome = std::ranges::any_of(all, [](const Recipient& other) {
             return other.outcome == Outcome::delivered || other.outcome == Outcome::relayed ||
                    other.outcome == Outcome::expanded;
         });
+        Recipient recipient = std::move(own == all.end() ? best : *own);
+        if (!ascii::equalsNoCase(recipient.address, address)) {
+            if (recipient.finalAddress.empty()) recipient.finalAddress = recipient.address;
+            recipient.address = address;
+        }
+        recipient.source = RecipientSource::verp;
         all.clear();
         all.push_back(std::move(recipient));
         // What failed may be one of several behind the address.

@@ -7,7 +7,7 @@
 
 #include "mime/AddressSpans.h"
 #include "reasons/ReasonFinder.h"
-#include "recipients/DialogueLine.h"
+#include "recipients/Dialogue.h"
 #include "recipients/LineShape.h"
 #include "recipients/NamedRecipients.h"
 #include "recipients/Paragraph.h"
@@ -53,7 +53,7 @@ private:
             paragraph_ = Paragraph(std::span(notice_.lines()).subspan(number));
         }
         wasAlone_ = std::exchange(isAlone_, false);
-        if (readDialogue(text)) return;
+        if (dialogue_.read(text)) return;
         if (!readAddresses(line)) addWords(text);
         // "Questions should be directed to the owner\nat:"
         const bool isLastWord = !beginsParagraph_ && isIntroduction(text) && text.find(' ') == npos;
@@ -69,38 +69,6 @@ private:
         open_->isIntroduced = open_->hasWords;
         // "The error was:" and a blank line introduce what is said.
         if (open_->hasWords && !isIntroduction(lastText_)) open_.reset();
-    }
-
-    /// Reads ">>> RCPT TO:<a@b.example>" and "<<< 550 no such user".
-    bool readDialogue(std::string_view text) {
-        if (isDialogueCommand(text)) {
-            const std::vector<AddressSpan> spans = findAddresses(text);
-            command_.reset();
-            const bool isRecipient = containsNoCase(text.substr(0, 14), "RCPT");
-            if (!spans.empty() && isRecipient) {
-                command_ = named_.add(Tier::stated, spans.front().in(text));
-            }
-            isSharedReply_ = !isRecipient;
-            return true;
-        }
-        const std::optional<std::string_view> said = dialogueReply(text);
-        if (!said) return false;
-        const std::string_view reply = *said;
-        // Commands may have been sent ahead of their replies, which then say whom they are about.
-        const std::vector<AddressSpan> spans = findAddresses(reply);
-        std::optional<std::size_t> about = command_;
-        for (const AddressSpan& span : spans) {
-            if (const auto known = named_.find(span.in(reply))) about = known;
-        }
-        if (about) {
-            named_.answer(*about, reply);
-            return true;
-        }
-        const bool namesOther = std::ranges::any_of(
-            spans, [&](const AddressSpan& span) { return !others_.isAddressee(span.in(reply)); });
-        if (!isSharedReply_ || (namesOther && stated().empty())) return false;
-        named_.share(reply);
-        return true;
     }
 
     /// Reads the addresses of a line; false where none of them is a recipient's, so that the
@@ -333,6 +301,7 @@ private:
     const Notice& notice_;
     const Bystanders& others_;
     NamedRecipients named_{others_};
+    Dialogue dialogue_{named_, others_};
 
     /// Lines that are said of one recipient.
     struct Block {
@@ -369,9 +338,6 @@ private:
     /// That heading, where it says why mail failed.
     static constexpr std::size_t longestHeading = 200;
     std::string_view heading_;
-    /// Whom the last command of a dialogue named.
-    std::optional<std::size_t> command_;
-    bool isSharedReply_ = false;
 };
 
 }  // namespace

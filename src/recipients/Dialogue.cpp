@@ -1,0 +1,51 @@
+#include "recipients/Dialogue.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "mime/AddressSpans.h"
+#include "recipients/DialogueLine.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+
+bool Dialogue::read(std::string_view line) {
+    if (isDialogueCommand(line)) {
+        readCommand(line);
+        return true;
+    }
+    const std::optional<std::string_view> reply = dialogueReply(line);
+    return reply && readReply(*reply);
+}
+
+/// ">>> RCPT TO:<a@b.example>"
+void Dialogue::readCommand(std::string_view command) {
+    const std::vector<AddressSpan> spans = findAddresses(command);
+    const bool isRecipient = containsNoCase(command.substr(0, 14), "RCPT");
+    recipient_.reset();
+    if (isRecipient && !spans.empty()) {
+        recipient_ = named_.add(Tier::stated, spans.front().in(command));
+    }
+    isOfAll_ = !isRecipient;
+}
+
+/// "<<< 550 no such user"
+bool Dialogue::readReply(std::string_view reply) {
+    const std::vector<AddressSpan> spans = findAddresses(reply);
+    // Commands may have been sent ahead of their replies, which then say whom they are about.
+    std::optional<std::size_t> about = recipient_;
+    for (const AddressSpan& span : spans) {
+        if (const auto known = named_.find(span.in(reply))) about = known;
+    }
+    if (about) {
+        named_.answer(*about, reply);
+        return true;
+    }
+    const bool namesOther = std::ranges::any_of(
+        spans, [&](const AddressSpan& span) { return !others_.isAddressee(span.in(reply)); });
+    if (!isOfAll_ || (namesOther && named_.of(Tier::stated).empty())) return false;
+    named_.share(reply);
+    return true;
+}
+
+}  // namespace bouncecheck
