@@ -7,8 +7,6 @@
 #include <string_view>
 #include <utility>
 
-#include "reasons/TopicWords.h"
-
 namespace bouncecheck {
 namespace {
 
@@ -140,15 +138,6 @@ TEST(NamedParty, IsAHostByItsName) {
     }
     EXPECT_FALSE(isNamed("x", ""));
     EXPECT_FALSE(isNamed(std::string(600, 'x'), std::string(300, 'x')));
-}
-
-TEST(TopicWords, AreNoPartsOfNames) {
-    for (const std::string_view text :
-         {"no", "see spf.x.example", "https://x.example/spf", "a@spf", "spf_check", "antispf"}) {
-        EXPECT_FALSE(topicOf(text)) << text;
-    }
-    EXPECT_EQ(topicOf("spam, RBL/SPF.")->row.phrase, "spf");
-    EXPECT_EQ(topicOf("spam, RBL/SPF.")->at, 10U);
 }
 
 }  // namespace

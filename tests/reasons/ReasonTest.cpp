@@ -7,7 +7,6 @@
 #include "reasons/AdviceFor.h"
 #include "reasons/PhraseReasons.h"
 #include "reasons/ReasonFinder.h"
-#include "reasons/ReplyCodes.h"
 
 namespace bouncecheck {
 namespace {
@@ -302,35 +301,6 @@ TEST(Reason, IsThatOfAWordWhereNothingElseIsSaid) {
     for (const auto& [text, row] : cases) EXPECT_EQ(reasonOf({.text = text}).row, row) << text;
 }
 
-/// The other lines stand in the notice.
-TEST(Reason, IsThatOfTheWholeReply) {
-    const std::string_view first = "550-Mailbox unavailable";
-    const std::string_view notice = "<<< 550-Mailbox unavailable\r\n<<< 550 It is over quota";
-    EXPECT_EQ(reasonOf({.text = first}, notice).reason, Reason::mailboxFull);
-    EXPECT_EQ(reasonOf({.text = "550-Mailbox unavailable\r\n550 See us"}, notice).reason,
-              Reason::unknownMailbox);
-    // that the mail is late is no news beside a code
-    EXPECT_EQ(reasonOf({.text = "421 4.7.0 no"}, "Will keep trying").reason, Reason::policy);
-    EXPECT_EQ(reasonOf({.text = "421 4.3.2 no"}, "It was rejected").reason, Reason::system);
-    EXPECT_EQ(reasonOf({.text = "523 no"}, "It was rejected").reason, Reason::messageTooLarge);
-}
-
-/// A reply that says nothing of a mailbox says more than those who quote it.
-TEST(Reason, IsNotThatOfASummary) {
-    const std::string_view summary =
-        ">>> RCPT\r\n<<< 550 P-6\r\n550 5.1.1 <a@x.example>... User unknown\r\n";
-    EXPECT_EQ(reasonOf({.text = "550 5.7.1 P-6"}, "No such user, perhaps.").row, "X.7.1");
-    EXPECT_EQ(reasonOf({.text = "550 P-6"}, summary).reason, Reason::other);
-    EXPECT_EQ(reasonOf({.text = "550 P-6"}, "User unknown").reason, Reason::unknownMailbox);
-}
-
-TEST(Reason, ComesFromTheNoticeWhereTheReplyIsSilent) {
-    const ReasonFinding finding = reasonOf({.text = "554 failed"}, "The mailbox is full, sorry.");
-    EXPECT_EQ(finding.reason, Reason::mailboxFull);
-    EXPECT_TRUE(finding.inNotice);
-    EXPECT_EQ(finding.at, 4U);
-}
-
 /// A row that another one hides, or that stands twice, would never say anything.
 TEST(Reason, IsThatOfEachRow) {
     std::set<std::string_view> phrases;
@@ -343,26 +313,6 @@ TEST(Reason, IsThatOfEachRow) {
             }
             EXPECT_EQ(nameOf(reasonOf({.text = text}).reason), nameOf(row.reason)) << row.phrase;
         }
-    }
-}
-
-TEST(ReplyCodes, AreFoundInReplies) {
-    const std::pair<std::string_view, std::string_view> cases[] = {
-        {"550 5.1.1 no", "550 5.1.1"},
-        {"550-5.1.1 no\r\n550 5.1.1 no", "550 5.1.1"},
-        {"said: 452 4.2.2 full", "452 4.2.2"},
-        {"Sorry. (#5.1.1)", " 5.1.1"},
-        {"SMTP error 550", "550 "},
-        {"smtp; 554 5.7.1 <a@x.example>", "554 5.7.1"},
-        {"250 ok\n550 no", "550 "},
-        {"Size (in bytes): 222", " "},
-        {"<b>: 250 2.1.5 ok", "250 2.1.5"},
-        {"host mx[192.0.2.153] at 5.5.2026, version 4.4.1.2, 550 bytes", " "},
-        {"", " "},
-    };
-    for (const auto& [text, expected] : cases) {
-        const ReplyCodes codes = codesIn(text);
-        EXPECT_EQ(std::string(codes.reply) + " " + std::string(codes.status), expected) << text;
     }
 }
 
