@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 
 #include "phrases/CompiledMatcher.h"
 #include "reasons/tables/ReplyPhrases.h"
@@ -29,15 +28,7 @@ constexpr auto replyRows = [] {
     return all;
 }();
 
-constexpr auto stageRows = [] {
-    std::array<std::string_view, std::size(senderStages) + std::size(dataStages)> all{};
-    const auto end = std::ranges::copy(senderStages, all.begin()).out;
-    std::ranges::copy(dataStages, end);
-    return all;
-}();
-
 using ReplyPhrases = phrases::CompiledMatcher<replyRows, &PhraseRow::phrase>;
-using StagePhrases = phrases::CompiledMatcher<stageRows, std::identity{}>;
 
 constexpr bool has(const PhraseRow& row, std::string_view words) noexcept {
     return row.phrase.find(words) != std::string_view::npos;
@@ -70,14 +61,6 @@ static_assert(std::ranges::all_of(temporaryWords,
 PhraseRow rowAt(std::size_t number) noexcept {
     return {ReplyPhrases::texts[number], meanings[number].reason, meanings[number].lasts};
 }
-
-/// Receives the stages that a pass finds, and keeps the first in the order of the table.
-struct FirstStage {
-    std::size_t row = stageRows.size();
-
-    bool wants(std::size_t other, std::size_t) const noexcept { return other < row; }
-    void onFound(std::size_t other, std::size_t) noexcept { row = other; }
-};
 
 }  // namespace
 
@@ -123,13 +106,6 @@ std::optional<PhraseRow> PhraseMatches::firstOf(PhraseKind kind) const noexcept 
 TextPart PhraseMatches::placeOfFirst(PhraseKind kind) const {
     const auto index = static_cast<std::size_t>(kind);
     return text_.inText({places_[index], ReplyPhrases::texts[first_[index]].size()});
-}
-
-Stage stageIn(std::string_view text) {
-    FirstStage first;
-    StagePhrases::matcher.scan(text, first);
-    if (first.row == stageRows.size()) return Stage::unknown;
-    return first.row < std::size(senderStages) ? Stage::sender : Stage::data;
 }
 
 }  // namespace bouncecheck

@@ -6,6 +6,7 @@
 
 #include "reasons/HintParty.h"
 #include "reasons/NamedParty.h"
+#include "reasons/Stage.h"
 #include "reasons/TopicWords.h"
 #include "reasons/tables/PartyNames.h"
 #include "text/Ascii.h"

@@ -5,7 +5,7 @@
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
 #include "mime/ReportBodies.h"
-#include "reasons/PhraseReasons.h"
+#include "reasons/Stage.h"
 #include "recipients/DialogueLine.h"
 #include "text/Ascii.h"
 #include "text/Search.h"

@@ -5,7 +5,8 @@
 
 #include "mime/AddressForms.h"
 #include "mime/AddressSpans.h"
-#include "reasons/PhraseReasons.h"
+#include "reasons/ReasonRow.h"
+#include "reasons/Stage.h"
 #include "reasons/UnknownHost.h"
 #include "recipients/tables/PartialWords.h"
 #include "text/Ascii.h"
