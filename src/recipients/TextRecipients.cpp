@@ -8,6 +8,7 @@
 #include "mime/AddressSpans.h"
 #include "reasons/ReasonFinder.h"
 #include "recipients/Dialogue.h"
+#include "recipients/LineBefore.h"
 #include "recipients/LineShape.h"
 #include "recipients/NamedRecipients.h"
 #include "recipients/Paragraph.h"
@@ -18,12 +19,10 @@
 namespace bouncecheck {
 namespace {
 
-bool isIntroduction(std::string_view line) {
-    return line.ends_with(':') || line.ends_with(wideColon);
-}
-
 std::size_t indentOf(std::string_view line) { return line.size() - ascii::trimLeft(line).size(); }
 
+/// Reads a notice line by line. What a line says of an address depends on its shape, on the line
+/// before, and on whose lines are being read.
 class NoticeReader {
 public:
     NoticeReader(const Notice& notice, const Bystanders& others)
@@ -55,11 +54,7 @@ private:
         wasAlone_ = std::exchange(isAlone_, false);
         if (dialogue_.read(text)) return;
         if (!readAddresses(line)) addWords(text);
-        // "Questions should be directed to the owner\nat:"
-        const bool isLastWord = !beginsParagraph_ && isIntroduction(text) && text.find(' ') == npos;
-        if (!isLastWord) lastCues_ = Cues();
-        lastCues_.join(line.cues);
-        lastText_ = text;
+        before_.replace(text, line.cues, !beginsParagraph_);
     }
 
     void endParagraph() {
@@ -68,7 +63,7 @@ private:
         open_->isListClosed = true;
         open_->isIntroduced = open_->hasWords;
         // "The error was:" and a blank line introduce what is said.
-        if (open_->hasWords && !isIntroduction(lastText_)) open_.reset();
+        if (open_->hasWords && !before_.isIntroduction()) open_.reset();
     }
 
     /// Reads the addresses of a line; false where none of them is a recipient's, so that the
@@ -88,27 +83,16 @@ private:
         return false;
     }
 
-    /// Whether the line before says that the addresses below are those of people who help.
-    bool followsContact() const {
-        if (!lastCues_.has(Cue::contact) || !lastCues_.has(Cue::failure)) {
-            return lastCues_.has(Cue::contact);
-        }
-        // "The mailbox is full. Please contact:"
-        const std::size_t stop = lastText_.rfind(". ");
-        return stop != npos && cuesIn(lastText_.substr(stop + 2)).has(Cue::contact);
-    }
-
     /// Whether a whole paragraph that reports a failure stands in front of the one that begins.
     bool followsReport() const {
-        return beginsParagraph_ && endsSentence(lastText_) &&
+        return beginsParagraph_ && endsSentence(before_.text()) &&
                lastParagraphCues_.has(Cue::failure) && !lastParagraphCues_.has(Cue::contact);
     }
 
-    /// Whether the line before says that the address below is the sender's: "A message sent by".
+    /// Whether the line before says that the address below is the sender's.
     bool followsSender(const LineShape& shape) const {
-        return lastCues_.has(Cue::sender) && !lastCues_.has(Cue::failure) &&
-               (others_.isAddressee(shape.first()) || lastText_.ends_with(" by") ||
-                lastText_.ends_with(" from"));
+        return before_.isAboutSender() &&
+               (others_.isAddressee(shape.first()) || before_.endsWithFrom());
     }
 
     /// Whether `line` goes on about the recipient whose lines are being read, rather than
@@ -120,13 +104,12 @@ private:
     }
 
     bool readAlone(const Notice::Line& line, const LineShape& shape) {
-        if (followsContact() || followsSender(shape) || line.has(Cue::sender)) return true;
+        if (before_.tellsContact() || followsSender(shape) || line.has(Cue::sender)) return true;
         if (continuesOpen(line, shape.first())) return false;
         // The heading of the first address is that of the list.
         if (!wasAlone_) {
-            isLone_ = !lastCues_.has(Cue::failure) && !explains(lastText_) && !followsReport();
-            const bool isHeading = isIntroduction(lastText_) && lastText_.size() <= longestHeading;
-            heading_ = isHeading && saysWhy(lastText_) ? lastText_ : std::string_view();
+            isLone_ = !before_.reportsFailure() && !explains(before_.text()) && !followsReport();
+            heading_ = before_.heading();
         }
         isAlone_ = true;
         for (const AddressSpan& span : shape.spans()) {
@@ -144,9 +127,10 @@ private:
     /// Below a heading, or among others of a list, a name and an address stand for a recipient;
     /// elsewhere they may be a signature.
     bool readNamed(const Notice::Line& line, const LineShape& shape) {
-        const bool isNext = namedIndent_ == indentOf(line.text) && (open_ || explains(lastText_));
-        const bool hasHeading = lastCues_.has(Cue::failure) && lastText_.ends_with(':');
-        if (!isNext && !(hasHeading && !followsContact())) {
+        const bool isNext =
+            namedIndent_ == indentOf(line.text) && (open_ || explains(before_.text()));
+        const bool hasHeading = before_.reportsFailure() && before_.text().ends_with(':');
+        if (!isNext && !(hasHeading && !before_.tellsContact())) {
             readSentence(line, shape);
             return false;
         }
@@ -163,8 +147,8 @@ private:
             line.has(Cue::sender) || (!beginsParagraph_ && others_.isAddressee(shape.first()));
         if (isOfSender && !shape.isSeparated()) return false;
         const bool isStated =
-            shape.isSeparated() || paragraph_.reportsFailure() || lastCues_.has(Cue::failure);
-        if (!isStated || followsContact()) return false;
+            shape.isSeparated() || paragraph_.reportsFailure() || before_.reportsFailure();
+        if (!isStated || before_.tellsContact()) return false;
         openBlock(line, shape.first());
         addWords(shape.restBehind(shape.spans().front()));
         return true;
@@ -248,7 +232,8 @@ private:
             if (others_.isAddressee(address) || shape.isOfSender(span)) continue;
             const std::string_view sentence = sentenceOf(line.text, span);
             const Cues cues = cuesIn(sentence);
-            if (cues.has(Cue::contact) || paragraph_.isAside(sentence, cues, line.text, lastText_))
+            if (cues.has(Cue::contact) ||
+                paragraph_.isAside(sentence, cues, line.text, before_.text()))
                 continue;
             const auto added = named_.add(Tier::sentence, address);
             if (!added) continue;
@@ -326,17 +311,15 @@ private:
     /// Whether a rule was drawn below words about a recipient.
     bool isBelowRule_ = false;
     Paragraph paragraph_;
+    /// Those of the one before.
     Cues lastParagraphCues_;
-    /// Those of the line before that was not blank.
-    Cues lastCues_;
-    std::string_view lastText_;
+    LineBefore before_;
     /// Whether this line, and the one before that was not blank, have only addresses.
     bool isAlone_ = false;
     bool wasAlone_ = false;
     /// Whether the list of such lines that is being read has no heading.
     bool isLone_ = false;
     /// That heading, where it says why mail failed.
-    static constexpr std::size_t longestHeading = 200;
     std::string_view heading_;
 };
 

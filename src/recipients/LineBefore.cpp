@@ -1,0 +1,46 @@
+#include "recipients/LineBefore.h"
+
+#include <cstddef>
+
+#include "reasons/ReasonFinder.h"
+#include "recipients/Notice.h"
+#include "recipients/tables/NoticeLabels.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+namespace {
+
+bool endsWithColon(std::string_view line) noexcept {
+    return line.ends_with(':') || line.ends_with(wideColon);
+}
+
+}  // namespace
+
+void LineBefore::replace(std::string_view text, Cues cues, bool goesOn) {
+    // "Questions should be directed to the owner\nat:"
+    const bool isLastWord = goesOn && endsWithColon(text) && text.find(' ') == npos;
+    if (!isLastWord) cues_ = Cues();
+    cues_.join(cues);
+    text_ = text;
+}
+
+bool LineBefore::isIntroduction() const noexcept { return endsWithColon(text_); }
+
+std::string_view LineBefore::heading() const {
+    constexpr std::size_t longest = 200;
+    const bool isHeading = isIntroduction() && text_.size() <= longest && saysWhy(text_);
+    return isHeading ? text_ : std::string_view();
+}
+
+bool LineBefore::tellsContact() const {
+    if (!cues_.has(Cue::contact) || !reportsFailure()) return cues_.has(Cue::contact);
+    // "The mailbox is full. Please contact:"
+    const std::size_t stop = text_.rfind(". ");
+    return stop != npos && cuesIn(text_.substr(stop + 2)).has(Cue::contact);
+}
+
+bool LineBefore::endsWithFrom() const noexcept {
+    return text_.ends_with(" by") || text_.ends_with(" from");
+}
+
+}  // namespace bouncecheck
