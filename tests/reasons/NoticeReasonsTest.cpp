@@ -49,6 +49,7 @@ TEST(NoticeReasons, CountWhereTheReplySaysLess) {
         // that the mail is late, or was refused, beside a code that says why
         {"421 4.7.0 no", "Will keep trying", "X.7.0", false, true},
         {"523 no", "Will keep trying", "523", false, true},
+        {"hm 4.3.2", "Will keep trying", "X.3.2", false, true},
         {"421 4.3.2 no", "It was rejected", "X.3.2", false, true},
         {"523 no", "It was rejected", "523", false, false},
     };

@@ -214,6 +214,7 @@ TEST(Reason, GoesByTheBestEvidence) {
         // words without a code may announce what the notice quotes
         {"", "was blocked", "over quota", "blocked", false, false},
         {"", "was blocked", "the server said: 552 over quota", "over quota", true, true},
+        {"", "554 blocked", "the server said: 552 over quota", "blocked", false, false},
         {"5.7.1", "550", "over quota", "over quota", true, true},
         {"5.7.1", "550", "rejected", "rejected", false, true},
         {"5.7.1", "552", "Sorry.", "X.7.1", false, false},
@@ -293,6 +294,7 @@ TEST(Reason, IsThatOfAWordWhereNothingElseIsSaid) {
         {"554 5.7.1 Denied (SPF)", "spf"},
         {"550 5.7.1 refused, spam/RBL", "rbl"},
         {"451 4.7.1 PTR, try again later", "ptr"},
+        {"550 5.7.1 invalid (SPF)", "spf"},
         {"550 5.7.1 Message rejected at mx, spam.x.example, see https://x.example/spf",
          "message rejected"},
         {"550 5.1.1 user unknown, spf", "user unknown"},
