@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "mime/AddressForms.h"
 #include "mime/Entity.h"
@@ -24,34 +25,36 @@ std::size_t findLastNoCase(std::string_view text, std::string_view sought) {
 }  // namespace
 
 std::optional<VerpPattern> VerpPattern::parse(std::string_view pattern) {
-    VerpPattern verp;
-    std::array<std::size_t, 4> seen{};
-    constexpr auto names = std::to_array<std::string_view>({"", "{local}", "{domain}", "{tag}"});
+    using Kind = Piece::Kind;
+    static constexpr auto placeholders = std::to_array<std::pair<std::string_view, Kind>>(
+        {{"{local}", Kind::local}, {"{domain}", Kind::domain}, {"{tag}", Kind::tag}});
     if (pattern.find('@') == npos) return std::nullopt;
+    VerpPattern verp;
+    std::vector<Piece>& pieces = verp.pieces_;
     while (!pattern.empty()) {
-        std::size_t kind = 0;
-        for (std::size_t i = 1; i < names.size(); ++i) {
-            if (pattern.starts_with(names[i])) kind = i;
-        }
-        const bool followsText =
-            verp.pieces_.empty() || verp.pieces_.back().kind == Piece::Kind::literal;
-        if (kind == 0) {
-            if (pattern.front() == '{' || pattern.front() == '}') return std::nullopt;
-            if (verp.pieces_.empty() || !followsText) {
-                verp.pieces_.push_back({Piece::Kind::literal, {}});
-            }
-            verp.pieces_.back().literal += pattern.front();
+        const bool followsLiteral = !pieces.empty() && pieces.back().kind == Kind::literal;
+        const auto* const known = std::ranges::find_if(placeholders, [&](const auto& placeholder) {
+            return pattern.starts_with(placeholder.first);
+        });
+        if (known != placeholders.end()) {
+            // Nothing would divide two of them.
+            if (!pieces.empty() && !followsLiteral) return std::nullopt;
+            pieces.push_back({known->second, {}});
+            pattern.remove_prefix(known->first.size());
+        } else {
+            if (ascii::isOneOf(pattern.front(), "{}")) return std::nullopt;
+            if (!followsLiteral) pieces.push_back({Kind::literal, {}});
+            pieces.back().literal += pattern.front();
             pattern.remove_prefix(1);
-            continue;
         }
-        if (!verp.pieces_.empty() && !followsText) return std::nullopt;
-        verp.pieces_.push_back({static_cast<Piece::Kind>(kind), {}});
-        ++seen[kind];
-        pattern.remove_prefix(names[kind].size());
     }
-    const bool isAddress = seen[1] == 1 && seen[2] == 1 && seen[3] == 0;
-    const bool isTag = seen[1] == 0 && seen[2] == 0 && seen[3] == 1;
-    if (!isAddress && !isTag) return std::nullopt;
+    const auto count = [&](Kind kind) { return std::ranges::count(pieces, kind, &Piece::kind); };
+    const auto locals = count(Kind::local);
+    const auto domains = count(Kind::domain);
+    const auto tags = count(Kind::tag);
+    const bool isOfAddress = locals == 1 && domains == 1 && tags == 0;
+    const bool isOfTag = locals == 0 && domains == 0 && tags == 1;
+    if (!isOfAddress && !isOfTag) return std::nullopt;
     return verp;
 }
 
@@ -72,23 +75,23 @@ std::optional<VerpPattern::Match> VerpPattern::match(std::string_view address) c
         pieces = pieces.first(pieces.size() - 1);
     }
     // A placeholder is left, or two with a divider between.
-    std::string_view parts[4];
-    const auto partOf = [&](const Piece& piece) -> std::string_view& {
-        return parts[static_cast<std::size_t>(piece.kind)];
-    };
+    const Piece::Kind kind = pieces.front().kind;
+    std::string_view second;
     if (pieces.size() > 1) {
         const std::string_view divider = pieces[1].literal;
-        const bool isLocalFirst = pieces.front().kind == Piece::Kind::local;
-        const std::size_t at =
-            isLocalFirst ? findLastNoCase(address, divider) : findBytesNoCase(address, divider);
+        const std::size_t at = kind == Piece::Kind::local ? findLastNoCase(address, divider)
+                                                          : findBytesNoCase(address, divider);
         if (at == npos || at + divider.size() == address.size()) return std::nullopt;
-        partOf(pieces.back()) = address.substr(at + divider.size());
+        second = address.substr(at + divider.size());
         address = address.substr(0, at);
     }
     if (address.empty()) return std::nullopt;
-    partOf(pieces.front()) = address;
-    if (!parts[3].empty()) return Match{{}, std::string(parts[3])};
-    return Match{std::string(parts[1]).append("@").append(parts[2]), {}};
+    if (kind == Piece::Kind::tag) return Match{{}, std::string(address)};
+    const bool isLocalFirst = kind == Piece::Kind::local;
+    return Match{std::string(isLocalFirst ? address : second)
+                     .append("@")
+                     .append(isLocalFirst ? second : address),
+                 {}};
 }
 
 std::optional<VerpPattern::Match> matchVerp(const Entity& message, std::string_view returnPath,
