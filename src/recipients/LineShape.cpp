@@ -96,18 +96,17 @@ bool beginsEntry(std::string_view before) {
     return isFrame(trimmed);
 }
 
-/// Whether `line` begins with the code of an SMTP reply.
-bool beginsWithReplyCode(std::string_view line) {
+/// `line` without the mark of a dialogue: "<<< 550 no".
+std::string_view withoutMark(std::string_view line) {
     line = ascii::trimLeft(line);
-    if (line.starts_with("<<<")) line = ascii::trimLeft(line.substr(3));
-    return line.size() > 4 && line[0] >= '2' && line[0] <= '5' && ascii::isDigit(line[1]) &&
-           ascii::isDigit(line[2]) && (ascii::isBlank(line[3]) || line[3] == '-');
+    return line.starts_with("<<<") ? ascii::trimLeft(line.substr(3)) : line;
 }
 
-char replyClass(std::string_view line) {
-    line = ascii::trimLeft(line);
-    if (line.starts_with("<<<")) line = ascii::trimLeft(line.substr(3));
-    return line.front();
+/// Whether `line` begins with the code of an SMTP reply.
+bool beginsWithReplyCode(std::string_view line) {
+    line = withoutMark(line);
+    return line.size() > 4 && line[0] >= '2' && line[0] <= '5' && ascii::isDigit(line[1]) &&
+           ascii::isDigit(line[2]) && (ascii::isBlank(line[3]) || line[3] == '-');
 }
 
 /// What rules are drawn with.
@@ -150,8 +149,7 @@ std::string_view LineShape::restBehind(const AddressSpan& span) const {
 }
 
 bool LineShape::isFailureReply() const noexcept {
-    const char first = replyClass(line_);
-    return first == '4' || first == '5';
+    return ascii::isOneOf(withoutMark(line_).front(), "45");
 }
 
 std::span<const AddressSpan> LineShape::labelledSpans() const {
