@@ -1,55 +1,12 @@
 #include "recipients/MessageReading.h"
 
-#include <algorithm>
-
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
 #include "mime/ReportBodies.h"
 #include "reasons/Stage.h"
-#include "recipients/DialogueLine.h"
-#include "text/Ascii.h"
-#include "text/Search.h"
+#include "recipients/SenderRefusal.h"
 
 namespace bouncecheck {
-
-namespace {
-
-/// What Postfix writes behind or in front of replies: "(in reply to MAIL FROM command)". Whether
-/// they are to commands that name the sender; nothing where there is no such note.
-std::optional<bool> notesSender(std::string_view text) {
-    constexpr std::string_view note = "in reply to";
-    bool isFound = findBytes(text, "refused to talk to me:") != npos;
-    for (std::size_t at = findBytes(text, note); at != npos; at = findBytes(text, note, at)) {
-        at += note.size();
-        const std::string_view verb = ascii::trimLeft(text.substr(at, 16));
-        if (!verb.starts_with("MAIL") && !verb.starts_with("EHLO") && !verb.starts_with("HELO")) {
-            return false;
-        }
-        isFound = true;
-    }
-    return isFound ? std::optional(true) : std::nullopt;
-}
-
-/// Whether replies of failure in the dialogue that `text` quotes follow commands that name the
-/// sender, and no others.
-bool refusesSender(std::string_view text) {
-    if (const std::optional<bool> noted = notesSender(text)) return *noted;
-    bool isToSender = false;
-    bool isFound = false;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find('\n', at), text.size());
-        const std::string_view line = ascii::trim(text.substr(at, end - at));
-        at = end + 1;
-        if (isDialogueCommand(line)) isToSender = isSenderCommand(line);
-        const std::optional<std::string_view> reply = dialogueReply(line);
-        if (!reply || !(reply->starts_with('4') || reply->starts_with('5'))) continue;
-        if (!isToSender) return false;
-        isFound = true;
-    }
-    return isFound;
-}
-
-}  // namespace
 
 Author MessageReading::author() const {
     if (!author_) author_ = authorOf(message_);
