@@ -41,12 +41,12 @@ public:
     ReasonFinding first() const {
         // Systems give wrong codes more often than wrong words.
         if (matches_.firstOf(PhraseKind::clear)) return ofClearWords();
-        // It says more than words that many kinds of failures have in common ("access denied").
         bool isTransient = isTransient_ || matches_.saysTemporary();
+        // Definite codes say more than words that any failure may have ("access denied").
         if (const StatusRow* definite = reading_.codes.definite()) {
             return ofStatus(*definite, true, isTransient);
         }
-        // The other lines are in the notice.
+        // The notice has the other lines.
         if (isFirstLineOnly(text_)) {
             const ReasonFinding quoted = notice_.ofQuotedReply(isTransient);
             if (quoted.isFound()) return quoted;
@@ -57,10 +57,10 @@ public:
         if (const std::optional<PhraseRow> hint = matches_.firstOf(PhraseKind::weak)) {
             return ofHint(*hint, isTransient);
         }
-        // It may speak of other recipients, or in general.
+        // The notice may speak of other recipients, or in general.
         const ReasonFinding noticed = notice_.ofAll(isTransient);
         if (noticed.isFound()) return noticed;
-        // They are given to any failure.
+        // Other codes are given to any failure.
         return orTopic(ofVagueCodes(noticed.isTransient));
     }
 
