@@ -77,10 +77,11 @@ private:
     bool take(const RecipientField& known, const HeaderField& field) {
         const auto index = static_cast<std::size_t>(&known - recipientFields.data());
         const bool namesRecipient = index < 2;
-        // Any field that a recipient has already begins another one in a new group.
-        const bool isNext =
-            recipients_.empty() || (isNamed_ && (inGroup_ ? namesRecipient && given_[index]
-                                                          : namesRecipient || given_[index]));
+        // In a group only another address begins the next recipient; in a new one, any field that
+        // the last has already does so, too.
+        const bool isGiven = given_[index];
+        const bool begins = inGroup_ ? namesRecipient && isGiven : namesRecipient || isGiven;
+        const bool isNext = recipients_.empty() || (isNamed_ && begins);
         if (isNext) {
             const bool isFull = recipients_.size() >= limits::recipients;
             if (isFull || !budget_.spend(sizeof(ReportedRecipient))) return false;
