@@ -10,10 +10,10 @@
 #include "mime/LineEnds.h"
 #include "mime/ReportTypes.h"
 #include "phrases/CompiledMatcher.h"
+#include "recipients/HeaderRun.h"
 #include "recipients/LineShape.h"
 #include "recipients/tables/NoticeCues.h"
 #include "text/Ascii.h"
-#include "text/ByteSet.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
 
@@ -92,65 +92,6 @@ void appendTexts(const Entity& entity, std::string& text) {
         append(text, entity.rawBody().view());
     }
 }
-
-constexpr ByteSet fieldNameBytes("-0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
-
-/// The name of the header field that `line` begins, or "".
-std::string_view fieldName(std::string_view line) {
-    const std::size_t end = lengthOf(fieldNameBytes, line);
-    const bool isField =
-        end > 1 && end < line.size() && line[end] == ':' && !line.substr(end).starts_with("://");
-    return isField ? line.substr(0, end) : std::string_view();
-}
-
-/// Fields that only the header of a message has.
-bool isOfMessage(std::string_view name) {
-    static constexpr auto names = std::to_array<std::string_view>(
-        {"Received", "Return-Path", "Message-ID", "DKIM-Signature", "MIME-Version", "X-Mailer",
-         "Delivered-To", "X-Originating-IP", "X-Received", "DomainKey-Signature", "User-Agent"});
-    return std::ranges::any_of(
-        names, [&](std::string_view known) { return ascii::equalsNoCase(name, known); });
-}
-
-/// Those of a delivery status and of a part, which the text of a broken multipart carries too.
-bool isOfPart(std::string_view name) {
-    static constexpr auto names = std::to_array<std::string_view>(
-        {"Reporting-MTA", "Final-Recipient", "Original-Recipient", "Action", "Diagnostic-Code"});
-    return ascii::startsWithNoCase(name, "Content-") ||
-           std::ranges::any_of(
-               names, [&](std::string_view known) { return ascii::equalsNoCase(name, known); });
-}
-
-/// Recognises the header of a message in a text, line by line: three fields in a row, one of
-/// which only messages have.
-class HeaderRun {
-public:
-    /// Takes the next line; whether it is a field, or the fold of one.
-    bool take(std::string_view line) {
-        const std::string_view name = fieldName(line);
-        if (!name.empty() && (fields_ > 0 || !isOfPart(name))) {
-            ++fields_;
-            ofMessage_ = ofMessage_ || isOfMessage(name);
-            ++lines_;
-            return true;
-        }
-        if (fields_ > 0 && !line.empty() && ascii::isBlank(line.front())) {
-            ++lines_;
-            return true;
-        }
-        *this = HeaderRun();
-        return false;
-    }
-
-    bool isMessage() const noexcept { return fields_ >= 3 && ofMessage_; }
-    /// How many lines there are from the first field on.
-    std::size_t lines() const noexcept { return lines_; }
-
-private:
-    std::size_t fields_ = 0;
-    std::size_t lines_ = 0;
-    bool ofMessage_ = false;
-};
 
 }  // namespace
 
