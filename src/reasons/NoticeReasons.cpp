@@ -39,8 +39,8 @@ ReasonFinding NoticeReasons::explanation(const ReplyCodes& codes, bool isTransie
     const PhraseMatches matches(reading_.notice);
     isTransient = isTransient || isTemporaryBy(matches, codes);
     ReasonFinding clear = phraseFinding(matches, PhraseKind::clear, isTransient);
-    if (clear.isFound()) return unlessOld(clear);
-    return unlessOld(phraseFinding(matches, PhraseKind::fair, isTransient));
+    if (clear.isFound()) return onlyNews(clear);
+    return onlyNews(phraseFinding(matches, PhraseKind::fair, isTransient));
 }
 
 ReasonFinding NoticeReasons::ofAll(bool isTransient) const {
@@ -51,12 +51,12 @@ ReasonFinding NoticeReasons::ofAll(bool isTransient) const {
     ReasonFinding clear = phraseFinding(matches, PhraseKind::clear, isTransient);
     if (clear.isFound()) {
         if (isQualified(clear, reading_.notice)) clear.isSure = false;
-        return unlessOld(clear);
+        return onlyNews(clear);
     }
     const ReasonFinding status = ofStatus(codes, isTransient);
     if (status.isFound()) return status;
     const ReasonFinding fair = phraseFinding(matches, PhraseKind::fair, isTransient);
-    if (fair.isFound()) return unlessOld(fair);
+    if (fair.isFound()) return onlyNews(fair);
     return ofHint(matches, isTransient);
 }
 
@@ -77,7 +77,7 @@ ReasonFinding NoticeReasons::ofHint(const PhraseMatches& matches, bool isTransie
     if (!hint || !countsBeside(*hint)) return {.isTransient = isTransient};
     const Party party = partyOf(*hint, reading_.notice, matches.placeOfFirst(PhraseKind::weak),
                                 reading_.reply.address);
-    return unlessOld(hintFinding(matches, party, isTransient));
+    return onlyNews(hintFinding(matches, party, isTransient));
 }
 
 /// Whether a hint of the notice says more than the codes of the reply.
@@ -95,13 +95,13 @@ bool NoticeReasons::countsBeside(const PhraseRow& hint) const {
 
 /// `finding`, or nothing where it says no more than the reply: of a mailbox that the reply itself
 /// says nothing of, but has a code for something else.
-ReasonFinding NoticeReasons::unlessOld(ReasonFinding finding) const {
+ReasonFinding NoticeReasons::onlyNews(ReasonFinding finding) const {
     finding.inNotice = finding.isFound();
     if (!isAboutMailbox(finding.reason) || reading_.reply.text.empty()) return finding;
     const StatusRow* code = reading_.codes.textStatus();
     const bool isElsewhere = code && code->reason != Reason::other && !isAboutMailbox(code->reason);
-    const bool isOld = isElsewhere || restatesReply(reading_.notice, finding.at);
-    return isOld ? ReasonFinding{.isTransient = finding.isTransient} : finding;
+    const bool isNews = !isElsewhere && !restatesReply(reading_.notice, finding.at);
+    return isNews ? finding : ReasonFinding{.isTransient = finding.isTransient};
 }
 
 /// Whether the failure is for the time being by the words of the notice, or by its codes, where the

@@ -29,7 +29,7 @@ private:
     ReasonFinding explanation(const ReplyCodes& codes, bool isTransient) const;
     ReasonFinding ofStatus(const ReplyCodes& codes, bool isTransient) const;
     ReasonFinding ofHint(const PhraseMatches& matches, bool isTransient) const;
-    ReasonFinding unlessOld(ReasonFinding finding) const;
+    ReasonFinding onlyNews(ReasonFinding finding) const;
     bool isTemporaryBy(const PhraseMatches& matches, const ReplyCodes& codes) const;
     bool isOfRecipient(const ReplyCodes& codes) const;
     bool countsBeside(const PhraseRow& hint) const;

@@ -6,6 +6,7 @@
 #include "reasons/Findings.h"
 #include "reasons/HintParty.h"
 #include "reasons/NoticeReasons.h"
+#include "reasons/Outcomes.h"
 #include "reasons/PhraseReasons.h"
 #include "reasons/ReplyDoubts.h"
 #include "reasons/ReplyReading.h"
@@ -161,9 +162,7 @@ bool gaveUp(const Reply& reply) noexcept {
 }  // namespace
 
 ReasonFinding reasonOf(const Reply& reply, std::string_view notice) {
-    const bool isFailure = reply.outcome == Outcome::failed || reply.outcome == Outcome::delayed ||
-                           reply.outcome == Outcome::unknown;
-    if (!isFailure) return {};
+    if (!isTrouble(reply.outcome)) return {};
     const ReplyReading reading(reply, notice);
     ReasonFinding finding = doubted(Candidates(reading).first(), reading);
     if (finding.reason == Reason::unreachable && gaveUp(reply)) finding.reason = Reason::expired;

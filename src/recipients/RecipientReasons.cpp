@@ -1,15 +1,11 @@
 #include "recipients/RecipientReasons.h"
 
 #include "reasons/AdviceFor.h"
+#include "reasons/Outcomes.h"
 #include "recipients/RecipientDoubts.h"
 
 namespace bouncecheck {
 namespace {
-
-/// Whether an outcome has a reason.
-bool isTrouble(Outcome outcome) {
-    return outcome == Outcome::failed || outcome == Outcome::delayed || outcome == Outcome::unknown;
-}
 
 bool isExplained(const Recipient& recipient, const ReasonFinding& finding) {
     return (finding.basis == ReasonBasis::phrase || finding.isSure) &&

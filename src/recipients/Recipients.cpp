@@ -11,6 +11,7 @@
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
+#include "reasons/Outcomes.h"
 #include "reasons/ReplyCodes.h"
 #include "recipients/Bystanders.h"
 #include "recipients/MessageReading.h"
@@ -221,10 +222,8 @@ private:
         });
         const auto failed = std::ranges::find(all, Outcome::failed, &Recipient::outcome);
         Recipient& best = failed == all.end() ? all.front() : *failed;
-        const bool reachedSome = std::ranges::any_of(all, [](const Recipient& other) {
-            return other.outcome == Outcome::delivered || other.outcome == Outcome::relayed ||
-                   other.outcome == Outcome::expanded;
-        });
+        const bool reachedSome = std::ranges::any_of(
+            all, [](const Recipient& other) { return isSuccess(other.outcome); });
         Recipient recipient = std::move(own == all.end() ? best : *own);
         if (!ascii::equalsNoCase(recipient.address, address)) {
             if (recipient.finalAddress.empty()) recipient.finalAddress = recipient.address;

@@ -5,6 +5,7 @@
 #include <bouncecheck/Limits.h>
 #include "mime/HeaderFields.h"
 #include "mime/ReportBodies.h"
+#include "reasons/Outcomes.h"
 #include "recipients/ReportRecipients.h"
 #include "text/Ascii.h"
 
@@ -29,11 +30,6 @@ Outcome outcomeOf(const ReportedRecipient& reported) {
 /// The address that `field`, if there is one, names to its end; else "".
 std::string addressIn(const HeaderField* field) {
     return field && !field->isCut() ? reportedAddress(field->decoded()) : std::string();
-}
-
-bool isSuccess(Outcome outcome) noexcept {
-    return outcome == Outcome::delivered || outcome == Outcome::relayed ||
-           outcome == Outcome::expanded;
 }
 
 }  // namespace
