@@ -94,6 +94,10 @@ TEST(RecipientDoubts, AreWhetherTheSenderWasRefused) {
                   expected)
             << dialogue;
     }
+    // What the text says of a recipient whom only the text names is no reply in a report.
+    EXPECT_EQ(advised(notice("<a@x.example>: no such user\n\n>>> MAIL From:<me@own.example>\n<<< " +
+                             reply)),
+              "a@x.example unknown-mailbox suppress");
 }
 
 /// People quote notices when they ask about them.
@@ -118,8 +122,11 @@ TEST(RecipientDoubts, AreAnsweredByACodeWhereOnlyTheSubjectIsThatOfANotice) {
     const std::string header = "From: Ann <b@x.example>\nSubject: Mail delivery failed\n\n";
     EXPECT_EQ(advised(header + "The courier says: recipient unknown.\n\na@x.example\n"),
               "a@x.example unknown-mailbox retry");
-    EXPECT_EQ(advised(header + "<a@x.example>: 550 5.1.1 user unknown\n"),
-              "a@x.example unknown-mailbox suppress");
+    for (const char* code : {"550", "550 5.1.1", "#5.1.1"}) {
+        EXPECT_EQ(advised(header + "<a@x.example>: " + code + " user unknown\n"),
+                  "a@x.example unknown-mailbox suppress")
+            << code;
+    }
     EXPECT_EQ(advised(header + "<a@x.example>: user unknown\n\n----- Original message -----\n"
                                "Received: by x.example\nFrom: me@own.example\nTo: a@x.example\n"),
               "a@x.example unknown-mailbox suppress");
