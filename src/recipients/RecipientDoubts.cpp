@@ -44,19 +44,26 @@ bool areOnlyWords(const Explanation& explanation) {
     return explanation.finding.basis == ReasonBasis::phrase && explanation.codes.status.empty();
 }
 
-/// "No such account (ann@x.example)": the words of a reply go on with the recipient's own address
-/// in brackets.
+/// "No such account (ann@x.example)", "<ann@x.example>: no such account": the words of a reply go
+/// on with the recipient's own address in brackets, or follow it.
 bool namesRecipient(const Explanation& explanation) {
     const ReasonFinding& finding = explanation.finding;
     if (finding.inNotice) return false;
     constexpr std::size_t reach = 80;
     const std::string_view address = explanation.recipient.address;
-    const std::string_view line = lineAt(explanation.recipient.diagnostic, finding.at);
-    const std::string_view behind = std::string_view(explanation.recipient.diagnostic)
-                                        .substr(finding.end(), reach + address.size());
+    const std::string_view reply = explanation.recipient.diagnostic;
+    const std::string_view line = lineAt(reply, finding.at);
+    const std::string_view behind = reply.substr(finding.end(), reach + address.size());
     const std::size_t at = findBytesNoCase(behind, address);
-    return at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<") &&
-           line.data() + line.size() >= behind.data() + at + address.size();
+    if (at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<") &&
+        line.data() + line.size() >= behind.data() + at + address.size()) {
+        return true;
+    }
+    std::string_view front = reply.substr(0, finding.at);
+    front = front.substr(0, front.find_last_not_of(" .:") + 1);
+    if (!front.ends_with('>') || front.size() < address.size() + 2) return false;
+    front = front.substr(front.size() - address.size() - 2);
+    return front.starts_with('<') && ascii::equalsNoCase(front.substr(1, address.size()), address);
 }
 
 /// "User unknown (bob@y.example)": another's address follows the words of a reply at once.

@@ -36,6 +36,8 @@ TEST(RecipientDoubts, AreWhetherOthersAreMeant) {
         {"550 User unknown (in reply to end of DATA command)", gone + " retry"},
         {"550 User unknown: a@x.example (in reply to end of DATA command)", gone + " retry"},
         {"550 User unknown (a@x.example) (in reply to end of DATA command)", gone + " suppress"},
+        {"550 <a@x.example>: User unknown (in reply to end of DATA command)", gone + " suppress"},
+        {"550 <c@x.example>: User unknown (in reply to end of DATA command)", gone + " retry"},
         {"550 5.1.1 User unknown (in reply to end of DATA command)", gone + " suppress"},
         // hosts
         {"Name service error for name=x.example: Host not found", "unknown-domain suppress"},
