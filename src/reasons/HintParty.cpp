@@ -63,7 +63,9 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     }
     const bool isMailbox =
         (endsThere && (isSaidOf(text, place.at, mailbox, mailboxNames) ||
-                       isSaidOf(text, place.at, recipient, mailboxNames))) ||
+                       isSaidOf(text, place.at, recipient, mailboxNames) ||
+                       isSaidOfOwned(text, place.at, mailbox, mailboxNames) ||
+                       isSaidOfOwned(text, place.at, recipient, mailboxNames))) ||
         (isFollowedBy(text, end, mailbox) &&
          (namesMailbox(hint) || isSaidOfNothingElse(text, place.at, mailboxNames)));
     return isMailbox ? Party::mailbox : Party::unnamed;

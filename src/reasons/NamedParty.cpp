@@ -1,6 +1,7 @@
 #include "reasons/NamedParty.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "reasons/ReplyText.h"
 #include "reasons/tables/SentenceWords.h"
@@ -134,6 +135,31 @@ std::string_view textBefore(std::string_view text, std::size_t at) {
     return text.substr(begin, at - begin);
 }
 
+/// What is in front of `name`, where the words at the byte `at` are said of it.
+std::optional<std::string_view> textBeforeName(std::string_view text, std::size_t at,
+                                               std::string_view name) {
+    const std::string_view said = withoutBetween(textBefore(text, at), isLink);
+    const std::string_view last = lastWord(said);
+    if (name.empty() || !ascii::equalsNoCase(last, name)) return std::nullopt;
+    return unquoted(withoutEnd(said, last));
+}
+
+/// What is in front of one of `kinds`, by which `text` ends: "user", "user ID", "email account".
+std::optional<std::string_view> withoutKind(std::string_view text,
+                                            std::span<const std::string_view> kinds) {
+    text = ascii::trimRight(text);
+    const auto removeLast = [&] {
+        text = ascii::trimRight(withoutEnd(text, lastWord(text)));
+    };
+    if (isOneOf(lastWord(text), kindEnds)) removeLast();
+    if (!isOneOf(lastWord(text), kinds)) return std::nullopt;
+    text.remove_suffix(lastWord(text).size());
+    const std::string_view front = ascii::trimRight(text);
+    const std::string_view word = lastWord(front);
+    if (!isOneOf(word, kinds) && !isOneOf(word, kindStarts)) return text;
+    return withoutEnd(front, word);
+}
+
 }  // namespace
 
 bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length) {
@@ -143,13 +169,22 @@ bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length) {
 
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds) {
-    const std::string_view said = withoutBetween(textBefore(text, at), isLink);
-    const std::string_view last = lastWord(said);
-    if (name.empty() || !ascii::equalsNoCase(last, name)) return false;
-    const std::string_view front = unquoted(withoutEnd(said, last));
-    const std::string_view kind = lastWord(front);
-    if (isCode(kind)) return !isOneOf(name, notMailboxes);
-    return isOneOf(kind, kinds) && beginsClause(withoutEnd(front, kind));
+    const std::optional<std::string_view> front = textBeforeName(text, at, name);
+    if (!front) return false;
+    if (isCode(lastWord(*front))) return !isOneOf(name, notMailboxes);
+    const std::optional<std::string_view> rest = withoutKind(*front, kinds);
+    return rest && beginsClause(*rest);
+}
+
+bool isSaidOfOwned(std::string_view text, std::size_t at, std::string_view name,
+                   std::span<const std::string_view> kinds) {
+    std::optional<std::string_view> front = textBeforeName(text, at, name);
+    if (!front) return false;
+    front = unquoted(withoutKind(*front, kinds).value_or(*front));
+    const std::string_view word = lastWord(*front);
+    if (!isOneOf(word, genitives)) return false;
+    const auto rest = withoutKind(withoutEnd(*front, word), kinds);
+    return rest && beginsClause(*rest);
 }
 
 bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {

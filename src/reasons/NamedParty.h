@@ -16,6 +16,10 @@ bool isSaidOfHost(std::string_view text, std::size_t at, std::size_t length);
 bool isSaidOf(std::string_view text, std::size_t at, std::string_view name,
               std::span<const std::string_view> kinds);
 
+/// The same of what is somebody's: "The account for ann is closed", "mailbox of user ann".
+bool isSaidOfOwned(std::string_view text, std::size_t at, std::string_view name,
+                   std::span<const std::string_view> kinds);
+
 /// Whether the words at `at` of a reply are said of no more than one of `kinds`, with which a
 /// sentence begins: "La cuenta no existe", but not "La clave de la cuenta". The kinds are as
 /// ReplyText has them.

@@ -38,6 +38,10 @@ TEST(NamedParty, IsWhoIsCalledSo) {
         {"user joann unknown", false},
         {"the key of user ann unknown", false},
         {"mail for user ann unknown", false},
+        {"550 User ID ann unknown", true},
+        {"The email user ann is unknown", true},
+        {"The proxy user ann is unknown", false},
+        {"550 ID ann unknown", false},
         {"unknown", false},
     };
     for (const auto& [text, isAnn] : cases) {
@@ -49,6 +53,24 @@ TEST(NamedParty, IsWhoIsCalledSo) {
     EXPECT_FALSE(isFollowedBy("No user ann's key", 7, "ann"));
     EXPECT_FALSE(isFollowedBy("No user ann@x.example with such a right", 7, "ann"));
     EXPECT_FALSE(isFollowedBy("No user", 7, ""));
+}
+
+TEST(NamedParty, IsWhoseMailboxIsCalledSo) {
+    static constexpr auto kinds = std::to_array<std::string_view>({"user", "mailbox"});
+    const std::pair<std::string_view, bool> cases[] = {
+        {"550 Mailbox for <ann> unknown", true},
+        {"The mailbox of user ann is unknown", true},
+        {"The user mailbox for ann unknown", true},
+        {"License for ann unknown", false},
+        {"Mailbox store for ann unknown", false},
+        {"The key of the mailbox for ann unknown", false},
+        {"550 for ann unknown", false},
+        {"mailbox ann unknown", false},
+        {"mailbox of joann unknown", false},
+    };
+    for (const auto& [text, isOfAnn] : cases) {
+        EXPECT_EQ(isSaidOfOwned(text, text.find("unknown"), "ann", kinds), isOfAnn) << text;
+    }
 }
 
 TEST(NamedParty, IsTheMailboxThatASentenceBeginsWith) {
@@ -120,11 +142,13 @@ TEST(NamedParty, IsTheSenderBehindItsName) {
 }
 
 TEST(NamedParty, EndsASentence) {
-    for (const std::string_view text : {"no", "no ", "no.", "no here", "no\r\n550 x"}) {
+    for (const std::string_view text :
+         {"no", "no ", "no.", "no here", "no\r\n550 x", "no and no longer"}) {
         EXPECT_TRUE(endsClause(text, 2)) << text;
     }
-    for (const std::string_view text : {"no in the list", "no (see)", "no at this time",
-                                        "no en este momento", "no: /home/ann", "nothing"}) {
+    for (const std::string_view text :
+         {"no in the list", "no (see)", "no at this time", "no and late", "no en este momento",
+          "no: /home/ann", "nothing"}) {
         EXPECT_FALSE(endsClause(text, 2)) << text;
     }
 }

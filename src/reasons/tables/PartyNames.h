@@ -58,7 +58,7 @@ inline constexpr std::string_view mailboxNames[] = {
 /// "La cuenta no existe". Without articles; as ReplyText has them.
 inline constexpr std::string_view mailboxSubjects[] = {
     // German, Dutch
-    "benutzer", "de gebruiker", "de ontvanger", "de mailbox", "de postbus", "de gebruikersnaam",
+    "benutzer", "benutzerkennung", "kennung", "de gebruiker", "de ontvanger", "de mailbox", "de postbus", "de gebruikersnaam",
     "de mailbox van de ontvanger", "empfanger", "empfaenger", "empfangeradresse", "postfach", "mailbox",
     "konto", "account", "adresse", "e-mail-adresse", "email-adresse", "mailadresse", "e-mail-konto",
     "benutzerkonto", "mailkonto", "postfach des empfangers", "mailbox des empfangers",

@@ -51,6 +51,9 @@ inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "destination", "opgegeven", "angivna", "podany", "указанный",
      "Указанный", "virtual", "local", "почтовый", "Почтовый", "данный", "Данный", "вказана", "Вказана", "här",
      "oppgitte", "angivne", "podana", "podane", "zadaná", "zadaný", "megadott", "belirtilen"});
+/// What a mailbox is called with, in front of "account" and behind "user".
+inline constexpr auto kindStarts = std::to_array<std::string_view>({"email", "e-mail", "mail"});
+inline constexpr auto kindEnds = std::to_array<std::string_view>({"id"});
 /// What clauses begin with, in front of that.
 inline constexpr auto openers = std::to_array<std::string_view>(
     {"because", "since",  "as",       "that",    "but",       "sorry", "weil",
@@ -71,7 +74,14 @@ inline constexpr auto closings = std::to_array<std::string_view>(
      "auf unserem server", "bei uns", "sur notre serveur", "dans notre syst", "en nuestro servidor",
      "em nosso servidor", "sul nostro server", "na tym serwerze", "na tomto serveru", "на данном сервере",
      "на нашем сервере", "på denna server", "på denne server", "längre", "lenger", "længere", "chez nous",
-     "su questo", "op deze", "pe acest", "ezen a", "на этом сервере", "на цьому", "trên ", "πλέον", "już"});
+     "su questo", "op deze", "pe acest", "ezen a", "на этом сервере",
+     "in the alias", "in our system", "in our records", "in our directory", "in our user", "from the system",
+     "from our system", "from this server", "from this system",
+     "from our server", "from the server", "and no longer", "and is no longer",
+     "and can no longer", "em nosso sistema", "en nuestro sistema", "nel nostro sistema", "in unserem system",
+     "w naszym systemie", "v našem systému", "в нашей системе", "dans nos s", "in ons systeem",
+     "on the server", "auf dem server", "sur le serveur", "en el servidor", "no servidor", "sul server", "na serwerze",
+     "na serveru", "на сервере", "op de server", "на цьому", "trên ", "πλέον", "już"});
 /// What says behind such words, even clear ones, that it is so for the moment, or of something else.
 inline constexpr auto otherEnds = std::to_array<std::string_view>(
     {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
