@@ -4,6 +4,7 @@
 
 #include "reasons/ReasonFinder.h"
 #include "recipients/Notice.h"
+#include "recipients/Sentence.h"
 #include "recipients/tables/NoticeLabels.h"
 #include "text/Search.h"
 
@@ -21,6 +22,7 @@ void LineBefore::replace(std::string_view text, Cues cues, bool goesOn) {
     const bool isLastWord = goesOn && endsWithColon(text) && text.find(' ') == npos;
     if (!isLastWord) cues_ = Cues();
     cues_.join(cues);
+    front_ = goesOn ? text_ : std::string_view();
     text_ = text;
 }
 
@@ -30,6 +32,10 @@ std::string_view LineBefore::heading() const {
     constexpr std::size_t longest = 200;
     const bool isHeading = isIntroduction() && text_.size() <= longest && saysWhy(text_);
     return isHeading ? text_ : std::string_view();
+}
+
+bool LineBefore::endsLongHeading() const {
+    return isIntroduction() && !front_.empty() && !endsSentence(front_) && explains(front_);
 }
 
 bool LineBefore::tellsContact() const {

@@ -20,6 +20,9 @@ public:
     bool isIntroduction() const noexcept;
     /// The whole line, where it is the heading of a list and says why mail failed; else "".
     std::string_view heading() const;
+    /// Whether it ends a heading of two lines that says in the first why mail failed: "The
+    /// addresses below are unknown (please check\nthem):".
+    bool endsLongHeading() const;
     /// Whether the addresses are those of people who help: "Please contact:".
     bool tellsContact() const;
     /// Whether an address of the sender may follow: "A message that you sent"
@@ -29,6 +32,8 @@ public:
 
 private:
     std::string_view text_;
+    /// The line in front of it, of the same paragraph.
+    std::string_view front_;
     Cues cues_;
 };
 

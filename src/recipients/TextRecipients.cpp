@@ -108,7 +108,8 @@ private:
         if (continuesOpen(line, shape.first())) return false;
         // The heading of the first address is that of the list.
         if (!wasAlone_) {
-            isLone_ = !before_.reportsFailure() && !explains(before_.text()) && !followsReport();
+            isLone_ = !before_.reportsFailure() && !explains(before_.text()) && !followsReport() &&
+                      !before_.endsLongHeading();
             heading_ = before_.heading();
         }
         isAlone_ = true;

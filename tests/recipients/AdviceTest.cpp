@@ -101,6 +101,9 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "a@x.example unknown-mailbox suppress"},
         {"It could not be delivered: user unknown.\nOur desk:\n\na@x.example\n",
          "a@x.example unknown-mailbox retry"},
+        {"These addresses were not found here: user unknown (please check\nthem):\n\n"
+         "SMTP <a@x.example>\n",
+         "a@x.example unknown-mailbox suppress"},
         // a delay, and why
         {"Your mail to a@x.example is still being retried.\n\n421 4.7.0 unusual rate of mail",
          "a@x.example rate-limit retry"},
