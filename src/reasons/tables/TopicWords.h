@@ -19,6 +19,7 @@ inline constexpr PhraseRow topicWords[] = {
     {"spam", Reason::content},
     {"junk", Reason::content},
     {"scam", Reason::content},
+    {"dspam", Reason::content},
     {"virus", Reason::content},
     {"macro", Reason::content},
     {"mime", Reason::content},
