@@ -52,7 +52,9 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     const std::size_t end = place.at + place.length;
     const bool endsThere = endsClause(text, endOfWord(text, end));
     if (hint.reason != Reason::unknownDomain && endsThere &&
-        isSaidOfKind(text, place.at, mailboxSubjects)) {
+        (isSaidOfKind(text, place.at, mailboxSubjects) ||
+         isSaidOfNamedKind(text, place.at, mailbox, mailboxSubjects) ||
+         isSaidOfNamedKind(text, place.at, recipient, mailboxSubjects))) {
         return Party::mailbox;
     }
     // "Invalid" may be said of a key, or a password, of theirs.

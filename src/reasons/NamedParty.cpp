@@ -203,6 +203,12 @@ bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::st
     return false;
 }
 
+bool isSaidOfNamedKind(std::string_view text, std::size_t at, std::string_view name,
+                       std::span<const std::string_view> kinds) {
+    const std::optional<std::string_view> front = textBeforeName(text, at, name);
+    return front && isSaidOfKind(*front, front->size(), kinds);
+}
+
 bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::string_view> kinds) {
     std::string_view front = textBefore(text, at);
     if (endsJoined(front, '\'')) front.remove_suffix(2);  // "de l'"
@@ -214,6 +220,7 @@ bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::st
     }
     const bool isAnnounced = front.ends_with(':');
     if (isAnnounced && isOneOf(lastWord(said), genitives)) return false;  // "failed with: user"
+    if (isOneOf(lastWord(said), namedThings)) return true;
     if (isOneOf(lastWord(said), kinds)) {
         // "user a@x.example"
         said = withoutBetween(withoutEnd(said, lastWord(said)), isArticle);

@@ -25,6 +25,10 @@ bool isSaidOfOwned(std::string_view text, std::size_t at, std::string_view name,
 /// ReplyText has them.
 bool isSaidOfKind(std::string_view text, std::size_t at, std::span<const std::string_view> kinds);
 
+/// The same where a name stands between: "La cuenta de correo <ann@x.example> no existe".
+bool isSaidOfNamedKind(std::string_view text, std::size_t at, std::string_view name,
+                       std::span<const std::string_view> kinds);
+
 /// Whether "Sender:", or what else belongs to the sender's side, stands right in front of the words
 /// at `at`: "Reply-To: address unknown", "HELO-Adresse unbekannt".
 bool isSaidOfSender(std::string_view text, std::size_t at);

@@ -101,6 +101,19 @@ TEST(NamedParty, IsTheMailboxThatASentenceBeginsWith) {
     }
 }
 
+TEST(NamedParty, IsTheMailboxInFrontOfItsName) {
+    static constexpr auto kinds = std::to_array<std::string_view>({"cuenta de correo"});
+    const std::pair<std::string_view, bool> cases[] = {
+        {"La cuenta de correo <ann> no existe", true},
+        {"La clave de la cuenta de correo <ann> no existe", false},
+        {"La cuenta de correo no existe", false},
+        {"La clave ann no existe", false},
+    };
+    for (const auto& [text, isMailbox] : cases) {
+        EXPECT_EQ(isSaidOfNamedKind(text, text.find("no existe"), "ann", kinds), isMailbox) << text;
+    }
+}
+
 TEST(NamedParty, IsNobodyElse) {
     static constexpr auto kinds = std::to_array<std::string_view>({"user"});
     const std::pair<std::string_view, bool> cases[] = {
@@ -124,6 +137,7 @@ TEST(NamedParty, IsWhoseSomethingIs) {
         {"550 for user unknown", false},        {"Sorry, the user unknown", false},
         {"No mailbox for user unknown", false}, {"Address of the user unknown", false},
         {"Failed with: user unknown", false},   {"Rejected for user unknown", false},
+        {"550 PGP key user unknown", true},     {"Keys user unknown", false},
     };
     for (const auto& [text, isPart] : cases) {
         EXPECT_EQ(isSaidOfPart(text, text.find("user"), kinds), isPart) << text;

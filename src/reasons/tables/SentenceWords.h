@@ -15,7 +15,7 @@ inline constexpr auto linkWords = std::to_array<std::string_view>(
      "esta", "est", "stato", "ist",    "wird",   "wurde", "es",        "é",           "è",
      "är",   "er",  "jest",  "konnte", "leider", "ya",    "já",
      "zostało", "została", "został", "już", "již", "je", "kon", "werd", "kunde", "kunne", "har",
-     "este", "είναι", "már", "véglegesen", "artık", "был", "была", "больше", "був", "була", "більше",
+     "este", "fue", "blev", "ble", "byl", "byla", "bylo", "zostala", "zostal", "είναι", "már", "véglegesen", "artık", "был", "была", "больше", "був", "була", "більше",
      // and what is added to the name
      "indicada", "indicado", "indicato", "informado", "informada", "especificada", "especificado",
      "specificato", "specified", "provided", "angegeben"});
@@ -41,6 +41,11 @@ inline constexpr auto addressWords = std::to_array<std::string_view>(
      "casilla", "réception", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres",
      // or what was refused for that
      "rcpt", "rejected", "refused", "bounced", "returned", "responded", "replied"});
+/// What else may be called by somebody's address: "Key ann@x.example not found".
+inline constexpr auto namedThings = std::to_array<std::string_view>(
+    {"key", "certificate", "license", "licence", "subscription", "entry", "record", "rule", "policy", "filter", "quota",
+     "script", "schlüssel", "zertifikat", "lizenz", "clave", "certificado", "licencia", "chave", "licença", "clé",
+     "certificat", "chiave", "certificato", "ключ", "Ключ", "сертификат", "Сертификат"});
 /// What a reply may begin with that is no mailbox, though some are called so; also, of what leads
 /// "to" a mailbox, what is not gone with it: "Connection to ann@x.example was closed".
 inline constexpr auto notMailboxes = std::to_array<std::string_view>(
@@ -81,7 +86,11 @@ inline constexpr auto closings = std::to_array<std::string_view>(
      "and can no longer", "em nosso sistema", "en nuestro sistema", "nel nostro sistema", "in unserem system",
      "w naszym systemie", "v našem systému", "в нашей системе", "dans nos s", "in ons systeem",
      "on the server", "auf dem server", "sur le serveur", "en el servidor", "no servidor", "sul server", "na serwerze",
-     "na serveru", "на сервере", "op de server", "на цьому", "trên ", "πλέον", "już"});
+     "na serveru", "на сервере", "op de server", "in the system", "on the system", "of this host",
+     "of this server", "of this system", "im system", "dans le syst",
+     "en el sistema", "no sistema", "nel sistema", "sul sistema", "w systemie", "v systému", "в системе",
+     "permanently", "for good", "endgültig", "dauerhaft", "définitivement", "definitivement", "definitivamente",
+     "permanentemente", "definitief", "definitywnie", "permanent", "на цьому", "trên ", "πλέον", "już"});
 /// What says behind such words, even clear ones, that it is so for the moment, or of something else.
 inline constexpr auto otherEnds = std::to_array<std::string_view>(
     {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
@@ -95,7 +104,7 @@ inline constexpr auto otherEnds = std::to_array<std::string_view>(
 inline constexpr auto passingWords = std::to_array<std::string_view>(
     {"lock", "hold", "gesperrt", "suspen", "sospes", "temporar", "receiv", "accepting", "used", "in use",
      "utilise", "gebruik", "suppress", "activit", "actividad", "atividade", "not activated", "blok", "заблок",
-     "приостан", "冻结", "khoa"});
+     "приостан", "冻结", "khoa", "dormant"});
 /// The sender's addresses, in front of a colon and the words that are said of them.
 inline constexpr auto otherSubjects = std::to_array<std::string_view>(
     {"sender", "from", "reply-to", "return-path", "envelope-from", "helo", "ehlo", "absender", "expéditeur",
