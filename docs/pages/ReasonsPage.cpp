@@ -44,6 +44,9 @@ is about ("License for user not found", "user not found: LDAP timeout") or where
 supposed ("if the mailbox was deleted"), and no definite status settles it. A word ("SPF") says
 what is meant where a hint or a common code is all that there is.
 
+Some systems put the same words in front of any reply of another one ("Unknown address error
+550-'mailbox full'"). Only the reply behind them counts.
+
 Letter case, and how a reply is folded into lines, do not matter; `@` in a phrase stands for
 any address. The first number of a status code (`5.1.1`) says whether a later try may
 succeed; the others, which the tables list, say why.

@@ -5,6 +5,7 @@
 #include "reasons/CodeReasons.h"
 #include "reasons/Findings.h"
 #include "reasons/HintParty.h"
+#include "reasons/InnerReply.h"
 #include "reasons/NoticeReasons.h"
 #include "reasons/Outcomes.h"
 #include "reasons/PhraseReasons.h"
@@ -159,22 +160,41 @@ bool gaveUp(const Reply& reply) noexcept {
     return reply.outcome == Outcome::failed && (reply.status == "4.4.1" || reply.status == "4.4.2");
 }
 
-}  // namespace
-
-ReasonFinding reasonOf(const Reply& reply, std::string_view notice) {
-    if (!isTrouble(reply.outcome)) return {};
+/// What all of the reply says, and its notice.
+ReasonFinding reasonOfWhole(const Reply& reply, std::string_view notice) {
     const ReplyReading reading(reply, notice);
     ReasonFinding finding = doubted(Candidates(reading).first(), reading);
     if (finding.reason == Reason::unreachable && gaveUp(reply)) finding.reason = Reason::expired;
     return finding;
 }
 
+/// What `inner` says, whatever stands in front of it.
+ReasonFinding reasonOfInner(const Reply& reply, const InnerReply& inner) {
+    Reply proper = reply;
+    proper.text = inner.text.substr(inner.at);
+    proper.codes.reset();
+    if (contains(inner.text.substr(0, inner.at), reply.status)) proper.status = {};
+    ReasonFinding finding = reasonOfWhole(proper, {});
+    if (finding.length == 0) return finding;
+    finding.at += inner.at;
+    finding.inNotice = inner.inNotice;
+    return finding;
+}
+
+}  // namespace
+
+ReasonFinding reasonOf(const Reply& reply, std::string_view notice) {
+    if (!isTrouble(reply.outcome)) return {};
+    const InnerReply inner = innerReplyOf(reply.text, notice);
+    return inner.isFound() ? reasonOfInner(reply, inner) : reasonOfWhole(reply, notice);
+}
+
 bool explains(std::string_view text) {
     return reasonOf({.text = text}).basis == ReasonBasis::phrase;
 }
 
-bool saysWhy(std::string_view text) {
-    const ReasonFinding finding = reasonOf({.text = text});
+bool saysWhy(std::string_view text, std::string_view address) {
+    const ReasonFinding finding = reasonOf({.text = text, .address = address});
     return finding.basis == ReasonBasis::phrase && finding.isSure &&
            finding.reason != Reason::system;
 }

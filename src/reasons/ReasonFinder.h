@@ -18,7 +18,8 @@ ReasonFinding reasonOf(const Reply& reply, std::string_view notice = {});
 
 /// Whether `text` has words that are those of a reply.
 bool explains(std::string_view text);
-/// Whether these leave no doubt. "Service unavailable" is said after any refusal.
-bool saysWhy(std::string_view text);
+/// Whether these leave no doubt, of `address` where it is known. "Service unavailable" is said
+/// after any refusal.
+bool saysWhy(std::string_view text, std::string_view address = {});
 
 }  // namespace bouncecheck

@@ -1,0 +1,59 @@
+#include "reasons/InnerReply.h"
+
+#include <algorithm>
+
+#include "reasons/CodeShapes.h"
+#include "reasons/tables/Introductions.h"
+#include "text/Ascii.h"
+#include "text/Search.h"
+
+namespace bouncecheck {
+namespace {
+
+/// Where the first of the introductions ends; `npos` for none.
+std::size_t introductionEnd(std::string_view text) {
+    std::size_t begin = npos;
+    std::size_t end = npos;
+    for (const std::string_view words : introductions) {
+        const std::size_t at = findBytesNoCase(text, words);
+        if (at >= begin) continue;
+        begin = at;
+        end = at + words.size();
+    }
+    return end;
+}
+
+bool isFailureCode(std::string_view text, std::size_t at) {
+    return text[at] != '2' && replyCodeLength(text, at) > 0 && !ascii::isAlnum(text[at - 1]) &&
+           !ascii::isOneOf(text[at - 1], ".-/[");
+}
+
+/// Where the code of a reply stands behind the byte `begin`.
+std::size_t codeBehind(std::string_view text, std::size_t begin) {
+    // Far more than what names the host in between.
+    constexpr std::size_t most = 600;
+    if (begin == npos) return npos;
+    const std::size_t end = std::min(text.size(), begin + most);
+    for (std::size_t at = begin; at < end; ++at) {
+        if (!isFailureCode(text, at)) continue;
+        // "550-'5.1.1 No such user'"
+        constexpr std::string_view quote = "-'";
+        const std::size_t behind = at + 3;
+        return text.substr(behind).starts_with(quote) ? behind + quote.size() : at;
+    }
+    return npos;
+}
+
+}  // namespace
+
+InnerReply innerReplyOf(std::string_view reply, std::string_view notice) {
+    const std::size_t begin = introductionEnd(reply);
+    if (begin == npos) return {};
+    if (const std::size_t at = codeBehind(reply, begin); at != npos) return {reply, at, false};
+    const std::size_t at = codeBehind(notice, introductionEnd(notice));
+    if (at == npos) return {};
+    // What follows is no part of it.
+    return {notice.substr(0, std::min(notice.find("\r\n\r\n", at), notice.size())), at, true};
+}
+
+}  // namespace bouncecheck

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "text/Search.h"
+
+namespace bouncecheck {
+
+/// The reply of another system, which some only introduce: "Unknown address error 550-'No such
+/// user'". What they call it is the same for any reply.
+struct InnerReply {
+    /// Up to its end, with what stands in front of it.
+    std::string_view text{};
+    /// Where it begins, with its code unless that is in front of quotes; `npos` for none.
+    std::size_t at = npos;
+    bool inNotice = false;
+
+    bool isFound() const noexcept { return at != npos; }
+};
+
+/// That of `reply`, or that of `notice` where `reply` has the introduction alone. Linear.
+InnerReply innerReplyOf(std::string_view reply, std::string_view notice);
+
+}  // namespace bouncecheck
