@@ -75,7 +75,8 @@ std::vector<TextRecipient> NamedRecipients::take() {
     spreadShared();
     spreadHeadings();
     for (TextRecipient& one : stated) {
-        one.isLone = one.isLone && !cuesIn(one.said).has(Cue::failure) && !saysWhy(one.said);
+        one.isLone =
+            one.isLone && !cuesIn(one.said).has(Cue::failure) && !saysWhy(one.said, one.address);
     }
     // Sentences say more than an address for which there is no reason to stand there.
     if (std::ranges::all_of(stated, &TextRecipient::isLone) && !of(Tier::sentence).empty()) {

@@ -29,13 +29,22 @@ std::string_view lineNear(std::string_view text, std::size_t at) {
     return lineAt(text.substr(begin, 2 * near), at - begin);
 }
 
+bool isCode(const ReasonFinding& finding) {
+    return finding.basis == ReasonBasis::status && finding.length > 0;
+}
+
+/// Whether `span` is within the words that were found at `at` of the same text: "<me@own.example>
+/// unknown", rather than the address of the command in front, which they answer.
+bool isWithin(const AddressSpan& span, std::size_t at, const ReasonFinding& finding) {
+    return !isCode(finding) && span.begin < at + finding.length && at < span.end;
+}
+
 /// Whether `span` is beside what was found at `at` of the same text: words are around it or right
 /// in front, a code is right behind.
 bool isBeside(const AddressSpan& span, std::size_t at, const ReasonFinding& finding) {
     constexpr std::size_t most = 12;
-    const bool isCode = finding.basis == ReasonBasis::status && finding.length > 0;
-    return isCode ? span.begin >= at && span.begin < at + most
-                  : span.begin <= at + finding.length && at < span.end + most;
+    return isCode(finding) ? span.begin >= at && span.begin < at + most
+                           : span.begin <= at + finding.length && at < span.end + most;
 }
 
 /// Whether nothing but words says that there is no mailbox. Where a status says so as well, it does
@@ -156,7 +165,7 @@ bool RecipientDoubts::namesSender(const Explanation& explanation) const {
     return namesSenderIn(line, finding.at - begin, explanation);
 }
 
-/// Whether the address beside `at`, where the reason was found in `text`, is the sender's; without
+/// Whether the address within or beside what was found at `at` of `text` is the sender's; without
 /// one, whether `text` names the sender, and not the recipient.
 bool RecipientDoubts::namesSenderIn(std::string_view text, std::optional<std::size_t> at,
                                     const Explanation& explanation) const {
@@ -167,10 +176,14 @@ bool RecipientDoubts::namesSenderIn(std::string_view text, std::optional<std::si
     const auto isOfSender = [&](const AddressSpan& span) {
         return reading_.bystanders().isAddressee(span.in(text));
     };
-    const auto beside = std::ranges::find_if(spans, [&](const AddressSpan& span) {
-        return at && isBeside(span, *at, explanation.finding);
-    });
-    if (beside != spans.end()) return !isOwn(*beside) && isOfSender(*beside);
+    const auto find = [&](auto isMeant) {
+        return std::ranges::find_if(spans, [&](const AddressSpan& span) {
+            return at && isMeant(span, *at, explanation.finding);
+        });
+    };
+    auto meant = find(isWithin);
+    if (meant == spans.end()) meant = find(isBeside);
+    if (meant != spans.end()) return !isOwn(*meant) && isOfSender(*meant);
     return std::ranges::none_of(spans, isOwn) && std::ranges::any_of(spans, isOfSender);
 }
 

@@ -90,6 +90,11 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
              gone,
          "a@x.example policy fix"},
         // words that introduce the reply
+        {"failed permanently:\n\n  a@x.example\n\nIt was rejected by the server for the recipient "
+         "domain x.example.\n\nThe error was:\n550 user a not found\n\nBye.",
+         "a@x.example unknown-mailbox suppress"},
+        {"***\n\n  a@x.example\n  550 Casilla 'a' inexistente\n",
+         "a@x.example unknown-mailbox suppress"},
         {"As to your message to\n\n  a@x.example\n\nit failed for this reason:\n\n  " + gone,
          "a@x.example unknown-mailbox suppress"},
         {"not delivered:\n\n  a@x.example\n\nThe error was:\n\n    b@x.example: " + gone,
@@ -107,6 +112,9 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         // a delay, and why
         {"Your mail to a@x.example is still being retried.\n\n421 4.7.0 unusual rate of mail",
          "a@x.example rate-limit retry"},
+        // the sender
+        {"<a@x.example>:\nafter RCPT TO:<a@x.example>:\n550 <me@own.example> unknown account",
+         "a@x.example policy fix"},
         // the sender's domain
         {"<a@x.example>: 517 Domain does not exist: own.example", "a@x.example policy fix"},
         {">>> RCPT TO:<a@x.example>\n<<< 517 Domain does not exist: own.example\n",
