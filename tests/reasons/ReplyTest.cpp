@@ -2,10 +2,12 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "reasons/AdviceFor.h"
 #include "reasons/ReasonFinder.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
@@ -93,6 +95,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "Das Postfach ist unzustellbar, weil es voll ist",
              "550 Το γραμματοκιβώτιο είναι γεμάτο",
              "552 5.1.1 mailbox for bob is full",
+             "552 Mailbox limit exceeded",
          }},
         {"message-too-large fix",
          {
@@ -183,6 +186,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 Your From: address is invalid",
              "550 5.7.1 The sending account has been suspended",
              "554 5.7.1 sending domain suspended",
+             "550 5.7.1 u@x.example: sender user unknown - rejected",
              "550 寄件者網域不存在",
              "550 Absender unbekannt",
          }},
@@ -230,6 +234,35 @@ TEST(Reply, IsAboutWhatItMeans) {
                                      std::string(nameOf(adviceFor(Outcome::failed, finding)));
             EXPECT_EQ(told, c.expected) << reply << " by " << finding.row;
         }
+    }
+}
+
+/// What is in front of another system's reply is the same for any.
+TEST(Reply, IsTheOneThatIsIntroduced) {
+    const std::pair<std::string_view, std::string_view> cases[] = {
+        {"5.1.0 - Unknown address error 550-'5.7.1 listed on a block list'", "reputation fix"},
+        {"5.1.0 - Unknown address error 550-'user a not found'", "unknown-mailbox suppress"},
+        {"5.1.0 - Unknown address error 550-'that was it'", "other retry"},
+        {"There was a SMTP communication problem with the server. <mx #5.5.0 smtp;550 El usuario "
+         "a no existe>",
+         "unknown-mailbox suppress"},
+        {"192.0.2.1 does not like recipient.\nRemote host said: 552 that was it",
+         "mailbox-full retry"},
+        {"192.0.2.1 does not like recipient.", "unknown-mailbox retry"},
+        {"Remote SMTP server has rejected address\nDiagnostic code: smtp;450 User a not found",
+         "unknown-mailbox retry"},
+    };
+    for (const auto& [text, expected] : cases) {
+        const std::string address = "a@x.example";
+        const std::string_view status = text.starts_with("5.1.0") ? text.substr(0, 5) : "";
+        const ReasonFinding finding =
+            reasonOf({.status = status, .text = text, .address = address});
+        const std::string told = std::string(nameOf(finding.reason)) + " " +
+                                 std::string(nameOf(adviceFor(Outcome::failed, finding)));
+        EXPECT_EQ(told, expected) << text;
+        EXPECT_TRUE(finding.row.empty() || finding.length == 0 ||
+                    containsNoCase(text.substr(finding.at, finding.length), finding.row))
+            << text;
     }
 }
 

@@ -58,7 +58,7 @@ inline constexpr std::string_view mailboxNames[] = {
 /// "La cuenta no existe". Without articles; as ReplyText has them.
 inline constexpr std::string_view mailboxSubjects[] = {
     // German, Dutch
-    "benutzer", "benutzerkennung", "kennung", "de gebruiker", "de ontvanger", "de mailbox", "de postbus", "de gebruikersnaam",
+    "benutzer", "benutzerkennung", "kennung", "nutzer", "teilnehmer", "de gebruiker", "de ontvanger", "de mailbox", "de postbus", "de gebruikersnaam",
     "de mailbox van de ontvanger", "empfanger", "empfaenger", "empfangeradresse", "postfach", "mailbox",
     "konto", "account", "adresse", "e-mail-adresse", "email-adresse", "mailadresse", "e-mail-konto",
     "benutzerkonto", "mailkonto", "postfach des empfangers", "mailbox des empfangers",
@@ -115,7 +115,8 @@ inline constexpr std::string_view mailboxSubjects[] = {
     "e-postkontoen", "e-postkassen", "anvandare", "anvandaren", "anvandarkontot", "mottagare", "mottagaren",
     "brevladan", "e-postladan", "inkorgen", "mottagarens brevlada", "mottagarens adress", "mottagarens konto",
     "mottagarens e-postadress", "mottagaradressen", "adress", "e-postadress", "e-postkontot", "kontot",
-    // Finnish, Hungarian, Romanian, Turkish
+    // Finnish, Estonian, Hungarian, Romanian, Turkish
+    "kasutaja", "kasutajat", "aadress", "aadressi", "postkast", "postkasti",
     "kayttaja", "kayttajaa", "kayttajatili", "kayttajatunnus", "kayttajatunnusta", "vastaanottaja",
     "vastaanottajaa", "postilaatikko", "postilaatikkoa", "osoite", "osoitetta", "sahkopostiosoite",
     "sahkopostiosoitetta", "sahkopostitili", "sahkopostitilia", "tili", "tilia", "vastaanottajan osoite",
