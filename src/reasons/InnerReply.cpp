@@ -10,17 +10,19 @@
 namespace bouncecheck {
 namespace {
 
-/// Where the first of the introductions ends; `npos` for none.
-std::size_t introductionEnd(std::string_view text) {
+struct Place {
     std::size_t begin = npos;
     std::size_t end = npos;
+};
+
+/// Where the first of the introductions is.
+Place introductionIn(std::string_view text) {
+    Place place;
     for (const std::string_view words : introductions) {
         const std::size_t at = findBytesNoCase(text, words);
-        if (at >= begin) continue;
-        begin = at;
-        end = at + words.size();
+        if (at < place.begin) place = {at, at + words.size()};
     }
-    return end;
+    return place;
 }
 
 bool isFailureCode(std::string_view text, std::size_t at) {
@@ -47,13 +49,17 @@ std::size_t codeBehind(std::string_view text, std::size_t begin) {
 }  // namespace
 
 InnerReply innerReplyOf(std::string_view reply, std::string_view notice) {
-    const std::size_t begin = introductionEnd(reply);
-    if (begin == npos) return {};
-    if (const std::size_t at = codeBehind(reply, begin); at != npos) return {reply, at, false};
-    const std::size_t at = codeBehind(notice, introductionEnd(notice));
+    const Place place = introductionIn(reply);
+    if (place.begin == npos) return {};
+    const std::string_view front = reply.substr(0, place.begin);
+    if (const std::size_t at = codeBehind(reply, place.end); at != npos) {
+        return {.text = reply, .front = front, .at = at};
+    }
+    const std::size_t at = codeBehind(notice, introductionIn(notice).end);
     if (at == npos) return {};
     // What follows is no part of it.
-    return {notice.substr(0, std::min(notice.find("\r\n\r\n", at), notice.size())), at, true};
+    const std::size_t end = std::min(notice.find("\r\n\r\n", at), notice.size());
+    return {.text = notice.substr(0, end), .front = front, .at = at, .inNotice = true};
 }
 
 }  // namespace bouncecheck

@@ -12,6 +12,8 @@ namespace bouncecheck {
 struct InnerReply {
     /// Up to its end, with what stands in front of it.
     std::string_view text{};
+    /// What stands in front of the introduction.
+    std::string_view front{};
     /// Where it begins, with its code unless that is in front of quotes; `npos` for none.
     std::size_t at = npos;
     bool inNotice = false;

@@ -11,6 +11,7 @@
 #include "reasons/PhraseReasons.h"
 #include "reasons/ReplyDoubts.h"
 #include "reasons/ReplyReading.h"
+#include "reasons/Stage.h"
 #include "reasons/TopicWords.h"
 #include "text/Search.h"
 
@@ -168,13 +169,20 @@ ReasonFinding reasonOfWhole(const Reply& reply, std::string_view notice) {
     return finding;
 }
 
-/// What `inner` says, whatever stands in front of it.
+/// Whether nothing counts but `inner`: what stands in front has no words of its own, and was not
+/// said of the sender.
+bool isIntroduced(const InnerReply& inner) {
+    return inner.isFound() && stageIn(inner.front) != Stage::sender && !explains(inner.front);
+}
+
+/// What `inner` says, however it is introduced.
 ReasonFinding reasonOfInner(const Reply& reply, const InnerReply& inner) {
     Reply proper = reply;
     proper.text = inner.text.substr(inner.at);
     proper.codes.reset();
     if (contains(inner.text.substr(0, inner.at), reply.status)) proper.status = {};
     ReasonFinding finding = reasonOfWhole(proper, {});
+    finding.isTransient = finding.isTransient || isTemporary(codesIn(inner.front).reply);
     if (finding.length == 0) return finding;
     finding.at += inner.at;
     finding.inNotice = inner.inNotice;
@@ -186,7 +194,7 @@ ReasonFinding reasonOfInner(const Reply& reply, const InnerReply& inner) {
 ReasonFinding reasonOf(const Reply& reply, std::string_view notice) {
     if (!isTrouble(reply.outcome)) return {};
     const InnerReply inner = innerReplyOf(reply.text, notice);
-    return inner.isFound() ? reasonOfInner(reply, inner) : reasonOfWhole(reply, notice);
+    return isIntroduced(inner) ? reasonOfInner(reply, inner) : reasonOfWhole(reply, notice);
 }
 
 bool explains(std::string_view text) {

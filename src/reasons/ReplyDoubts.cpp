@@ -89,10 +89,9 @@ bool hasFailureBehind(const ReasonFinding& finding, const PhraseMatches& matches
 
 bool isQualified(const ReasonFinding& finding, std::string_view text) {
     if (!isAboutMailbox(finding.reason)) return false;
-    const bool isOtherwise =
-        beginsWithMailbox(finding.row) &&
-        (isSaidOfPart(text, finding.at, mailboxNames) || isSupposed(text, finding.at));
-    return isOtherwise || goesOnOtherwise(text, finding.end());
+    const bool isOfPart =
+        beginsWithMailbox(finding.row) && isSaidOfPart(text, finding.at, mailboxNames);
+    return isOfPart || isSupposed(text, finding.at) || goesOnOtherwise(text, finding.end());
 }
 
 bool namesOtherCause(const ReasonFinding& finding, std::string_view text,
