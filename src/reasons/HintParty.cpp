@@ -66,6 +66,7 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     const bool isMailbox =
         (endsThere && (isSaidOf(text, place.at, mailbox, mailboxNames) ||
                        isSaidOf(text, place.at, recipient, mailboxNames) ||
+                       isSaidOf(text, place.at, recipient, addressNames) ||
                        isSaidOfOwned(text, place.at, mailbox, mailboxNames) ||
                        isSaidOfOwned(text, place.at, recipient, mailboxNames))) ||
         (isFollowedBy(text, end, mailbox) &&

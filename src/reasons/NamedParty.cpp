@@ -148,10 +148,10 @@ std::optional<std::string_view> textBeforeName(std::string_view text, std::size_
 std::optional<std::string_view> withoutKind(std::string_view text,
                                             std::span<const std::string_view> kinds) {
     text = ascii::trimRight(text);
-    const auto removeLast = [&] {
-        text = ascii::trimRight(withoutEnd(text, lastWord(text)));
-    };
-    if (isOneOf(lastWord(text), kindEnds)) removeLast();
+    if (isOneOf(lastWord(text), kindEnds)) {
+        const std::string_view kind = ascii::trimRight(withoutEnd(text, lastWord(text)));
+        if (isOneOf(lastWord(kind), kinds)) text = kind;
+    }
     if (!isOneOf(lastWord(text), kinds)) return std::nullopt;
     text.remove_suffix(lastWord(text).size());
     const std::string_view front = ascii::trimRight(text);

@@ -237,8 +237,9 @@ TEST(Reply, IsAboutWhatItMeans) {
     }
 }
 
-/// What is in front of another system's reply is the same for any.
-TEST(Reply, IsTheOneThatIsIntroduced) {
+/// What is in front of another system's reply is the same for any; of others, the recipient's
+/// address says whom they are about.
+TEST(Reply, IsAboutTheRecipientsAddress) {
     const std::pair<std::string_view, std::string_view> cases[] = {
         {"5.1.0 - Unknown address error 550-'5.7.1 listed on a block list'", "reputation fix"},
         {"5.1.0 - Unknown address error 550-'user a not found'", "unknown-mailbox suppress"},
@@ -251,6 +252,11 @@ TEST(Reply, IsTheOneThatIsIntroduced) {
         {"450 Unknown address error 550-'user a not found'", "unknown-mailbox retry"},
         {"Sender verify failed: Unknown address error 550-'user unknown'", "policy fix"},
         {"If unknown user, write to us", "unknown-mailbox retry"},
+        {"The email address a@x.example is not recognised by our system",
+         "unknown-mailbox suppress"},
+        {"The email address is not recognised by our system", "unknown-mailbox retry"},
+        {"Domain name x.example does not exist", "unknown-domain suppress"},
+        {"This group doesn't exist for people outside", "unknown-mailbox retry"},
         {"192.0.2.1 does not like recipient.", "unknown-mailbox retry"},
         {"Remote SMTP server has rejected address\nDiagnostic code: smtp;450 User a not found",
          "unknown-mailbox retry"},

@@ -54,9 +54,18 @@ inline constexpr std::string_view mailboxNames[] = {
     "anvandaren",
 };
 
+/// What they call it in front of its whole address alone.
+inline constexpr std::string_view addressNames[] = {
+    "address",
+};
+
 /// What a sentence of another language calls a mailbox, or who has it, where it begins with that:
 /// "La cuenta no existe". Without articles; as ReplyText has them.
 inline constexpr std::string_view mailboxSubjects[] = {
+    // English, where the words are about nothing else
+    "alias", "recipient's mailbox", "recipients mailbox", "recipient mailbox",
+    "recipient's account", "recipient account", "user's mailbox", "user mailbox", "user's account", "user account",
+    "email account", "e-mail account", "mail account",
     // German, Dutch
     "benutzer", "benutzerkennung", "kennung", "nutzer", "teilnehmer", "de gebruiker", "de ontvanger", "de mailbox", "de postbus", "de gebruikersnaam",
     "de mailbox van de ontvanger", "empfanger", "empfaenger", "empfangeradresse", "postfach", "mailbox",

@@ -58,7 +58,7 @@ inline constexpr auto attributes = std::to_array<std::string_view>(
      "oppgitte", "angivne", "podana", "podane", "zadaná", "zadaný", "megadott", "belirtilen"});
 /// What a mailbox is called with, in front of "account" and behind "user".
 inline constexpr auto kindStarts = std::to_array<std::string_view>({"email", "e-mail", "mail"});
-inline constexpr auto kindEnds = std::to_array<std::string_view>({"id", "address", "adresse"});
+inline constexpr auto kindEnds = std::to_array<std::string_view>({"id", "name", "address", "adresse"});
 /// What clauses begin with, in front of that.
 inline constexpr auto openers = std::to_array<std::string_view>(
     {"because", "since",  "as",       "that",    "but",       "sorry", "weil",
@@ -86,7 +86,8 @@ inline constexpr auto closings = std::to_array<std::string_view>(
      "and can no longer", "em nosso sistema", "en nuestro sistema", "nel nostro sistema", "in unserem system",
      "w naszym systemie", "v našem systému", "в нашей системе", "dans nos s", "in ons systeem",
      "on the server", "auf dem server", "sur le serveur", "en el servidor", "no servidor", "sul server", "na serwerze",
-     "na serveru", "на сервере", "op de server", "in the system", "on the system", "in the post office", "(in reply to rcpt", "of this host",
+     "na serveru", "на сервере", "op de server", "in the system", "on the system", "in the post office", "by our system", "by this system",
+     "by our server", "by this server", "(in reply to rcpt", "of this host",
      "of this server", "of this system", "im system", "dans le syst",
      "en el sistema", "no sistema", "nel sistema", "sul sistema", "w systemie", "v systému", "в системе",
      "permanently", "for good", "endgültig", "dauerhaft", "définitivement", "definitivement", "definitivamente",
@@ -96,10 +97,10 @@ inline constexpr auto otherEnds = std::to_array<std::string_view>(
     {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
      "in this whitelist", "hierf", "en este momento", "neste momento", "quindi",
      "at the moment", "at present", "right now", "for now", "during", "while", "by signal", "im moment", "zur zeit",
-     "derzeit", "momentan", "pour le moment", "per il momento", "no momento", "for the sender", "for external",
+     "derzeit", "momentan", "pour le moment", "per il momento", "no momento", "for the sender", "for external", "for people", "for outside", "for non-",
      "for mail from", "for messages from", "to mail from", "to messages from", "for pop", "for imap", "for smtp",
      "for sending", "für externe", "fuer externe", "from the list", "from your list", "from the cache", "dari daftar",
-     "in blacklist", "in the blacklist",
+     "in blacklist", "in the blacklist", "in sender", "in the sender", "in header", "in the header", "in cache", "in the cache",
      // what belongs to a mailbox, or to all of them
      "database", "directory server", "store", "table", "server", "settings", "policy", "quota", "script",
      "certificate", "key", "license", "agent", "group"});
