@@ -1,7 +1,9 @@
 #include "reasons/InnerReply.h"
 
 #include <algorithm>
+#include <functional>
 
+#include "phrases/CompiledMatcher.h"
 #include "reasons/CodeShapes.h"
 #include "reasons/tables/Introductions.h"
 #include "text/Ascii.h"
@@ -10,19 +12,24 @@
 namespace bouncecheck {
 namespace {
 
-struct Place {
+using Introductions = phrases::CompiledMatcher<introductions, std::identity{}>;
+
+/// Receives the introductions that a pass finds, and keeps the first in the text.
+struct FirstIntroduction {
     std::size_t begin = npos;
     std::size_t end = npos;
+
+    bool wants(std::size_t, std::size_t at) const noexcept { return at < begin; }
+    void onFound(std::size_t row, std::size_t at) noexcept {
+        begin = at;
+        end = at + introductions[row].size();
+    }
 };
 
-/// Where the first of the introductions is.
-Place introductionIn(std::string_view text) {
-    Place place;
-    for (const std::string_view words : introductions) {
-        const std::size_t at = findBytesNoCase(text, words);
-        if (at < place.begin) place = {at, at + words.size()};
-    }
-    return place;
+FirstIntroduction introductionIn(std::string_view text) {
+    FirstIntroduction first;
+    Introductions::matcher.scan(text, first);
+    return first;
 }
 
 bool isFailureCode(std::string_view text, std::size_t at) {
@@ -49,10 +56,10 @@ std::size_t codeBehind(std::string_view text, std::size_t begin) {
 }  // namespace
 
 InnerReply innerReplyOf(std::string_view reply, std::string_view notice) {
-    const Place place = introductionIn(reply);
-    if (place.begin == npos) return {};
-    const std::string_view front = reply.substr(0, place.begin);
-    if (const std::size_t at = codeBehind(reply, place.end); at != npos) {
+    const FirstIntroduction first = introductionIn(reply);
+    if (first.begin == npos) return {};
+    const std::string_view front = reply.substr(0, first.begin);
+    if (const std::size_t at = codeBehind(reply, first.end); at != npos) {
         return {.text = reply, .front = front, .at = at};
     }
     const std::size_t at = codeBehind(notice, introductionIn(notice).end);
