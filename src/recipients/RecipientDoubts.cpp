@@ -105,14 +105,22 @@ bool saysSome(const Explanation& explanation) {
                                [&](std::string_view words) { return containsNoCase(line, words); });
 }
 
-/// "Host not found, name=relay.z.example": a name server does not know another host than that of
-/// the recipient's domain.
+/// "Host not found, name=relay.z.example", "relay.z.example: no such host": another host than that
+/// of the recipient's domain was not found, such as the one that the sender's mail goes through.
 bool namesAnotherHost(const Explanation& explanation) {
-    if (explanation.finding.reason != Reason::unknownDomain) return false;
+    const ReasonFinding& finding = explanation.finding;
+    if (finding.reason != Reason::unknownDomain) return false;
     const Recipient& recipient = explanation.recipient;
-    const std::string_view host = unknownHostIn(recipient.diagnostic);
-    return !host.empty() && !isOfDomain(host, domainOf(recipient.address)) &&
-           !isOfDomain(host, domainOf(recipient.finalAddress));
+    const auto isOwn = [&](std::string_view host) {
+        return isOfDomain(host, domainOf(recipient.address)) ||
+               isOfDomain(host, domainOf(recipient.finalAddress));
+    };
+    const std::string_view unknown = unknownHostIn(recipient.diagnostic);
+    if (!unknown.empty()) return !isOwn(unknown);
+    if (finding.basis != ReasonBasis::phrase) return false;
+    const std::vector<std::string_view> hosts =
+        hostsBeside(explanation.text(), finding.at, finding.length);
+    return !hosts.empty() && std::ranges::none_of(hosts, isOwn);
 }
 
 }  // namespace

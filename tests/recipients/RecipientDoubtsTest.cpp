@@ -43,6 +43,13 @@ TEST(RecipientDoubts, AreWhetherOthersAreMeant) {
         {"Name service error for name=x.example: Host not found", "unknown-domain suppress"},
         {"Name service error for name=mx.y.example: Host not found", "unknown-domain suppress"},
         {"Name service error for name=z.example: Host not found", "unknown-domain retry"},
+        {"dial tcp: lookup z.example on 192.0.2.53:53: no such host", "unknown-domain retry"},
+        {"dial tcp: lookup y.example on 192.0.2.53:53: no such host", "unknown-domain suppress"},
+        {"getaddrinfo ENOTFOUND mx.z.example", "unknown-domain retry"},
+        {"queryMx ENOTFOUND x.example", "unknown-domain suppress"},
+        {"host mx.z.example said: 550 Domain not found", "unknown-domain suppress"},
+        {"550 Host unknown, i.e. gone (192.0.2.1)", "unknown-domain suppress"},
+        {"550 Host unknown, see https://z.example/help", "unknown-domain suppress"},
     };
     for (const auto& [text, told] : cases) {
         EXPECT_EQ(sentOn("Diagnostic-Code: smtp; " + text), "a@x.example->b@y.example " + told)
