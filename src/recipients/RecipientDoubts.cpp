@@ -8,6 +8,7 @@
 #include "reasons/ReasonRow.h"
 #include "reasons/Stage.h"
 #include "reasons/UnknownHost.h"
+#include "recipients/tables/OwnHostWords.h"
 #include "recipients/tables/PartialWords.h"
 #include "text/Ascii.h"
 #include "text/Lines.h"
@@ -105,8 +106,9 @@ bool saysSome(const Explanation& explanation) {
                                [&](std::string_view words) { return containsNoCase(line, words); });
 }
 
-/// "Host not found, name=relay.z.example", "relay.z.example: no such host": another host than that
-/// of the recipient's domain was not found, such as the one that the sender's mail goes through.
+/// "Host not found, name=relay.z.example", "relay.z.example: no such host", "Smart host not found":
+/// another host than that of the recipient's domain was not found, such as the one that the
+/// sender's mail goes through.
 bool namesAnotherHost(const Explanation& explanation) {
     const ReasonFinding& finding = explanation.finding;
     if (finding.reason != Reason::unknownDomain) return false;
@@ -118,9 +120,12 @@ bool namesAnotherHost(const Explanation& explanation) {
     const std::string_view unknown = unknownHostIn(recipient.diagnostic);
     if (!unknown.empty()) return !isOwn(unknown);
     if (finding.basis != ReasonBasis::phrase) return false;
-    const std::vector<std::string_view> hosts =
-        hostsBeside(explanation.text(), finding.at, finding.length);
-    return !hosts.empty() && std::ranges::none_of(hosts, isOwn);
+    const std::string_view text = explanation.text();
+    const std::vector<std::string_view> hosts = hostsBeside(text, finding.at, finding.length);
+    if (!hosts.empty()) return std::ranges::none_of(hosts, isOwn);
+    const std::string_view line = lineNear(text, finding.at);
+    return std::ranges::any_of(ownHostWords,
+                               [&](std::string_view words) { return containsNoCase(line, words); });
 }
 
 }  // namespace

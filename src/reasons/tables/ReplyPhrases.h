@@ -4941,6 +4941,9 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"mail forwarding loop", Reason::unreachable},
     {"routing loop", Reason::unreachable},
     {"loops back to myself", Reason::unreachable},
+    {"loops back to me", Reason::unreachable},
+    {"mailing to remote domains not supported", Reason::system},
+    {"no transport provider", Reason::system},
     {"loop detected", Reason::unreachable},
     {"looping", Reason::unreachable},
     // A sender is named
