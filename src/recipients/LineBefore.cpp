@@ -35,14 +35,20 @@ std::string_view LineBefore::heading() const {
 }
 
 bool LineBefore::endsLongHeading() const {
-    return isIntroduction() && !front_.empty() && !endsSentence(front_) && explains(front_);
+    if (!isIntroduction() || front_.empty() || endsSentence(front_)) return false;
+    // Not "Unknown user. Please\nuse:"
+    const std::size_t stop = front_.rfind(". ");
+    return explains(stop == npos ? front_ : front_.substr(stop + 2));
 }
 
 bool LineBefore::tellsContact() const {
     if (!cues_.has(Cue::contact) || !reportsFailure()) return cues_.has(Cue::contact);
-    // "The mailbox is full. Please contact:"
-    const std::size_t stop = text_.rfind(". ");
-    return stop != npos && cuesIn(text_.substr(stop + 2)).has(Cue::contact);
+    // "The mailbox is full. Please contact:", or, of two lines, "... Please write\nto:"
+    const auto asksAtEnd = [](std::string_view line) {
+        const std::size_t stop = line.rfind(". ");
+        return stop != npos && cuesIn(line.substr(stop + 2)).has(Cue::contact);
+    };
+    return asksAtEnd(text_) || (isIntroduction() && text_.find(' ') == npos && asksAtEnd(front_));
 }
 
 bool LineBefore::endsWithFrom() const noexcept {

@@ -109,6 +109,8 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         {"These addresses were not found here: user unknown (please check\nthem):\n\n"
          "SMTP <a@x.example>\n",
          "a@x.example unknown-mailbox suppress"},
+        {"Your user is unknown. Please write\nto:\n\n<a@x.example>\n", ""},
+        {"Unknown user b. Alternate addresses:\n\n<a@x.example>\n", ""},
         // a delay, and why
         {"Your mail to a@x.example is still being retried.\n\n421 4.7.0 unusual rate of mail",
          "a@x.example rate-limit retry"},
