@@ -76,16 +76,19 @@ bool namesRecipient(const Explanation& explanation) {
     return front.starts_with('<') && ascii::equalsNoCase(front.substr(1, address.size()), address);
 }
 
-/// "User unknown (bob@y.example)": another's address follows the words of a reply at once.
+/// "User unknown (bob@y.example)", "bob@y.example not found": another's address follows the words
+/// of a reply at once, or is one of them.
 bool namesAnother(const Explanation& explanation) {
     const ReasonFinding& finding = explanation.finding;
     if (finding.inNotice) return false;
     constexpr std::string_view between = " (<[:'\"";
     constexpr std::size_t most = 300;
     const std::string_view text =
-        std::string_view(explanation.recipient.diagnostic).substr(finding.end(), most);
+        std::string_view(explanation.recipient.diagnostic).substr(finding.at, most);
     const std::vector<AddressSpan> spans = findAddresses(text);
-    if (spans.empty() || text.find_first_not_of(between) < spans[0].begin) return false;
+    if (spans.empty() || text.find_first_not_of(between, finding.length) < spans[0].begin) {
+        return false;
+    }
     const std::string_view named = spans[0].in(text);
     const auto isOwn = [&](std::string_view own) {
         return ascii::equalsNoCase(domainOf(named), domainOf(own)) ||

@@ -23,6 +23,8 @@ TEST(RecipientDoubts, AreWhetherOthersAreMeant) {
     const std::pair<std::string, std::string> cases[] = {
         // another address behind the words
         {"550 User unknown (c@z.example)", gone + " retry"},
+        {"550 c@z.example not found", gone + " retry"},
+        {"550 a@x.example not found", gone + " suppress"},
         {"550 User unknown (a@x.example)", gone + " suppress"},
         {"550 User unknown (a@mail.example)", gone + " suppress"},
         {"550 User unknown (c@x.example)", gone + " suppress"},
