@@ -37,20 +37,21 @@ bool isFailureCode(std::string_view text, std::size_t at) {
            !ascii::isOneOf(text[at - 1], ".-/[");
 }
 
-/// Where the code of a reply stands behind the byte `begin`.
-std::size_t codeBehind(std::string_view text, std::size_t begin) {
+/// The reply in `text` that begins with a code behind the byte `begin`.
+InnerReply replyBehind(std::string_view text, std::size_t begin) {
     // Far more than what names the host in between.
     constexpr std::size_t most = 600;
-    if (begin == npos) return npos;
+    if (begin == npos) return {};
     const std::size_t end = std::min(text.size(), begin + most);
     for (std::size_t at = begin; at < end; ++at) {
         if (!isFailureCode(text, at)) continue;
         // "550-'5.1.1 No such user'"
         constexpr std::string_view quote = "-'";
         const std::size_t behind = at + 3;
-        return text.substr(behind).starts_with(quote) ? behind + quote.size() : at;
+        if (!text.substr(behind).starts_with(quote)) return {.text = text, .at = at};
+        return {.text = text, .at = behind + quote.size(), .quotedCode = text.substr(at, 3)};
     }
-    return npos;
+    return {};
 }
 
 }  // namespace
@@ -59,14 +60,15 @@ InnerReply innerReplyOf(std::string_view reply, std::string_view notice) {
     const FirstIntroduction first = introductionIn(reply);
     if (first.begin == npos) return {};
     const std::string_view front = reply.substr(0, first.begin);
-    if (const std::size_t at = codeBehind(reply, first.end); at != npos) {
-        return {.text = reply, .front = front, .at = at};
+    InnerReply inner = replyBehind(reply, first.end);
+    if (!inner.isFound()) {
+        inner = replyBehind(notice, introductionIn(notice).end);
+        inner.inNotice = inner.isFound();
+        // What follows is no part of it.
+        if (inner.inNotice) inner.text = notice.substr(0, notice.find("\r\n\r\n", inner.at));
     }
-    const std::size_t at = codeBehind(notice, introductionIn(notice).end);
-    if (at == npos) return {};
-    // What follows is no part of it.
-    const std::size_t end = std::min(notice.find("\r\n\r\n", at), notice.size());
-    return {.text = notice.substr(0, end), .front = front, .at = at, .inNotice = true};
+    inner.front = front;
+    return inner;
 }
 
 }  // namespace bouncecheck

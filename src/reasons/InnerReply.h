@@ -16,6 +16,8 @@ struct InnerReply {
     std::string_view front{};
     /// Where it begins, with its code unless that is in front of quotes; `npos` for none.
     std::size_t at = npos;
+    /// The code in front of its quotes; "" where it begins with its code.
+    std::string_view quotedCode{};
     bool inNotice = false;
 
     bool isFound() const noexcept { return at != npos; }

@@ -182,7 +182,8 @@ ReasonFinding reasonOfInner(const Reply& reply, const InnerReply& inner) {
     proper.codes.reset();
     if (contains(inner.text.substr(0, inner.at), reply.status)) proper.status = {};
     ReasonFinding finding = reasonOfWhole(proper, {});
-    finding.isTransient = finding.isTransient || isTemporary(codesIn(inner.front).reply);
+    finding.isTransient = finding.isTransient || isTemporary(codesIn(inner.front).reply) ||
+                          isTemporary(inner.quotedCode);
     if (finding.length == 0) return finding;
     finding.at += inner.at;
     finding.inNotice = inner.inNotice;

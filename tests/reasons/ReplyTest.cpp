@@ -250,6 +250,7 @@ TEST(Reply, IsAboutTheRecipientsAddress) {
         {"192.0.2.1 does not like recipient.\nRemote host said: 552 that was it",
          "mailbox-full retry"},
         {"450 Unknown address error 550-'user a not found'", "unknown-mailbox retry"},
+        {"Unknown address error 421-'user a not found'", "unknown-mailbox retry"},
         {"Sender verify failed: Unknown address error 550-'user unknown'", "policy fix"},
         {"If unknown user, write to us", "unknown-mailbox retry"},
         {"The email address a@x.example is not recognised by our system",
