@@ -50,7 +50,7 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     const std::string_view mailbox = localPartOf(recipient);
     if (!saysGone(hint) || domain.empty()) return Party::unnamed;
     const std::size_t end = place.at + place.length;
-    const bool endsThere = endsClause(text, endOfWord(text, end));
+    const bool endsThere = !goesOnOtherwise(text, end) && endsClause(text, endOfWord(text, end));
     if (hint.reason != Reason::unknownDomain && endsThere &&
         (isSaidOfKind(text, place.at, mailboxSubjects) ||
          isSaidOfNamedKind(text, place.at, mailbox, mailboxSubjects) ||

@@ -76,6 +76,17 @@ bool endsJoined(std::string_view text, char joint) {
     return ascii::isAlpha(before) || !ascii::isAscii(before);
 }
 
+/// Whether `text` ends with the colon, or dash, behind "Sender" or "Sender address".
+bool endsWithNamedSender(std::string_view text) {
+    if (text.empty() || !ascii::isOneOf(text.back(), ":-")) return false;
+    text = unquoted(text);
+    if (isOneOf(lastWord(text), subjectEnds)) text = unquoted(withoutEnd(text, lastWord(text)));
+    const std::string_view word = lastWord(text);
+    // "Returned to sender: user unknown"
+    return isOneOf(word, otherSubjects) &&
+           !ascii::equalsNoCase(lastWord(ascii::trimRight(withoutEnd(text, word))), "to");
+}
+
 /// Whether `text` ends with "Sender:", an article aside, or with "Host-" as in "Host-Adresse".
 bool endsWithOtherSubject(std::string_view text) {
     if (endsJoined(text, '-') && isOneOf(lastWord(unquoted(text)), otherParts)) return true;
@@ -84,8 +95,7 @@ bool endsWithOtherSubject(std::string_view text) {
     if (isOneOf(word, articles)) {
         text = ascii::trimRight(withoutEnd(text, word));
     }
-    return !text.empty() && ascii::isOneOf(text.back(), ":-") &&
-           isOneOf(lastWord(unquoted(text)), otherSubjects);
+    return endsWithNamedSender(text);
 }
 
 /// Whether a sentence, or a clause of one, begins behind `text`.
@@ -93,7 +103,10 @@ bool beginsWords(std::string_view text) {
     if (text.empty()) return true;
     if (ascii::isOneOf(text.back(), ":.;,)]>-\"'")) return !endsWithOtherSubject(text);
     const std::string_view word = lastWord(text);
-    return isCode(word) || isOneOf(word, openers);
+    if (isCode(word)) return true;
+    // "It is possible that user ann does not exist"
+    return isOneOf(word, openers) &&
+           !isOneOf(lastWord(ascii::trimRight(withoutEnd(text, word))), conditions);
 }
 
 /// The same, an article aside: what is in front is no "of the" or "for", nor a "sender".
@@ -233,10 +246,15 @@ bool isSaidOfPart(std::string_view text, std::size_t at, std::span<const std::st
 }
 
 bool isSupposed(std::string_view text, std::size_t at) {
+    std::string_view front = textBefore(text, at);
+    if (endsJoined(front, '\'')) front.remove_suffix(2);  // "se l'utente"
     const auto isBetween = [](std::string_view word) {
         return isArticle(word) || isOneOf(word, attributes) || isOneOf(word, addressWords);
     };
-    return isOneOf(lastWord(withoutBetween(textBefore(text, at), isBetween)), conditions);
+    const std::string_view said = withoutBetween(front, isBetween);
+    return isOneOf(lastWord(said), conditions) ||
+           std::ranges::any_of(joinedConditions,
+                               [&](std::string_view words) { return said.ends_with(words); });
 }
 
 bool isSaidOfNothingElse(std::string_view text, std::size_t at,
@@ -251,7 +269,11 @@ bool isSaidOfSender(std::string_view text, std::size_t at) {
 }
 
 bool goesOnOtherwise(std::string_view text, std::size_t at) {
-    const std::string_view rest = ascii::trimLeft(text.substr(at));
+    const std::string_view behind = text.substr(at);
+    const std::string_view rest = ascii::trimLeft(behind);
+    const bool isNextLine = behind.substr(0, behind.size() - rest.size()).find('\n') != npos;
+    // "Script finished", below "User unknown", is another sentence.
+    if (isNextLine && !rest.empty() && rest[0] >= 'A' && rest[0] <= 'Z') return false;
     return std::ranges::any_of(
         otherEnds, [&](std::string_view words) { return ascii::startsWithNoCase(rest, words); });
 }

@@ -37,6 +37,7 @@ TEST(NamedParty, IsWhoIsCalledSo) {
         {"550 User ID ann unknown", true},       {"The user name ann is unknown", true},
         {"The email user ann is unknown", true}, {"The proxy user ann is unknown", false},
         {"550 ID ann unknown", false},           {"unknown", false},
+        {"It says that user ann unknown", true}, {"It is possible that user ann unknown", false},
     };
     for (const auto& [text, isAnn] : cases) {
         EXPECT_EQ(isSaidOf(text, text.find("unknown"), "ann", kinds), isAnn) << text;
@@ -140,11 +141,13 @@ TEST(NamedParty, IsWhoseSomethingIs) {
 
 TEST(NamedParty, IsTheSenderBehindItsName) {
     for (const std::string_view text :
-         {"Sender: unknown", "550 From: the unknown", "HELO-unknown", "Host-unknown"}) {
+         {"Sender: unknown", "550 From: the unknown", "HELO-unknown", "Host-unknown",
+          "Sender address: unknown", "550 login: unknown"}) {
         EXPECT_TRUE(isSaidOfSender(text, text.find("unknown"))) << text;
     }
-    for (const std::string_view text : {"unknown", "Sender unknown", "550 5.1.1: unknown",
-                                        "User: unknown", "server: unknown", "host - unknown"}) {
+    for (const std::string_view text :
+         {"unknown", "Sender unknown", "550 5.1.1: unknown", "User: unknown", "server: unknown",
+          "host - unknown", "Returned to sender: unknown", "Address: unknown"}) {
         EXPECT_FALSE(isSaidOfSender(text, text.find("unknown"))) << text;
     }
 }

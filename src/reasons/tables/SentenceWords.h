@@ -34,7 +34,7 @@ inline constexpr auto articles = std::to_array<std::string_view>(
 /// What stands between something and those whose it is.
 inline constexpr auto genitives = std::to_array<std::string_view>(
     {"of", "for", "de", "des", "du", "del", "della", "do", "da", "von", "van", "für", "pour", "para", "per",
-     "with", "mit", "avec", "con", "com", "til", "för"});
+     "with", "mit", "avec", "con", "com", "til", "för", "im"});
 /// What may be somebody's that is gone with them, beside the names of mailboxes.
 inline constexpr auto addressWords = std::to_array<std::string_view>(
     {"address", "e-mail", "email", "mail", "message", "delivery", "adresse", "boîte", "boite", "buzón", "buzon",
@@ -45,7 +45,9 @@ inline constexpr auto addressWords = std::to_array<std::string_view>(
 inline constexpr auto namedThings = std::to_array<std::string_view>(
     {"key", "certificate", "license", "licence", "subscription", "entry", "record", "rule", "policy", "filter", "quota",
      "script", "schlüssel", "zertifikat", "lizenz", "clave", "certificado", "licencia", "chave", "licença", "clé",
-     "certificat", "chiave", "certificato", "ключ", "Ключ", "сертификат", "Сертификат"});
+     "certificat", "chiave", "certificato", "ключ", "Ключ", "сертификат", "Сертификат",
+     // or what else than a mail system has users
+     "proxy", "relay", "login", "auth", "bind", "database"});
 /// What a reply may begin with that is no mailbox, though some are called so; also, of what leads
 /// "to" a mailbox, what is not gone with it: "Connection to ann@x.example was closed".
 inline constexpr auto notMailboxes = std::to_array<std::string_view>(
@@ -54,7 +56,7 @@ inline constexpr auto notMailboxes = std::to_array<std::string_view>(
 /// What may stand between those and a mailbox.
 inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "destination", "opgegeven", "angivna", "podany", "указанный",
-     "Указанный", "virtual", "local", "почтовый", "Почтовый", "данный", "Данный", "вказана", "Вказана", "här",
+     "Указанный", "virtual", "local", "following", "почтовый", "Почтовый", "данный", "Данный", "вказана", "Вказана", "här",
      "oppgitte", "angivne", "podana", "podane", "zadaná", "zadaný", "megadott", "belirtilen"});
 /// What a mailbox is called with, in front of "account" and behind "user".
 inline constexpr auto kindStarts = std::to_array<std::string_view>({"email", "e-mail", "mail"});
@@ -66,8 +68,13 @@ inline constexpr auto openers = std::to_array<std::string_view>(
      "pois",    "perché", "ponieważ", "protože", "поскольку", "что"});
 /// What clauses begin with that only suppose something: "if the mailbox was deleted".
 inline constexpr auto conditions = std::to_array<std::string_view>(
-    {"if", "when", "whether", "wenn", "falls", "ob", "si", "se", "cuando", "quando", "lorsque", "indien", "wanneer",
-     "jeśli", "если", "когда"});
+    {"if", "when", "whether", "unless", "assuming", "should", "case", "wenn", "falls", "sofern", "ob", "si", "se", "cuando", "quando",
+     "lorsque", "indien", "wanneer", "jeśli", "если", "Если", "когда", "Когда",
+     // guesses
+     "perhaps", "maybe", "possibly", "probably", "possible", "mean", "vielleicht", "eventuell", "möglicherweise", "peut-être",
+     "quizás", "talvez", "forse", "misschien", "возможно", "Возможно"});
+/// The same, in languages that put no space behind.
+inline constexpr auto joinedConditions = std::to_array<std::string_view>({"如果", "若", "假如", "もし", "만약"});
 /// Who does not know a mailbox, in front of the words that say so.
 inline constexpr auto pronouns = std::to_array<std::string_view>({"i", "we"});
 /// What may end a sentence behind what is said, in front of a stop.
@@ -95,7 +102,7 @@ inline constexpr auto closings = std::to_array<std::string_view>(
 /// What says behind such words, even clear ones, that it is so for the moment, or of something else.
 inline constexpr auto otherEnds = std::to_array<std::string_view>(
     {"at this time", "at this moment", "at this point", "in this list", "on this list", "on this blacklist",
-     "in this whitelist", "hierf", "en este momento", "neste momento", "quindi",
+     "in this whitelist", "in the whitelist", "in whitelist", "in the archive", "in archive", "hierf", "en este momento", "neste momento", "quindi",
      "at the moment", "at present", "right now", "for now", "during", "while", "by signal", "im moment", "zur zeit",
      "derzeit", "momentan", "pour le moment", "per il momento", "no momento", "for the sender", "for external", "for people", "for outside", "for non-",
      "for mail from", "for messages from", "to mail from", "to messages from", "for pop", "for imap", "for smtp",
@@ -103,17 +110,26 @@ inline constexpr auto otherEnds = std::to_array<std::string_view>(
      "in blacklist", "in the blacklist", "in sender", "in the sender", "in header", "in the header", "in cache", "in the cache",
      // what belongs to a mailbox, or to all of them
      "database", "directory server", "store", "table", "server", "settings", "policy", "quota", "script",
-     "certificate", "key", "license", "agent", "group"});
+     "certificate", "key", "license", "agent", "group", "network", "gateway", "connection", "format",
+     // who may do what
+     "may send", "may post", "to send", "to post", "to relay", "for relay", "for this sender", "for sender", "of sender", "of the sender", "as a sender", "as sender",
+     "in from", "of originator", "of the originator", "in the allow", "de remitente", "de salida", "de saida", "de saída",
+     "remitente", "del remitente", "remetente", "do remetente", "autentic", "con permiso",
+     "com permiss", "na liscie", "na liście", "в списке", "в белом списке", "в черном списке", "отправител",
+     // or that it may be otherwise later, or now
+     "?", "until", "yet", "ancora", "todav", "ainda", "可能性"});
 /// What the phrases of closed mailboxes hold that may open again, or that only take no mail.
 inline constexpr auto passingWords = std::to_array<std::string_view>(
     {"lock", "hold", "gesperrt", "suspen", "sospes", "temporar", "receiv", "accepting", "used", "in use",
      "utilise", "gebruik", "suppress", "activit", "actividad", "atividade", "not activated", "blok", "заблок",
      "приостан", "冻结", "khoa", "dormant"});
-/// The sender's addresses, in front of a colon and the words that are said of them.
+/// The sender's addresses, and logins, in front of a colon and the words that are said of them.
 inline constexpr auto otherSubjects = std::to_array<std::string_view>(
     {"sender", "from", "reply-to", "return-path", "envelope-from", "helo", "ehlo", "absender", "expéditeur",
      "remitente", "remetente", "mittente", "afzender", "nadawca", "odesílatel", "avsändare", "afsender",
-     "avsender", "отправитель", "Отправитель"});
+     "avsender", "отправитель", "Отправитель", "errors-to", "x-sender", "disposition-notification-to", "login", "auth", "sasl"});
+/// What may stand behind those, in front of the colon: "Sender address:".
+inline constexpr auto subjectEnds = std::to_array<std::string_view>({"address", "adresse", "header", "domain", "user"});
 /// What makes an address something else than a mailbox as the first part of its word:
 /// "Host-Adresse".
 inline constexpr auto otherParts = std::to_array<std::string_view>(
