@@ -14,9 +14,9 @@ struct InnerReply {
     std::string_view text{};
     /// What stands in front of the introduction.
     std::string_view front{};
-    /// Where it begins, with its code unless that is in front of quotes; `npos` for none.
+    /// Where it begins: at its code, or behind the quote that follows the code; `npos` for none.
     std::size_t at = npos;
-    /// The code in front of its quotes; "" where it begins with its code.
+    /// The code in front of that quote; "" where it begins with its code.
     std::string_view quotedCode{};
     bool inNotice = false;
 

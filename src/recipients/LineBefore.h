@@ -20,8 +20,8 @@ public:
     bool isIntroduction() const noexcept;
     /// The whole line, where it is the heading of a list and says why mail failed; else "".
     std::string_view heading() const;
-    /// Whether it ends a heading of two lines that says in the first why mail failed: "The
-    /// addresses below are unknown (please check\nthem):".
+    /// Whether it ends a heading of two lines whose last sentence begins in the first and says why
+    /// mail failed: "The addresses below are unknown (please check\nthem):".
     bool endsLongHeading() const;
     /// Whether the addresses are those of people who help: "Please contact:".
     bool tellsContact() const;

@@ -54,7 +54,7 @@ inline constexpr std::string_view mailboxNames[] = {
     "anvandaren",
 };
 
-/// What they call it in front of its whole address alone.
+/// What they call it in front of a whole address, but not of a name.
 inline constexpr std::string_view addressNames[] = {
     "address",
 };
