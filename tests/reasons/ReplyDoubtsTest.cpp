@@ -20,6 +20,7 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         {"550 user unknown or moved", mailbox, true},
         {"550 user unknown or access denied", mailbox, false},
         {"550 user unknown or due to virus", mailbox, false},
+        {"550 user unknown or rejects mail from you", mailbox, false},
         {"550 user unknown: unknown error", mailbox, true},
         {"550 user unknown: LDAP timeout", mailbox, false},
         {"550 user unknown, host down", mailbox, false},

@@ -41,7 +41,7 @@ inline constexpr auto addressWords = std::to_array<std::string_view>(
      "casilla", "réception", "dirección", "direccion", "caixa", "endereço", "endereco", "casella", "indirizzo", "adres",
      // or what was refused for that
      "rcpt", "rejected", "refused", "bounced", "returned", "responded", "replied"});
-/// What else may be called by somebody's address: "Key ann@x.example not found".
+/// What else may stand in front of somebody's address: "Key ann@x.example not found".
 inline constexpr auto namedThings = std::to_array<std::string_view>(
     {"key", "certificate", "license", "licence", "subscription", "entry", "record", "rule", "policy", "filter", "quota",
      "script", "schlüssel", "zertifikat", "lizenz", "clave", "certificado", "licencia", "chave", "licença", "clé",
@@ -58,7 +58,7 @@ inline constexpr auto attributes = std::to_array<std::string_view>(
     {"angegebene", "adressierte", "gewünschte", "specified", "given", "destination", "opgegeven", "angivna", "podany", "указанный",
      "Указанный", "virtual", "local", "following", "почтовый", "Почтовый", "данный", "Данный", "вказана", "Вказана", "här",
      "oppgitte", "angivne", "podana", "podane", "zadaná", "zadaný", "megadott", "belirtilen"});
-/// What a mailbox is called with, in front of "account" and behind "user".
+/// What may stand in front of the name of a kind, "email account", and behind it, "user ID".
 inline constexpr auto kindStarts = std::to_array<std::string_view>({"email", "e-mail", "mail"});
 inline constexpr auto kindEnds = std::to_array<std::string_view>({"id", "name", "address", "adresse"});
 /// What clauses begin with, in front of that.
@@ -111,6 +111,9 @@ inline constexpr auto otherEnds = std::to_array<std::string_view>(
      // what belongs to a mailbox, or to all of them
      "database", "directory server", "store", "table", "server", "settings", "policy", "quota", "script",
      "certificate", "key", "license", "agent", "group", "network", "gateway", "connection", "format",
+     // another cause
+     "or reject", "or refus", "or block", "or denied", "or denies", "or restrict", "or is full", "or full", "or mailbox full",
+     "or over quota", "or temporar", "or not allowed", "or not permitted", "or you", "or access", "or spam", "or may",
      // who may do what
      "may send", "may post", "to send", "to post", "to relay", "for relay", "for this sender", "for sender", "of sender", "of the sender", "as a sender", "as sender",
      "in from", "of originator", "of the originator", "in the allow", "de remitente", "de salida", "de saida", "de saída",
