@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "mime/AddressForms.h"
@@ -26,8 +27,8 @@ std::size_t findLastNoCase(std::string_view text, std::string_view sought) {
 
 std::optional<VerpPattern> VerpPattern::parse(std::string_view pattern) {
     using Kind = Piece::Kind;
-    static constexpr auto placeholders = std::to_array<std::pair<std::string_view, Kind>>(
-        {{"{local}", Kind::local}, {"{domain}", Kind::domain}, {"{tag}", Kind::tag}});
+    static constexpr std::pair<std::string_view, Kind> placeholders[] = {
+        {"{local}", Kind::local}, {"{domain}", Kind::domain}, {"{tag}", Kind::tag}};
     if (pattern.find('@') == npos) return std::nullopt;
     VerpPattern verp;
     std::vector<Piece>& pieces = verp.pieces_;
@@ -36,7 +37,7 @@ std::optional<VerpPattern> VerpPattern::parse(std::string_view pattern) {
         const auto* const known = std::ranges::find_if(placeholders, [&](const auto& placeholder) {
             return pattern.starts_with(placeholder.first);
         });
-        if (known != placeholders.end()) {
+        if (known != std::end(placeholders)) {
             // Nothing would divide two of them.
             if (!pieces.empty() && !followsLiteral) return std::nullopt;
             pieces.push_back({known->second, {}});
