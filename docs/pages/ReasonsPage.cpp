@@ -47,6 +47,9 @@ what is meant where a hint or a common code is all that there is.
 Some systems put the same words in front of any reply of another one ("Unknown address error
 550-'mailbox full'"). Only the reply behind them counts.
 
+That a host was not found is in doubt where another one is named than that of the recipient's
+domain, such as a relay that the sender's mail goes through ("lookup relay.example: no such host").
+
 Letter case, and how a reply is folded into lines, do not matter; `@` in a phrase stands for
 any address. The first number of a status code (`5.1.1`) says whether a later try may
 succeed; the others, which the tables list, say why.

@@ -166,7 +166,7 @@ std::optional<std::string_view> withoutKind(std::string_view text,
         if (isOneOf(lastWord(kind), kinds)) text = kind;
     }
     if (!isOneOf(lastWord(text), kinds)) return std::nullopt;
-    text.remove_suffix(lastWord(text).size());
+    text = withoutEnd(text, lastWord(text));
     const std::string_view front = ascii::trimRight(text);
     const std::string_view word = lastWord(front);
     if (!isOneOf(word, kinds) && !isOneOf(word, kindStarts)) return text;

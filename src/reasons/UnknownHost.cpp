@@ -25,9 +25,10 @@ std::string_view hostAt(std::string_view text) noexcept {
 /// Whether `host` is no number, and no abbreviation: "192.0.2.1", "i.e."
 bool endsWithTopLevel(std::string_view host) noexcept {
     const std::string_view last = host.substr(host.rfind('.') + 1);
-    return last.size() >= 2 && std::ranges::all_of(last, ascii::isAlpha);
+    return last.size() >= 2 && ascii::isAlpha(last.front());
 }
 
+/// Adds the names of hosts in `text` to `hosts`.
 void addHosts(std::vector<std::string_view>& hosts, std::string_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (!isHostByte(text[at])) continue;

@@ -15,6 +15,12 @@ bool endsWithColon(std::string_view line) noexcept {
     return line.ends_with(':') || line.ends_with(wideColon);
 }
 
+/// The sentence that begins last in `line`, behind another one; "" where none does.
+std::string_view nextSentence(std::string_view line) noexcept {
+    const std::size_t stop = line.rfind(". ");
+    return stop == npos ? std::string_view() : line.substr(stop + 2);
+}
+
 }  // namespace
 
 void LineBefore::replace(std::string_view text, Cues cues, bool goesOn) {
@@ -37,16 +43,15 @@ std::string_view LineBefore::heading() const {
 bool LineBefore::endsLongHeading() const {
     if (!isIntroduction() || front_.empty() || endsSentence(front_)) return false;
     // Not "Unknown user. Please\nuse:"
-    const std::size_t stop = front_.rfind(". ");
-    return explains(stop == npos ? front_ : front_.substr(stop + 2));
+    const std::string_view next = nextSentence(front_);
+    return explains(next.empty() ? front_ : next);
 }
 
 bool LineBefore::tellsContact() const {
     if (!cues_.has(Cue::contact) || !reportsFailure()) return cues_.has(Cue::contact);
     // "The mailbox is full. Please contact:", or, of two lines, "... Please write\nto:"
     const auto asksAtEnd = [](std::string_view line) {
-        const std::size_t stop = line.rfind(". ");
-        return stop != npos && cuesIn(line.substr(stop + 2)).has(Cue::contact);
+        return cuesIn(nextSentence(line)).has(Cue::contact);
     };
     return asksAtEnd(text_) || (isIntroduction() && text_.find(' ') == npos && asksAtEnd(front_));
 }

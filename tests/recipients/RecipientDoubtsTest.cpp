@@ -48,6 +48,7 @@ TEST(RecipientDoubts, AreWhetherOthersAreMeant) {
         {"dial tcp: lookup z.example on 192.0.2.53:53: no such host", "unknown-domain retry"},
         {"dial tcp: lookup y.example on 192.0.2.53:53: no such host", "unknown-domain suppress"},
         {"getaddrinfo ENOTFOUND mx.z.example", "unknown-domain retry"},
+        {"lookup mx.xn--p1ai: no such host", "unknown-domain retry"},
         {"Smart host not found", "unknown-domain retry"},
         {"queryMx ENOTFOUND x.example", "unknown-domain suppress"},
         {"host mx.z.example said: 550 Domain not found", "unknown-domain suppress"},
