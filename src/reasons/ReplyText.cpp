@@ -250,10 +250,6 @@ ReplyText::ReplyText(std::string_view text) : text_(text) {
 }
 
 TextPart ReplyText::inText(TextPart part) const {
-    // Most parts stand in the text as they are, and never further in front than in the plain form.
-    const std::string_view plain = view().substr(part.at, part.length);
-    const std::size_t at = findBytesNoCase(text_, plain, part.at);
-    if (at != npos) return {at, plain.size()};
     Locator locator{part};
     walk(text_, locator);
     return locator.found;

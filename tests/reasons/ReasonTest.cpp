@@ -110,6 +110,7 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"", "550 Delivery to ann@x.example does not exist", "unknown-mailbox", "suppress"},
         // for a while, or for some mail
         {"", "550 Mailbox disabled at the moment", "inactive-mailbox", "retry"},
+        {"", "550 <nosuchuser@x.example> NoSuchUser at the moment", "unknown-mailbox", "retry"},
         {"5.1.1", "User removed from the list", "unknown-mailbox", "suppress"},
         {"", "550 User removed from the list", "unknown-mailbox", "retry"},
         {"5.1.1", "550 5.1.1 Home directory of user not found", "unknown-mailbox", "suppress"},

@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "text/Ascii.h"
+#include "text/Utf8.h"
+
 namespace bouncecheck {
 namespace {
 
@@ -39,18 +42,38 @@ TEST(ReplyText, HasPhrasesAsTheTablesHaveThem) {
     for (const Case& c : cases) {
         const ReplyText reply(c.text);
         EXPECT_EQ(reply.view(), c.plain) << c.text;
-        // What is found is quoted from the text, wherever a part begins and ends.
+        // A part is quoted from the text, and reads as itself there if a letter begins it and none
+        // is cut.
         for (std::size_t at = 0; at < c.plain.size(); ++at) {
             for (std::size_t length = 1; length <= c.plain.size() - at; ++length) {
                 const TextPart part = reply.inText({at, length});
                 ASSERT_LE(part.at + part.length, c.text.size());
-                EXPECT_GE(part.length, 1U) << c.text << " at " << at;
+                ASSERT_GE(part.length, 1U) << c.text << " at " << at;
+                const std::string_view found = c.text.substr(part.at, part.length);
+                const std::string_view plain = c.plain.substr(at, length);
+                if (ascii::isAlpha(plain[0]) && isAsciiLine(plain)) {
+                    EXPECT_EQ(ReplyText(found).view(), plain) << c.text;
+                }
             }
         }
     }
-    const std::string_view folded = "550-no such\r\n550 user, sorry";
-    const TextPart part = ReplyText(folded).inText({3, 9});
-    EXPECT_EQ(folded.substr(part.at, part.length), "such\r\n550 user");
+    struct Place {
+        std::string_view text;
+        TextPart part;
+        std::size_t at;
+        std::string_view found;
+    };
+    const Place places[] = {
+        {"550-no such\r\n550 user, sorry", {3, 9}, 7, "such\r\n550 user"},
+        // words that an address has, too, or that are said twice
+        {"<is.gone@x.example> gone", {2, 4}, 20, "gone"},
+        {"550 no 551-no", {3, 2}, 11, "no"},
+    };
+    for (const Place& place : places) {
+        const TextPart part = ReplyText(place.text).inText(place.part);
+        EXPECT_EQ(part.at, place.at) << place.text;
+        EXPECT_EQ(place.text.substr(part.at, part.length), place.found);
+    }
 }
 
 }  // namespace
