@@ -11,7 +11,7 @@ namespace bouncecheck {
 
 /// The form of the addresses that a sender's mail comes back to, one for each recipient
 /// (variable envelope return paths): "bounces+{local}={domain}@lists.example.org" or
-/// "bounces-{tag}@example.org".
+/// "bounces-{tag}@example.org". One that was moved from matches nothing.
 class BOUNCECHECK_EXPORT VerpPattern {
 public:
     /// What an address of the form carries.
@@ -31,6 +31,8 @@ public:
     std::optional<Match> match(std::string_view address) const;
 
 private:
+    VerpPattern() = default;
+
     struct Piece {
         enum class Kind { literal, local, domain, tag } kind;
         std::string literal;

@@ -61,6 +61,7 @@ std::optional<VerpPattern> VerpPattern::parse(std::string_view pattern) {
 
 std::optional<VerpPattern::Match> VerpPattern::match(std::string_view address) const {
     std::span<const Piece> pieces(pieces_);
+    if (pieces.empty()) return std::nullopt;
     if (pieces.front().kind == Piece::Kind::literal) {
         const std::string_view start = pieces.front().literal;
         if (!ascii::startsWithNoCase(address, start)) return std::nullopt;

@@ -40,6 +40,9 @@ TEST(Verp, MatchesItsPattern) {
                               "{tag}={tag}@x", "{local}={domain}={tag}@x", "}{tag}@x"}) {
         EXPECT_FALSE(VerpPattern::parse(wrong)) << wrong;
     }
+    VerpPattern pattern = *VerpPattern::parse("b-{tag}@x.example");
+    const VerpPattern taken = std::move(pattern);
+    EXPECT_FALSE(pattern.match("b-17@x.example"));
 }
 
 TEST(Verp, ReadsTheAddressesThatMailCameBackTo) {
