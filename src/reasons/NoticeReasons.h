@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string_view>
+#include <optional>
 
 #include "reasons/PhraseReasons.h"
 #include "reasons/ReasonFinding.h"
@@ -26,15 +26,20 @@ public:
     ReasonFinding ofAll(bool isTransient) const;
 
 private:
-    ReasonFinding explanation(const ReplyCodes& codes, bool isTransient) const;
-    ReasonFinding ofStatus(const ReplyCodes& codes, bool isTransient) const;
-    ReasonFinding ofHint(const PhraseMatches& matches, bool isTransient) const;
+    ReasonFinding ofStatus(bool isTransient) const;
+    ReasonFinding ofHint(bool isTransient) const;
     ReasonFinding onlyNews(ReasonFinding finding) const;
-    bool isTemporaryBy(const PhraseMatches& matches, const ReplyCodes& codes) const;
-    bool isOfRecipient(const ReplyCodes& codes) const;
+    bool saysTemporary() const;
+    bool isOfRecipient() const;
     bool countsBeside(const PhraseRow& hint) const;
 
+    const ReplyCodes& codes() const;
+    const PhraseMatches& matches() const;
+
     const ReplyReading& reading_;
+    /// Of the notice, read when they are first asked for.
+    mutable std::optional<ReplyCodes> codes_;
+    mutable std::optional<PhraseMatches> matches_;
 };
 
 }  // namespace bouncecheck
