@@ -30,10 +30,13 @@ than wrong words. The first of these that holds decides:
 1. a phrase of the reply that says why, whatever the code is;
 2. a status code that is definite;
 3. a phrase that says why unless such a code says more;
-4. a phrase that only hints at the reason;
+4. a phrase that only hints at the reason, unless a status code of the reply says more;
 5. the same phrases, and a definite code, in what the whole message says to people;
 6. a status code that many kinds of failures have in common;
 7. a reply code of SMTP.
+
+Where a report has only the first line of a reply, the words of the message to people are read for
+the other lines before step 3.
 
 A phrase that only hints at a refusal ("blocked") is about the sending host where that host's
 address stands beside it, and then the reason is `reputation`. One that hints that something

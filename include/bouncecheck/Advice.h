@@ -12,7 +12,8 @@ namespace bouncecheck {
 enum class Advice {
     /// Nothing.
     none,
-    /// Stop mailing the address: the mailbox or the domain does not exist.
+    /// Stop mailing the address: the mailbox or the domain does not exist, or the mailbox was
+    /// closed.
     suppress,
     /// Take the address off the list: its owner complained, or asked for it.
     unsubscribe,

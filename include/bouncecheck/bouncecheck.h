@@ -54,8 +54,8 @@
 /// library opens no file, prints nothing and never ends the program. It throws
 /// std::bad_alloc when memory runs out, and nothing else.
 ///
-/// **Ownership.** A `Verdict` and `Facts` are values that outlive message and classifier.
-/// Names of types and rules are constants.
+/// **Ownership.** A `Verdict`, `Recipient` and `Facts` are values that outlive message and
+/// classifier. Names of types and rules are constants.
 ///
 /// **Threads.** There is no state but that of the objects. Each object serves one thread at
 /// a time; distinct objects, and the functions, may be used on any number of threads.

@@ -76,12 +76,13 @@ typedef struct bouncecheck_classifier bouncecheck_classifier;
 /// Makes a classifier, which the caller frees. `*made` is null when that fails.
 BOUNCECHECK_EXPORT enum bouncecheck_status bouncecheck_classifier_new(
     bouncecheck_classifier** made);
-/// Frees a classifier and all texts that it handed out; null is let pass. Once only.
+/// Frees a classifier and all texts that it handed out; null is ignored.
 BOUNCECHECK_EXPORT void bouncecheck_classifier_free(bouncecheck_classifier* classifier);
 
 /// Adds a form of the addresses that mail comes back to, one for each recipient (variable
 /// envelope return paths): "bounces+{local}={domain}@lists.example.org" or
-/// "bounces-{tag}@example.org". The messages that follow are read with all that were added.
+/// "bounces-{tag}@example.org". `pattern` has `size` bytes, which are copied. The messages that
+/// follow are read with all that were added; `BOUNCECHECK_BAD_PATTERN` adds none.
 BOUNCECHECK_EXPORT enum bouncecheck_status bouncecheck_add_verp(bouncecheck_classifier* classifier,
                                                                 const char* pattern, size_t size);
 
@@ -279,7 +280,8 @@ BOUNCECHECK_EXPORT const char* bouncecheck_reason_action(int reason);
 /// What a sender should do about a recipient.
 enum bouncecheck_advice {
     BOUNCECHECK_ADVICE_NONE = 0,
-    /// Stop mailing the address: the mailbox or the domain does not exist.
+    /// Stop mailing the address: the mailbox or the domain does not exist, or the mailbox was
+    /// closed.
     BOUNCECHECK_ADVICE_SUPPRESS = 1,
     /// Take the address off the list: its owner complained, or asked for it.
     BOUNCECHECK_ADVICE_UNSUBSCRIBE = 2,

@@ -107,7 +107,7 @@ bool looksLikeDomain(std::string_view domain) {
     return last.size() > 1 && !std::ranges::all_of(last, ascii::isDigit);
 }
 
-/// The local part without what labels, lists and quotes put in front of it.
+/// Where the local part begins, behind what labels, lists and quotes put in front of it.
 std::size_t skipPunctuation(std::string_view line, std::size_t begin, std::size_t at,
                             bool followsBracket) {
     const std::string_view local = line.substr(begin, at - begin);

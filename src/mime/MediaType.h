@@ -57,8 +57,8 @@ class MediaType {
 public:
     MediaType() = default;
 
-    /// `value` is the unfolded field; "" reads as `defaultType`, a literal, what has not the
-    /// form type/subtype as "text/plain" (RFC 2045, section 5.2).
+    /// `value` is the unfolded field; "" reads as `defaultType`, a literal, what does not have
+    /// the form type/subtype as "text/plain" (RFC 2045, section 5.2).
     MediaType(std::string_view value, std::string_view defaultType);
 
     /// "type/subtype" in lower case.

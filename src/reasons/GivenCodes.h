@@ -40,7 +40,7 @@ public:
     /// Whether a code for something else contradicts a reason that is about the mailbox: one that
     /// is definite, or that of a command that was not understood.
     bool areAboutElse(Reason reason) const noexcept;
-    /// Who did not authenticate (RFC 4954, section 6).
+    /// Whether the client was refused since it did not authenticate (RFC 4954, section 6).
     bool areAboutLogin() const noexcept;
     /// The address of the sender is wrong, whatever the words call unknown (RFC 3463, section 3.2).
     bool areAboutSender() const noexcept;

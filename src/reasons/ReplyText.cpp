@@ -34,7 +34,7 @@ char plainLatinAt(std::string_view text) noexcept {
     return plainLatin[(first - 0xC3u) * 0x40 + (second - 0x80u)];
 }
 
-/// The letters of two bytes whose small form has two as well.
+/// The second byte, at `at`, of a letter of two bytes, as that of its small form.
 PlainByte letterAt(std::string_view text, std::size_t at) noexcept {
     const auto first = static_cast<unsigned char>(text[at - 1]);
     const auto second = static_cast<unsigned char>(text[at]);

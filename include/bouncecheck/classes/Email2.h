@@ -45,7 +45,7 @@ public:
     bool isMultipartMixed() const noexcept;
     bool isMultipartReport() const noexcept;
     /// The media type without parameters, in lower case. "text/plain" where none
-    /// is declared or what is declared has not the form of one (RFC 2045, 5.2);
+    /// is declared or what is declared does not have the form of one (RFC 2045, 5.2);
     /// "message/rfc822" in a multipart/digest (RFC 2046, 5.1.5).
     void getContentType(StringBuffer& out) const;
     /// Direct parts; 0 for a leaf, and a multipart without boundary is one.
