@@ -3,6 +3,7 @@
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
 #include "mime/ReportBodies.h"
+#include "reasons/ReplyCodes.h"
 #include "reasons/Stage.h"
 #include "recipients/SenderRefusal.h"
 
@@ -15,6 +16,19 @@ Author MessageReading::author() const {
 
 const Notice& MessageReading::notice() const {
     return notice_ ? *notice_ : notice_.emplace(message_);
+}
+
+bool MessageReading::subjectSaysTrouble() const {
+    if (!subjectSaysTrouble_) subjectSaysTrouble_ = saysTrouble(message_.field("Subject"));
+    return *subjectSaysTrouble_;
+}
+
+bool MessageReading::isNotice() const {
+    if (!isNotice_) {
+        isNotice_ = isBySystem() ||
+                    (codesIn(notice().text()).reply.starts_with('5') && !isDiscussion(message_));
+    }
+    return *isNotice_;
 }
 
 std::string_view MessageReading::firstText() const {

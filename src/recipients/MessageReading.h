@@ -27,6 +27,11 @@ public:
     bool isBySystem() const { return author() != Author::person; }
     /// What the message says to people.
     const Notice& notice() const;
+    /// Whether the subject says that mail was not delivered, or not yet.
+    bool subjectSaysTrouble() const;
+    /// Whether the message is about a delivery: a system wrote it, or its text holds the reply of
+    /// one.
+    bool isNotice() const;
     /// Whether its first text says that a reply came after the message was sent. That is read
     /// without the rest of what a notice says.
     bool saysReplyToData() const;
@@ -47,6 +52,8 @@ private:
     Bystanders bystanders_{*this, Bystanders::From::messageAndReturned};
     mutable std::optional<Author> author_;
     mutable std::optional<Notice> notice_;
+    mutable std::optional<bool> subjectSaysTrouble_;
+    mutable std::optional<bool> isNotice_;
     mutable std::optional<bool> saysReplyToData_;
     mutable std::optional<bool> saysReplyToSender_;
     mutable std::optional<ReturnedMail> attached_;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <bouncecheck/Limits.h>
+#include "reasons/Outcomes.h"
 #include "text/Ascii.h"
 #include "text/Controls.h"
 #include "text/Search.h"
@@ -59,6 +60,37 @@ Recipient* RecipientList::find(const TextRecipient& named, bool isOnly) {
         if (byFinal != finals_.end()) return &all_[byFinal->second];
     }
     return isOnly && all_.size() == 1 ? &all_.front() : nullptr;
+}
+
+void RecipientList::setTag(std::string_view tag) {
+    for (Recipient& recipient : all_) recipient.tag = tag;
+    all_.front().source = RecipientSource::verp;
+}
+
+/// Whoever has that address, or else the first who failed, or the first of all.
+Recipient& RecipientList::meantBy(std::string_view address) {
+    const auto own = std::ranges::find_if(all_, [&](const Recipient& recipient) {
+        return ascii::equalsNoCase(recipient.address, address) ||
+               ascii::equalsNoCase(recipient.finalAddress, address);
+    });
+    if (own != all_.end()) return *own;
+    const auto failed = std::ranges::find(all_, Outcome::failed, &Recipient::outcome);
+    return failed == all_.end() ? all_.front() : *failed;
+}
+
+void RecipientList::keepOnly(std::string_view address) {
+    const bool reachedSome = std::ranges::any_of(
+        all_, [](const Recipient& recipient) { return isSuccess(recipient.outcome); });
+    Recipient only = std::move(meantBy(address));
+    if (!ascii::equalsNoCase(only.address, address)) {
+        if (only.finalAddress.empty()) only.finalAddress = only.address;
+        only.address = address;
+    }
+    only.source = RecipientSource::verp;
+    all_.clear();
+    all_.push_back(std::move(only));
+    // What failed may be one of several behind the address.
+    if (reachedSome) doubt(all_.front());
 }
 
 void RecipientList::doubt(const Recipient& recipient) {

@@ -27,6 +27,15 @@ public:
     /// nobody else. Null where it is none of the list.
     Recipient* find(const TextRecipient& named, bool isOnly);
 
+    /// Adds somebody of whom no address is known.
+    Recipient& addUnnamed() { return all_.emplace_back(); }
+    /// Notes of all the tag in the address that the mail came back to, which was the first one's.
+    void setTag(std::string_view tag);
+    /// Makes the recipient to whose `address` the mail was sent the whole list, which has somebody,
+    /// by what is known of the one who is meant: another address is where it was sent on to. Nobody
+    /// is added or found afterwards.
+    void keepOnly(std::string_view address);
+
     /// Notes that what is said of a recipient may be about somebody else.
     void doubt(const Recipient& recipient);
     bool isDoubted(const Recipient& recipient) const;
@@ -41,6 +50,7 @@ public:
 
 private:
     std::optional<std::size_t> placeOf(std::string_view address);
+    Recipient& meantBy(std::string_view address);
 
     TextBudget budget_;
     std::vector<Recipient> all_;

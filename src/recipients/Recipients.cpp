@@ -11,7 +11,6 @@
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
-#include "reasons/Outcomes.h"
 #include "reasons/ReplyCodes.h"
 #include "recipients/Bystanders.h"
 #include "recipients/MessageReading.h"
@@ -91,9 +90,9 @@ private:
 
     void readText() {
         isTextRead_ = true;
-        if (!report_.isFound() && isNotice()) readReportInText();
+        if (!report_.isFound() && reading_.isNotice()) readReportInText();
         const bool isKnown = !list_.isEmpty();
-        if (!isKnown && !(isNotice() && isAboutTrouble())) return;
+        if (!isKnown && !(reading_.isNotice() && isAboutTrouble())) return;
         const Outcome outcome = outcomeOfText();
         std::vector<TextRecipient> all =
             recipientsNamedIn(reading_.notice(), reading_.bystanders());
@@ -147,7 +146,7 @@ private:
 
     /// "Delivery failure (user@example.net)"
     void readSubject() {
-        if (!isTextRead_ || !isNotice() || !saysTrouble(message_.field("Subject"))) return;
+        if (!isTextRead_ || !reading_.isNotice() || !reading_.subjectSaysTrouble()) return;
         const Bystanders others(reading_, Bystanders::From::message);
         const std::string subject = message_.field("Subject");
         const std::vector<AddressSpan> spans = findAddresses(subject);
@@ -166,7 +165,7 @@ private:
     }
 
     void readReturned() {
-        if (!isTextRead_ || !isNotice()) return;
+        if (!isTextRead_ || !reading_.isNotice()) return;
         const ReturnedMail& returned = reading_.returned();
         const bool isBounceOfNotice = returned.isNotice();
         if (!isBounceOfNotice && !isAboutTrouble()) return;
@@ -197,44 +196,15 @@ private:
         if (!match || isAnswerOf(match->address)) return;
         if (list_.isEmpty()) {
             if (!reading_.isBySystem()) return;
-            Recipient& unnamed = list_.all().emplace_back();
+            Recipient& unnamed = list_.addUnnamed();
             if (isTextRead_ && isAboutTrouble()) unnamed.outcome = outcomeOfText();
         }
         if (match->address.empty()) {
-            setTag(match->tag);
+            list_.setTag(match->tag);
         } else {
-            keepOnly(match->address);
+            list_.keepOnly(match->address);
+            reasons_.forgetReported();
         }
-    }
-
-    void setTag(const std::string& tag) {
-        for (Recipient& recipient : list_.all()) recipient.tag = tag;
-        list_.all().front().source = RecipientSource::verp;
-    }
-
-    /// Makes the recipient to whose `address` the mail was sent the whole list, by what is known of
-    /// the one of the list who is meant: another address is where it was sent on to.
-    void keepOnly(const std::string& address) {
-        std::vector<Recipient>& all = list_.all();
-        const auto own = std::ranges::find_if(all, [&](const Recipient& recipient) {
-            return ascii::equalsNoCase(recipient.address, address) ||
-                   ascii::equalsNoCase(recipient.finalAddress, address);
-        });
-        const auto failed = std::ranges::find(all, Outcome::failed, &Recipient::outcome);
-        Recipient& best = failed == all.end() ? all.front() : *failed;
-        const bool reachedSome = std::ranges::any_of(
-            all, [](const Recipient& other) { return isSuccess(other.outcome); });
-        Recipient recipient = std::move(own == all.end() ? best : *own);
-        if (!ascii::equalsNoCase(recipient.address, address)) {
-            if (recipient.finalAddress.empty()) recipient.finalAddress = recipient.address;
-            recipient.address = address;
-        }
-        recipient.source = RecipientSource::verp;
-        all.clear();
-        all.push_back(std::move(recipient));
-        // What failed may be one of several behind the address.
-        if (reachedSome) list_.doubt(all.front());
-        reasons_.forgetReported();
     }
 
     /// Whether the message is what `recipient` answered, or their program, rather than a notice.
@@ -244,25 +214,12 @@ private:
         if (author.empty()) return false;
         if (ascii::equalsNoCase(author, recipient)) return true;
         return isAutomaticReply(message_) && !reading_.notice().cues().haveTrouble() &&
-               !saysTrouble(message_.field("Subject"));
-    }
-
-    // --- What the message is ---------------------------------------------------
-
-    /// Whether the message is about a delivery: a system wrote it, or its text holds the reply
-    /// of one.
-    bool isNotice() {
-        if (!isNotice_) {
-            isNotice_ = reading_.isBySystem() ||
-                        (codesIn(reading_.notice().text()).reply.starts_with('5') &&
-                         !isDiscussion(message_));
-        }
-        return *isNotice_;
+               !reading_.subjectSaysTrouble();
     }
 
     /// Whether the words of the message say that something was not delivered, or why.
     bool isAboutTrouble() {
-        return reading_.notice().cues().haveTrouble() || saysTrouble(message_.field("Subject")) ||
+        return reading_.notice().cues().haveTrouble() || reading_.subjectSaysTrouble() ||
                reasons_.ofNotice().basis != ReasonBasis::none;
     }
 
@@ -273,7 +230,6 @@ private:
     RecipientList list_;
     ReportSource report_{reading_, list_};
     RecipientReasons reasons_{reading_, list_};
-    std::optional<bool> isNotice_;
     bool isTextRead_ = false;
 };
 
