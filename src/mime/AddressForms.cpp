@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -61,6 +62,13 @@ std::string ofForwarded(std::string_view local) {
 }
 
 }  // namespace
+
+bool isOfDomain(std::string_view host, std::string_view domain) {
+    if (host.size() < domain.size()) std::swap(host, domain);
+    if (domain.empty()) return false;
+    const std::size_t rest = host.size() - domain.size();
+    return ascii::equalsNoCase(host.substr(rest), domain) && (rest == 0 || host[rest - 1] == '.');
+}
 
 std::string decodeXtext(std::string_view address) {
     std::string decoded(address.substr(0, address.find('+')));

@@ -15,6 +15,10 @@ constexpr std::string_view domainOf(std::string_view address) noexcept {
     return at == std::string_view::npos ? std::string_view() : address.substr(at + 1);
 }
 
+/// Whether `host` is `domain`, in it, or what it is in, and neither is empty; the case of ASCII
+/// letters is ignored.
+bool isOfDomain(std::string_view host, std::string_view domain);
+
 /// `address` with the two bytes that xtext has to encode in printable ASCII, "+2B" and "+3D",
 /// decoded (RFC 3461, section 4). Others stay: a '+' with two digits behind it is a common
 /// part of addresses, and reports carry many that were never encoded.

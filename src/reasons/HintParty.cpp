@@ -4,7 +4,9 @@
 #include <cstddef>
 
 #include "mime/AddressForms.h"
-#include "reasons/NamedParty.h"
+#include "reasons/ClauseEnd.h"
+#include "reasons/NamedHost.h"
+#include "reasons/Said.h"
 #include "reasons/TopicWords.h"
 #include "reasons/tables/PartyNames.h"
 #include "reasons/tables/SentenceWords.h"
@@ -49,28 +51,27 @@ Party partyOf(const PhraseRow& hint, std::string_view text, TextPart place,
     const std::string_view domain = domainOf(recipient);
     const std::string_view mailbox = localPartOf(recipient);
     if (!saysGone(hint) || domain.empty()) return Party::unnamed;
+    const Said said(text, place.at);
     const std::size_t end = place.at + place.length;
     const bool endsThere = !goesOnOtherwise(text, end) && endsClause(text, endOfWord(text, end));
     if (hint.reason != Reason::unknownDomain && endsThere &&
-        (isSaidOfKind(text, place.at, mailboxSubjects) ||
-         isSaidOfNamedKind(text, place.at, mailbox, mailboxSubjects) ||
-         isSaidOfNamedKind(text, place.at, recipient, mailboxSubjects))) {
+        (said.isOfKind(mailboxSubjects) || said.isOfNamedKind(mailbox, mailboxSubjects) ||
+         said.isOfNamedKind(recipient, mailboxSubjects))) {
         return Party::mailbox;
     }
     // "Invalid" may be said of a key, or a password, of theirs.
     if (contains(hint.phrase, "invalid")) return Party::unnamed;
-    if (endsThere && isSaidOf(text, place.at, domain, domainNames)) {
+    if (endsThere && said.isOf(domain, domainNames)) {
         // "The SPF of domain x.example": its records may be missing, too.
         return topicOf(text) ? Party::unnamed : Party::domain;
     }
     const bool isMailbox =
-        (endsThere && (isSaidOf(text, place.at, mailbox, mailboxNames) ||
-                       isSaidOf(text, place.at, recipient, mailboxNames) ||
-                       isSaidOf(text, place.at, recipient, addressNames) ||
-                       isSaidOfOwned(text, place.at, mailbox, mailboxNames) ||
-                       isSaidOfOwned(text, place.at, recipient, mailboxNames))) ||
+        (endsThere &&
+         (said.isOf(mailbox, mailboxNames) || said.isOf(recipient, mailboxNames) ||
+          said.isOf(recipient, addressNames) || said.isOfOwned(mailbox, mailboxNames) ||
+          said.isOfOwned(recipient, mailboxNames))) ||
         (isFollowedBy(text, end, mailbox) &&
-         (namesMailbox(hint) || isSaidOfNothingElse(text, place.at, mailboxNames)));
+         (namesMailbox(hint) || said.isOfNothingElse(mailboxNames)));
     return isMailbox ? Party::mailbox : Party::unnamed;
 }
 

@@ -4,8 +4,10 @@
 #include <cstddef>
 #include <optional>
 
+#include "reasons/ClauseEnd.h"
 #include "reasons/HintParty.h"
-#include "reasons/NamedParty.h"
+#include "reasons/NamedHost.h"
+#include "reasons/Said.h"
 #include "reasons/Stage.h"
 #include "reasons/TopicWords.h"
 #include "reasons/tables/PartyNames.h"
@@ -44,7 +46,7 @@ bool isAboutHost(const ReasonFinding& finding, std::string_view text) {
 bool isAboutSender(const ReasonFinding& finding, const ReplyReading& reading) {
     const Reply& reply = reading.reply;
     if (reading.codes.areAboutSender() || reading.codes.areAboutLogin()) return true;
-    if (finding.isInReply() && isSaidOfSender(reply.text, finding.at)) return true;
+    if (finding.isInReply() && Said(reply.text, finding.at).isOfSender()) return true;
     const std::string_view where =
         finding.inNotice ? paragraphAt(reading.notice, finding.at) : reply.text;
     return stageIn(where) == Stage::sender && !isBesideRecipient(finding, reply);
@@ -89,9 +91,9 @@ bool hasFailureBehind(const ReasonFinding& finding, const PhraseMatches& matches
 
 bool isQualified(const ReasonFinding& finding, std::string_view text) {
     if (!isAboutMailbox(finding.reason)) return false;
-    const bool isOfPart =
-        beginsWithMailbox(finding.row) && isSaidOfPart(text, finding.at, mailboxNames);
-    return isOfPart || isSupposed(text, finding.at) || goesOnOtherwise(text, finding.end());
+    const Said said(text, finding.at);
+    const bool isOfPart = beginsWithMailbox(finding.row) && said.isOfPart(mailboxNames);
+    return isOfPart || said.isSupposed() || goesOnOtherwise(text, finding.end());
 }
 
 bool namesOtherCause(const ReasonFinding& finding, std::string_view text,

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "reasons/CodeShapes.h"
 #include "text/Ascii.h"
@@ -78,13 +77,6 @@ std::string_view unknownHostIn(std::string_view text) {
         if (!host.empty()) return host;
     }
     return {};
-}
-
-bool isOfDomain(std::string_view host, std::string_view domain) {
-    if (host.size() < domain.size()) std::swap(host, domain);
-    if (domain.empty()) return false;
-    const std::size_t rest = host.size() - domain.size();
-    return ascii::equalsNoCase(host.substr(rest), domain) && (rest == 0 || host[rest - 1] == '.');
 }
 
 }  // namespace bouncecheck

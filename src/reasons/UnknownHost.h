@@ -16,7 +16,4 @@ std::string_view unknownHostIn(std::string_view text);
 std::vector<std::string_view> hostsBeside(std::string_view text, std::size_t at,
                                           std::size_t length);
 
-/// Whether `host` is `domain`, in it, or what it is in; the case of ASCII letters is ignored.
-bool isOfDomain(std::string_view host, std::string_view domain);
-
 }  // namespace bouncecheck

@@ -10,7 +10,7 @@
 #include "mime/Entity.h"
 #include "mime/HeaderFields.h"
 #include "mime/Mailbox.h"
-#include "reasons/NamedParty.h"
+#include "reasons/NamedHost.h"
 #include "recipients/MessageReading.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -68,12 +68,6 @@ void addList(std::vector<std::string>& set, const HeaderFields& header) {
     add(set, std::move(address));
 }
 
-/// Whether `domain` is `other` or a part of it.
-bool isWithin(std::string_view domain, std::string_view other) {
-    if (other.empty() || !domain.ends_with(other)) return false;
-    return domain.size() == other.size() || domain[domain.size() - other.size() - 1] == '.';
-}
-
 }  // namespace
 
 const Bystanders::Addresses& Bystanders::addressees() const {
@@ -115,7 +109,7 @@ bool Bystanders::isDomainOfAddresseeIn(std::string_view text) const {
     const std::span<const std::string> all = addressees();
     return std::ranges::any_of(
         all.first(std::min(all.size(), most)),
-        [&](std::string_view address) { return isNamed(text, domainOf(address)); });
+        [&](std::string_view address) { return isHostNamed(text, domainOf(address)); });
 }
 
 bool Bystanders::isOther(std::string_view address) const {
@@ -128,9 +122,8 @@ bool Bystanders::isOther(std::string_view address) const {
     };
     if (std::ranges::any_of(daemons, isLocal) || holds(others(), address)) return true;
     if (!std::ranges::any_of(roles, isLocal)) return false;
-    const std::string own = ascii::lowerCase(domainOf(address));
-    const std::string sender = ascii::lowerCase(domainOf(reading_.message().from().address));
-    return sender.empty() || isWithin(own, sender) || isWithin(sender, own);
+    const std::string_view sender = domainOf(reading_.message().from().address);
+    return sender.empty() || isOfDomain(domainOf(address), sender);
 }
 
 }  // namespace bouncecheck
