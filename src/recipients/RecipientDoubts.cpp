@@ -17,9 +17,16 @@
 namespace bouncecheck {
 namespace {
 
+/// Whether `holds` is true of the address of `recipient`, or of the one it was sent on to.
+template <class Holds>
+bool anyAddressOf(const Recipient& recipient, Holds holds) {
+    return holds(std::string_view(recipient.address)) ||
+           holds(std::string_view(recipient.finalAddress));
+}
+
 bool isAddressOf(const Recipient& recipient, std::string_view address) {
-    return ascii::equalsNoCase(address, recipient.address) ||
-           ascii::equalsNoCase(address, recipient.finalAddress);
+    return anyAddressOf(recipient,
+                        [&](std::string_view own) { return ascii::equalsNoCase(address, own); });
 }
 
 /// What of the line that the byte `at` of `text` is in stands near it: the line is read again for
@@ -30,22 +37,22 @@ std::string_view lineNear(std::string_view text, std::size_t at) {
     return lineAt(text.substr(begin, 2 * near), at - begin);
 }
 
-bool isCode(const ReasonFinding& finding) {
+bool isStatusInText(const ReasonFinding& finding) {
     return finding.basis == ReasonBasis::status && finding.length > 0;
 }
 
 /// Whether `span` is within the words that were found at `at` of the same text: "<me@own.example>
 /// unknown", rather than the address of the command in front, which they answer.
-bool isWithin(const AddressSpan& span, std::size_t at, const ReasonFinding& finding) {
-    return !isCode(finding) && span.begin < at + finding.length && at < span.end;
+bool overlapsWords(const AddressSpan& span, std::size_t at, const ReasonFinding& finding) {
+    return !isStatusInText(finding) && span.begin < at + finding.length && at < span.end;
 }
 
 /// Whether `span` is beside what was found at `at` of the same text: words are around it or right
 /// in front, a code is right behind.
 bool isBeside(const AddressSpan& span, std::size_t at, const ReasonFinding& finding) {
     constexpr std::size_t most = 12;
-    return isCode(finding) ? span.begin >= at && span.begin < at + most
-                           : span.begin <= at + finding.length && at < span.end + most;
+    return isStatusInText(finding) ? span.begin >= at && span.begin < at + most
+                                   : span.begin <= at + finding.length && at < span.end + most;
 }
 
 /// Whether nothing but words says that there is no mailbox. Where a status says so as well, it does
@@ -54,26 +61,37 @@ bool areOnlyWords(const Explanation& explanation) {
     return explanation.finding.basis == ReasonBasis::phrase && explanation.codes.status.empty();
 }
 
-/// "No such account (ann@x.example)", "<ann@x.example>: no such account": the words of a reply go
-/// on with the recipient's own address in brackets, or follow it.
-bool namesRecipient(const Explanation& explanation) {
-    const ReasonFinding& finding = explanation.finding;
-    if (finding.inNotice) return false;
+/// "No such account (ann@x.example)": the words of a reply go on, in their line, with the
+/// recipient's own address in brackets.
+bool goesOnWithRecipient(const Explanation& explanation) {
     constexpr std::size_t reach = 80;
-    const std::string_view address = explanation.recipient.address;
+    const ReasonFinding& finding = explanation.finding;
     const std::string_view reply = explanation.recipient.diagnostic;
     const std::string_view line = lineAt(reply, finding.at);
-    const std::string_view behind = reply.substr(finding.end(), reach + address.size());
+    const auto lineEnd = static_cast<std::size_t>(line.data() + line.size() - reply.data());
+    if (lineEnd < finding.end()) return false;
+    const std::string_view address = explanation.recipient.address;
+    const std::string_view behind =
+        reply.substr(finding.end(), std::min(lineEnd - finding.end(), reach + address.size()));
     const std::size_t at = findBytesNoCase(behind, address);
-    if (at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<") &&
-        line.data() + line.size() >= behind.data() + at + address.size()) {
-        return true;
-    }
-    std::string_view front = reply.substr(0, finding.at);
+    return at != npos && at > 0 && ascii::isOneOf(behind[at - 1], "(<");
+}
+
+/// "<ann@x.example>: no such account": the words of a reply follow the recipient's own address.
+bool followsRecipient(const Explanation& explanation) {
+    const std::string_view address = explanation.recipient.address;
+    std::string_view front = explanation.recipient.diagnostic;
+    front = front.substr(0, explanation.finding.at);
     front = front.substr(0, front.find_last_not_of(" .:") + 1);
     if (!front.ends_with('>') || front.size() < address.size() + 2) return false;
     front = front.substr(front.size() - address.size() - 2);
     return front.starts_with('<') && ascii::equalsNoCase(front.substr(1, address.size()), address);
+}
+
+/// Whether the words of a reply are said of the recipient by the address beside them.
+bool namesRecipient(const Explanation& explanation) {
+    return !explanation.finding.inNotice &&
+           (goesOnWithRecipient(explanation) || followsRecipient(explanation));
 }
 
 /// "User unknown (bob@y.example)", "bob@y.example not found": another's address follows the words
@@ -94,7 +112,7 @@ bool namesAnother(const Explanation& explanation) {
         return ascii::equalsNoCase(domainOf(named), domainOf(own)) ||
                ascii::equalsNoCase(localPartOf(named), localPartOf(own));
     };
-    return !isOwn(explanation.recipient.address) && !isOwn(explanation.recipient.finalAddress);
+    return !anyAddressOf(explanation.recipient, isOwn);
 }
 
 /// "One or more recipients do not exist": the words of a reply, which does not name this one, are
@@ -115,12 +133,12 @@ bool saysSome(const Explanation& explanation) {
 bool namesAnotherHost(const Explanation& explanation) {
     const ReasonFinding& finding = explanation.finding;
     if (finding.reason != Reason::unknownDomain) return false;
-    const Recipient& recipient = explanation.recipient;
     const auto isOwn = [&](std::string_view host) {
-        return isOfDomain(host, domainOf(recipient.address)) ||
-               isOfDomain(host, domainOf(recipient.finalAddress));
+        return anyAddressOf(explanation.recipient, [&](std::string_view address) {
+            return isOfDomain(host, domainOf(address));
+        });
     };
-    const std::string_view unknown = unknownHostIn(recipient.diagnostic);
+    const std::string_view unknown = unknownHostIn(explanation.recipient.diagnostic);
     if (!unknown.empty()) return !isOwn(unknown);
     if (finding.basis != ReasonBasis::phrase) return false;
     const std::string_view text = explanation.text();
@@ -166,8 +184,7 @@ bool RecipientDoubts::namesDomainOfSender(const Explanation& explanation) const 
         const std::string_view domain = domainOf(address);
         return !domain.empty() && containsNoCase(line, domain);
     };
-    if (isIn(recipient.address) || isIn(recipient.finalAddress)) return false;
-    return reading_.bystanders().isDomainOfAddresseeIn(line);
+    return !anyAddressOf(recipient, isIn) && reading_.bystanders().isDomainOfAddresseeIn(line);
 }
 
 /// "Unknown user me@own.example": in the reply, or in the line of the notice.
@@ -197,7 +214,7 @@ bool RecipientDoubts::namesSenderIn(std::string_view text, std::optional<std::si
             return at && isMeant(span, *at, explanation.finding);
         });
     };
-    auto meant = find(isWithin);
+    auto meant = find(overlapsWords);
     if (meant == spans.end()) meant = find(isBeside);
     if (meant != spans.end()) return !isOwn(*meant) && isOfSender(*meant);
     return std::ranges::none_of(spans, isOwn) && std::ranges::any_of(spans, isOfSender);
