@@ -3,9 +3,9 @@
 #include <cstddef>
 
 #include "reasons/ReasonFinder.h"
-#include "recipients/Notice.h"
+#include "recipients/CueSearch.h"
 #include "recipients/Sentence.h"
-#include "recipients/tables/NoticeLabels.h"
+#include "recipients/tables/LineMarks.h"
 #include "text/Search.h"
 
 namespace bouncecheck {

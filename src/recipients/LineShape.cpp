@@ -7,7 +7,7 @@
 #include <span>
 #include <utility>
 
-#include "recipients/tables/RuleWords.h"
+#include "recipients/tables/LineMarks.h"
 #include "text/Ascii.h"
 #include "text/ByteSet.h"
 #include "text/Search.h"
@@ -108,9 +108,6 @@ bool beginsWithReplyCode(std::string_view line) {
     return line.size() > 4 && line[0] >= '2' && line[0] <= '5' && ascii::isDigit(line[1]) &&
            ascii::isDigit(line[2]) && (ascii::isBlank(line[3]) || line[3] == '-');
 }
-
-/// What rules are drawn with.
-constexpr std::string_view strokes = "-=_*~#+";
 
 /// Whether `text` ends with `word`, in any letter case (for ASCII).
 bool endsWithWord(std::string_view text, std::string_view word) {
@@ -247,19 +244,6 @@ bool LineShape::findLabel(std::string_view before) {
     label_ = best->kind;
     isCommand_ = best->label == "rcpt to";
     return true;
-}
-
-bool isRule(std::string_view line) {
-    return line.size() >= 2 && line[1] == line[0] && ascii::isOneOf(line[0], strokes);
-}
-
-bool isRuleOfReturned(std::string_view line) {
-    if (!isRule(line)) return false;
-    const std::size_t begin = line.find_first_not_of("-=_*~#+<>|8: ");
-    if (begin == npos) return false;
-    const std::string_view words = line.substr(begin);
-    return std::ranges::any_of(
-        ruleWords, [&](std::string_view known) { return ascii::startsWithNoCase(words, known); });
 }
 
 }  // namespace bouncecheck

@@ -68,11 +68,4 @@ private:
     Kind kind_;
 };
 
-/// Whether `line`, without white space around it, is drawn as a rule, with or without words:
-/// "-----", "=== cut ===".
-bool isRule(std::string_view line);
-
-/// Whether `line` is a rule whose words say that the returned message begins there.
-bool isRuleOfReturned(std::string_view line);
-
 }  // namespace bouncecheck

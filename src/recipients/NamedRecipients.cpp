@@ -5,6 +5,7 @@
 
 #include <bouncecheck/Limits.h>
 #include "reasons/ReasonFinder.h"
+#include "recipients/CueSearch.h"
 #include "text/Ascii.h"
 #include "text/Utf8.h"
 

@@ -1,57 +1,21 @@
 #include "recipients/Notice.h"
 
 #include <algorithm>
-#include <array>
-#include <span>
 
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
 #include "mime/HtmlText.h"
 #include "mime/LineEnds.h"
 #include "mime/ReportTypes.h"
-#include "phrases/CompiledMatcher.h"
+#include "recipients/CueSearch.h"
+#include "recipients/DrawnRule.h"
 #include "recipients/HeaderRun.h"
-#include "recipients/LineShape.h"
-#include "recipients/tables/NoticeCues.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 #include "text/Utf8.h"
 
 namespace bouncecheck {
 namespace {
-
-constexpr const phrases::Matcher& cueMatcher =
-    phrases::CompiledMatcher<noticeCues, &NoticeCue::phrase>::matcher;
-
-constexpr auto cues = [] {
-    std::array<Cue, noticeCues.size()> all{};
-    std::ranges::transform(noticeCues, all.begin(), &NoticeCue::cue);
-    return all;
-}();
-
-/// Receives the phrases that a pass over lines finds.
-class CueCollector {
-public:
-    /// `lines` are in the order in which they stand in the text, which begins at `begin`.
-    CueCollector(std::span<Notice::Line> lines, const char* begin) : lines_(lines), begin_(begin) {}
-
-    bool wants(std::size_t phrase, std::size_t at) {
-        return !lineAt(begin_ + at).has(cues[phrase]);
-    }
-    void onFound(std::size_t phrase, std::size_t at) { lineAt(begin_ + at).cues.add(cues[phrase]); }
-
-private:
-    /// Places come nearly in their order, so the line is seldom far from the last one.
-    Notice::Line& lineAt(const char* place) {
-        while (last_ + 1 < lines_.size() && lines_[last_ + 1].text.data() <= place) ++last_;
-        while (lines_[last_].text.data() > place) --last_;
-        return lines_[last_];
-    }
-
-    std::span<Notice::Line> lines_;
-    const char* begin_;
-    std::size_t last_ = 0;
-};
 
 bool isOwnType(std::string_view type) {
     return !isOfKind(type, ReportKind::delivery, ReportKind::complaint, ReportKind::receipt,
@@ -95,8 +59,6 @@ void appendTexts(const Entity& entity, std::string& text) {
 
 }  // namespace
 
-bool Notice::Line::isBlank() const noexcept { return ascii::trim(text).empty(); }
-
 Notice::Notice(const Entity& message) {
     appendTexts(message, whole_);
     if (ascii::trim(whole_).empty()) {
@@ -105,9 +67,9 @@ Notice::Notice(const Entity& message) {
         if (html) append(whole_, htmlToText(wholeWords(html->body().view(), 4 * limits::notice)));
     }
     const std::size_t header = divide();
-    findCues();
+    if (!lines_.empty()) findCues(lines_);
     cut(std::min(header, announced()));
-    for (const Line& line : lines_) cues_.join(line.cues);
+    for (const NoticeLine& line : lines_) cues_.join(line.cues);
 }
 
 /// Divides the text into lines, up to where the third field of a returned message's header is
@@ -128,21 +90,12 @@ std::size_t Notice::divide() {
     return lines_.size();
 }
 
-void Notice::findCues() {
-    if (lines_.empty()) return;
-    const std::string_view last = lines_.back().text;
-    const char* const begin = whole_.data();
-    CueCollector collector(lines_, begin);
-    const auto length = static_cast<std::size_t>(last.data() + last.size() - begin);
-    cueMatcher.scan(std::string_view(begin, length), collector);
-}
-
 /// The line that announces the returned message behind words about a failure; the number of
 /// lines without one.
 std::size_t Notice::announced() const {
     bool hasWords = false;
     for (std::size_t i = 0; i < lines_.size(); ++i) {
-        const Line& line = lines_[i];
+        const NoticeLine& line = lines_[i];
         if (hasWords && announces(i)) return i;
         hasWords = hasWords || line.cues.haveTrouble();
     }
@@ -151,7 +104,7 @@ std::size_t Notice::announced() const {
 
 /// Whether line number `i` announces the returned message.
 bool Notice::announces(std::size_t i) const {
-    const Line& line = lines_[i];
+    const NoticeLine& line = lines_[i];
     if (line.has(Cue::returned)) return beginsReturned(i);
     return !line.cues.haveTrouble() && isRuleOfReturned(ascii::trimLeft(line.text));
 }
@@ -182,13 +135,6 @@ void Notice::cut(std::size_t line) {
     if (begin < lines_.size()) returned_ = text_.substr(placeOf(begin));
     text_ = text_.substr(0, placeOf(line));
     lines_.resize(line);
-}
-
-Cues cuesIn(std::string_view text) {
-    Notice::Line line{.text = text};
-    CueCollector collector({&line, 1}, text.data());
-    cueMatcher.scan(text, collector);
-    return line.cues;
 }
 
 }  // namespace bouncecheck

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "recipients/Cues.h"
+#include "recipients/NoticeLine.h"
 
 namespace bouncecheck {
 
@@ -22,19 +23,8 @@ public:
     Notice(const Notice&) = delete;
     Notice& operator=(const Notice&) = delete;
 
-    struct Line {
-        /// Without its line end.
-        std::string_view text;
-        Cues cues{};
-        /// Whether it is a field of a header, or the fold of one.
-        bool isOfHeader = false;
-
-        bool isBlank() const noexcept;
-        bool has(Cue cue) const noexcept { return cues.has(cue); }
-    };
-
     /// The lines in front of the returned message.
-    const std::vector<Line>& lines() const noexcept { return lines_; }
+    const std::vector<NoticeLine>& lines() const noexcept { return lines_; }
     /// Those of all these lines.
     Cues cues() const noexcept { return cues_; }
     /// All that they are, as it stands.
@@ -44,7 +34,6 @@ public:
 
 private:
     std::size_t divide();
-    void findCues();
     std::size_t announced() const;
     bool announces(std::size_t line) const;
     bool beginsReturned(std::size_t line) const;
@@ -53,11 +42,8 @@ private:
     std::string whole_;
     std::string_view text_;
     std::string_view returned_;
-    std::vector<Line> lines_;
+    std::vector<NoticeLine> lines_;
     Cues cues_;
 };
-
-/// The cues of `text`, which is one line.
-Cues cuesIn(std::string_view text);
 
 }  // namespace bouncecheck

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "mime/Entity.h"
-#include "recipients/Notice.h"
+#include "recipients/CueSearch.h"
 #include "recipients/tables/Origins.h"
 #include "text/Ascii.h"
 #include "text/Search.h"

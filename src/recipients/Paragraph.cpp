@@ -3,15 +3,16 @@
 #include <cstddef>
 
 #include "reasons/ReasonFinder.h"
+#include "recipients/CueSearch.h"
 #include "recipients/Sentence.h"
 #include "text/Ascii.h"
 
 namespace bouncecheck {
 
-Paragraph::Paragraph(std::span<const Notice::Line> lines) {
+Paragraph::Paragraph(std::span<const NoticeLine> lines) {
     const char* const begin = lines.front().text.data();
     const char* end = begin;
-    for (const Notice::Line& line : lines) {
+    for (const NoticeLine& line : lines) {
         if (line.isBlank()) break;
         cues_.join(line.cues);
         end = line.text.data() + line.text.size();
@@ -19,7 +20,7 @@ Paragraph::Paragraph(std::span<const Notice::Line> lines) {
     text_ = std::string_view(begin, static_cast<std::size_t>(end - begin));
 }
 
-std::string_view Paragraph::from(const Notice::Line& line) const {
+std::string_view Paragraph::from(const NoticeLine& line) const {
     return text_.substr(static_cast<std::size_t>(line.text.data() - text_.data()));
 }
 

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "recipients/Cues.h"
-#include "recipients/Notice.h"
+#include "recipients/NoticeLine.h"
 
 namespace bouncecheck {
 
@@ -15,11 +15,11 @@ class Paragraph {
 public:
     Paragraph() = default;
     /// The first of `lines`, which are not empty.
-    explicit Paragraph(std::span<const Notice::Line> lines);
+    explicit Paragraph(std::span<const NoticeLine> lines);
 
     Cues cues() const noexcept { return cues_; }
     /// What it says from one of its lines on.
-    std::string_view from(const Notice::Line& line) const;
+    std::string_view from(const NoticeLine& line) const;
     /// Whether it says that something was not delivered, or why not.
     bool reportsFailure() const;
 

@@ -129,8 +129,8 @@ private:
 
     /// The fields of a delivery status that stand in the text.
     void readReportInText() {
-        const std::vector<Notice::Line>& lines = reading_.notice().lines();
-        const auto isStart = [](const Notice::Line& line) {
+        const std::vector<NoticeLine>& lines = reading_.notice().lines();
+        const auto isStart = [](const NoticeLine& line) {
             return ascii::startsWithNoCase(line.text, "Final-Recipient:") ||
                    ascii::startsWithNoCase(line.text, "Original-Recipient:");
         };

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "recipients/tables/NoticeLabels.h"
+#include "recipients/tables/LineMarks.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
 #include "text/Utf8.h"

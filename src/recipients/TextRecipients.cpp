@@ -7,7 +7,9 @@
 
 #include "mime/AddressSpans.h"
 #include "reasons/ReasonFinder.h"
+#include "recipients/CueSearch.h"
 #include "recipients/Dialogue.h"
+#include "recipients/DrawnRule.h"
 #include "recipients/LineBefore.h"
 #include "recipients/LineShape.h"
 #include "recipients/NamedRecipients.h"
@@ -35,7 +37,7 @@ public:
 
 private:
     void readLine(std::size_t number) {
-        const Notice::Line& line = notice_.lines()[number];
+        const NoticeLine& line = notice_.lines()[number];
         const std::string_view text = ascii::trim(line.text);
         if (text.empty()) {
             endParagraph();
@@ -68,7 +70,7 @@ private:
 
     /// Reads the addresses of a line; false where none of them is a recipient's, so that the
     /// line may be said of the one before.
-    bool readAddresses(const Notice::Line& line) {
+    bool readAddresses(const NoticeLine& line) {
         if (line.text.find('@') == npos) return false;
         const LineShape shape(line.text, findAddresses(line.text));
         if (shape.spans().empty()) return false;
@@ -97,13 +99,13 @@ private:
 
     /// Whether `line` goes on about the recipient whose lines are being read, rather than
     /// naming another.
-    bool continuesOpen(const Notice::Line& line, std::string_view address) const {
+    bool continuesOpen(const NoticeLine& line, std::string_view address) const {
         if (!open_) return false;
         if (ascii::equalsNoCase(openRecipient().address, address)) return true;
         return open_->hasWords && !open_->isIntroduced && indentOf(line.text) > open_->indent;
     }
 
-    bool readAlone(const Notice::Line& line, const LineShape& shape) {
+    bool readAlone(const NoticeLine& line, const LineShape& shape) {
         if (before_.tellsContact() || followsSender(shape) || line.has(Cue::sender)) return true;
         if (continuesOpen(line, shape.first())) return false;
         // The heading of the first address is that of the list.
@@ -127,7 +129,7 @@ private:
 
     /// Below a heading, or among others of a list, a name and an address stand for a recipient;
     /// elsewhere they may be a signature.
-    bool readNamed(const Notice::Line& line, const LineShape& shape) {
+    bool readNamed(const NoticeLine& line, const LineShape& shape) {
         const bool isNext =
             namedIndent_ == indentOf(line.text) && (open_ || explains(before_.text()));
         const bool hasHeading = before_.reportsFailure() && before_.text().ends_with(':');
@@ -141,7 +143,7 @@ private:
         return true;
     }
 
-    bool readLeading(const Notice::Line& line, const LineShape& shape) {
+    bool readLeading(const NoticeLine& line, const LineShape& shape) {
         if (continuesOpen(line, shape.first())) return false;
         // The sender's own may begin a line where the one before was wrapped.
         const bool isOfSender =
@@ -156,7 +158,7 @@ private:
     }
 
     /// "550 5.1.1 <a@b.example>... User unknown"
-    bool readReply(const Notice::Line& line, const LineShape& shape) {
+    bool readReply(const NoticeLine& line, const LineShape& shape) {
         const std::string_view address = shape.first();
         const std::optional<std::size_t> known = named_.find(address);
         if (open_ && open_->hasWords && (!known || known == open_->recipient)) return false;
@@ -171,7 +173,7 @@ private:
         return true;
     }
 
-    bool readLabelled(const Notice::Line& line, const LineShape& shape) {
+    bool readLabelled(const NoticeLine& line, const LineShape& shape) {
         switch (shape.label()) {
             case LabelKind::other: return false;
             case LabelKind::unlisted:
@@ -219,7 +221,7 @@ private:
         return true;
     }
 
-    void readSentence(const Notice::Line& line, const LineShape& shape) {
+    void readSentence(const NoticeLine& line, const LineShape& shape) {
         if (open_ || !paragraph_.reportsFailure()) return;
         // A sentence goes on in the next line.
         const std::string_view restOfParagraph = paragraph_.from(line);
@@ -251,13 +253,13 @@ private:
     }
 
     /// Whether the sentence around the first address tells whom to write to.
-    static bool tellsContact(const Notice::Line& line, const LineShape& shape) {
+    static bool tellsContact(const NoticeLine& line, const LineShape& shape) {
         if (!line.has(Cue::contact)) return false;
         return cuesIn(sentenceOf(line.text, shape.spans().front())).has(Cue::contact);
     }
 
     /// From here on, lines are said of `address`.
-    void openBlock(const Notice::Line& line, std::string_view address) {
+    void openBlock(const NoticeLine& line, std::string_view address) {
         const bool isNext = open_ && !open_->hasWords && !open_->isListClosed;
         const std::optional<std::size_t> recipient = named_.add(Tier::stated, address);
         const bool isListed = isNext && recipient != open_->recipient;

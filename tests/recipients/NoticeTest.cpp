@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <bouncecheck/Limits.h>
+#include "recipients/CueSearch.h"
 #include "recipients/Notice.h"
 #include "recipients/Origin.h"
 #include "support/Notices.h"

@@ -27,29 +27,6 @@ struct NoticeLabel {
     std::string_view label;
 };
 
-/// Marks that are not ASCII and may stand around an address that is alone on a line: bullets,
-/// blanks, quotation marks, and the colon that Chinese and Japanese texts have.
-inline constexpr std::string_view wideColon = "：";
-inline constexpr std::string_view wideStop = "。";
-/// Chinese sentences go on behind it as others do behind a stop.
-inline constexpr std::string_view wideComma = "，";
-inline constexpr auto wideMarks = std::to_array<std::string_view>({"•", "·", "　", "\u00A0", "«", "»", "“", "”", "„", wideColon});
-
-/// Words in front of the address of a sender, or of whom a text greets.
-inline constexpr auto senderWords = std::to_array<std::string_view>(
-    {"from", "by", "message", "message-id", "sender", "hello", "hi", "dear", "contact", "ask", "write", "at", "cc", "von", "de", "par",
-     "l'expéditeur", "por", "da", "van", "od", "från", "fra", "от"});
-
-/// Words in front of one of those, in small letters, that make the address a recipient's: "la
-/// cuenta de a@b.example".
-inline constexpr auto ownedWords = std::to_array<std::string_view>(
-    {"destination", "boîte", "boite", "lettres", "messagerie", "adresse", "compte", "cuenta", "buzón", "buzon", "dirección", "direccion",
-     "conta", "caixa", "postal", "endereço", "endereco", "postfach", "konto", "mailbox", "postvak", "brievenbus", "account"});
-
-/// What stands between the last two addresses of a list.
-inline constexpr auto joiningWords = std::to_array<std::string_view>(
-    {"and", "und", "et", "y", "e", "en", "och", "og", "и", "i"});
-
 /// Labels that are not here are judged by what they say.
 inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::recipient, "address"},
