@@ -7,6 +7,7 @@
 
 #include "mime/AddressSpans.h"
 #include "reasons/ReasonFinder.h"
+#include "recipients/AddressLines.h"
 #include "recipients/CueSearch.h"
 #include "recipients/Dialogue.h"
 #include "recipients/DrawnRule.h"
@@ -14,6 +15,7 @@
 #include "recipients/LineShape.h"
 #include "recipients/NamedRecipients.h"
 #include "recipients/Paragraph.h"
+#include "recipients/RecipientBlock.h"
 #include "recipients/Sentence.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -53,7 +55,7 @@ private:
             lastParagraphCues_ = paragraph_.cues();
             paragraph_ = Paragraph(std::span(notice_.lines()).subspan(number));
         }
-        wasAlone_ = std::exchange(isAlone_, false);
+        alone_.nextLine();
         if (dialogue_.read(text)) return;
         if (!readAddresses(line)) addWords(text);
         before_.replace(text, line.cues, !beginsParagraph_);
@@ -61,11 +63,7 @@ private:
 
     void endParagraph() {
         inParagraph_ = false;
-        if (!open_) return;
-        open_->isListClosed = true;
-        open_->isIntroduced = open_->hasWords;
-        // "The error was:" and a blank line introduce what is said.
-        if (open_->hasWords && !before_.isIntroduction()) open_.reset();
+        if (open_ && !open_->goesOnBehindBlank(before_.isIntroduction())) open_.reset();
     }
 
     /// Reads the addresses of a line; false where none of them is a recipient's, so that the
@@ -91,6 +89,12 @@ private:
                lastParagraphCues_.has(Cue::failure) && !lastParagraphCues_.has(Cue::contact);
     }
 
+    /// Whether the line before, or its paragraph, announces recipients.
+    bool isAnnounced() const {
+        return before_.reportsFailure() || explains(before_.text()) || followsReport() ||
+               before_.endsLongHeading();
+    }
+
     /// Whether the line before says that the address below is the sender's.
     bool followsSender(const LineShape& shape) const {
         return before_.isAboutSender() &&
@@ -101,28 +105,22 @@ private:
     /// naming another.
     bool continuesOpen(const NoticeLine& line, std::string_view address) const {
         if (!open_) return false;
-        if (ascii::equalsNoCase(openRecipient().address, address)) return true;
-        return open_->hasWords && !open_->isIntroduced && indentOf(line.text) > open_->indent;
+        return ascii::equalsNoCase(openRecipient().address, address) ||
+               open_->isContinuedAt(indentOf(line.text));
     }
 
     bool readAlone(const NoticeLine& line, const LineShape& shape) {
         if (before_.tellsContact() || followsSender(shape) || line.has(Cue::sender)) return true;
         if (continuesOpen(line, shape.first())) return false;
-        // The heading of the first address is that of the list.
-        if (!wasAlone_) {
-            isLone_ = !before_.reportsFailure() && !explains(before_.text()) && !followsReport() &&
-                      !before_.endsLongHeading();
-            heading_ = before_.heading();
-        }
-        isAlone_ = true;
+        if (alone_.take()) alone_.setHeading(before_.heading(), !isAnnounced());
         for (const AddressSpan& span : shape.spans()) {
             const std::size_t known = stated().size();
             openBlock(line, span.in(line.text));
             const bool isNew = stated().size() > known;
             if (!isNew) continue;
-            openRecipient().isLone = isLone_;
-            named_.head(open_->recipient, heading_);
-            if (isLone_ && isBelowRule_) named_.noteBelowRule();
+            openRecipient().isLone = alone_.areLone();
+            named_.head(open_->recipient, alone_.heading());
+            if (alone_.areLone() && isBelowRule_) named_.noteBelowRule();
         }
         return true;
     }
@@ -176,49 +174,64 @@ private:
     bool readLabelled(const NoticeLine& line, const LineShape& shape) {
         switch (shape.label()) {
             case LabelKind::other: return false;
-            case LabelKind::unlisted:
-                if (line.has(Cue::sender) || tellsContact(line, shape)) return false;
-                // "550 Blocked sender: me@own.example"
-                if (!stated().empty() && others_.isAddressee(shape.first())) return false;
-                if (!line.has(Cue::failure) && !explains(line.text)) {
-                    readSentence(line, shape);
-                    return false;
-                }
-                break;
             case LabelKind::addressee: named_.add(Tier::addressee, shape.first()); return false;
             case LabelKind::original:
             case LabelKind::alias:
-                if (open_ && !open_->isOriginal && !open_->isListed) {
-                    replaceOpen(shape);
-                    return true;
-                }
-                break;
+                if (!open_ || !open_->mayBeSentOn()) break;
+                replaceOpen(shape);
+                return true;
             case LabelKind::recipient:
-                if (line.has(Cue::sender) || tellsContact(line, shape)) return false;
+                if (isOfOther(line, shape)) return false;
                 break;
+            case LabelKind::unlisted:
+                // "550 Blocked sender: me@own.example"
+                if (isOfOther(line, shape) ||
+                    (!stated().empty() && others_.isAddressee(shape.first()))) {
+                    return false;
+                }
+                if (line.has(Cue::failure) || explains(line.text)) break;
+                readSentence(line, shape);
+                return false;
         }
-        if (open_ && !ascii::equalsNoCase(openRecipient().address, shape.first()) &&
-            shape.isCommand()) {
-            // The mail was sent on, and failed there.
-            std::string& final = openRecipient().finalAddress;
-            const bool isOwn = others_.isAddressee(shape.first()) || others_.isOther(shape.first());
-            if (final.empty() && !isOwn) final = shape.first();
+        if (isSentOn(shape)) {
+            noteSentOn(shape.first());
             return false;
         }
         if (continuesOpen(line, shape.first())) return false;
-        for (const AddressSpan& span : shape.labelledSpans()) {
-            openBlock(line, span.in(line.text));
-        }
-        if (open_) {
-            const bool isAlias = shape.label() == LabelKind::alias;
-            open_->isOriginal = isAlias || shape.label() == LabelKind::original;
-            if (isAlias) openRecipient().isAlias = true;
-        }
+        openLabelled(line, shape);
         // "User not found: a@b.example"
         const bool isReason = explains(line.text.substr(0, shape.spans().front().begin));
         addWords(isReason ? ascii::trim(line.text)
                           : shape.restBehind(shape.labelledSpans().back()));
         return true;
+    }
+
+    /// Whether a label is in front of a sender's address, or of one to write to.
+    static bool isOfOther(const NoticeLine& line, const LineShape& shape) {
+        return line.has(Cue::sender) || tellsContact(line, shape);
+    }
+
+    /// Whether the command in the line tells that the mail of another one, whose lines are being
+    /// read, was sent on, and failed there.
+    bool isSentOn(const LineShape& shape) const {
+        return open_ && shape.isCommand() &&
+               !ascii::equalsNoCase(openRecipient().address, shape.first());
+    }
+
+    void noteSentOn(std::string_view address) {
+        std::string& final = openRecipient().finalAddress;
+        const bool isOwn = others_.isAddressee(address) || others_.isOther(address);
+        if (final.empty() && !isOwn) final = address;
+    }
+
+    void openLabelled(const NoticeLine& line, const LineShape& shape) {
+        for (const AddressSpan& span : shape.labelledSpans()) {
+            openBlock(line, span.in(line.text));
+        }
+        if (!open_) return;
+        const bool isAlias = shape.label() == LabelKind::alias;
+        open_->isOriginal = isAlias || shape.label() == LabelKind::original;
+        if (isAlias) openRecipient().isAlias = true;
     }
 
     void readSentence(const NoticeLine& line, const LineShape& shape) {
@@ -260,7 +273,7 @@ private:
 
     /// From here on, lines are said of `address`.
     void openBlock(const NoticeLine& line, std::string_view address) {
-        const bool isNext = open_ && !open_->hasWords && !open_->isListClosed;
+        const bool isNext = open_ && open_->isOpenList();
         const std::optional<std::size_t> recipient = named_.add(Tier::stated, address);
         const bool isListed = isNext && recipient != open_->recipient;
         open_.reset();
@@ -291,21 +304,7 @@ private:
     NamedRecipients named_{others_};
     Dialogue dialogue_{named_, others_};
 
-    /// Lines that are said of one recipient.
-    struct Block {
-        std::size_t recipient;
-        std::size_t indent;
-        /// Whether the mail was for them at first.
-        bool isOriginal = false;
-        bool hasWords = false;
-        /// Whether a blank line has followed words that introduce more of them.
-        bool isIntroduced = false;
-        /// Whether another address stands directly in front of it, of which nothing is said.
-        bool isListed = false;
-        /// Whether a blank line has followed.
-        bool isListClosed = false;
-    };
-    std::optional<Block> open_;
+    std::optional<RecipientBlock> open_;
     /// The indent of the last recipient who stands there by name.
     std::optional<std::size_t> namedIndent_;
     bool inParagraph_ = false;
@@ -314,16 +313,10 @@ private:
     /// Whether a rule was drawn below words about a recipient.
     bool isBelowRule_ = false;
     Paragraph paragraph_;
-    /// Those of the one before.
+    /// Those of the paragraph before.
     Cues lastParagraphCues_;
     LineBefore before_;
-    /// Whether this line, and the one before that was not blank, have only addresses.
-    bool isAlone_ = false;
-    bool wasAlone_ = false;
-    /// Whether the list of such lines that is being read has no heading.
-    bool isLone_ = false;
-    /// That heading, where it says why mail failed.
-    std::string_view heading_;
+    AddressLines alone_;
 };
 
 }  // namespace
