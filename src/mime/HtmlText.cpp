@@ -27,13 +27,8 @@ constexpr std::string_view blockElements[] = {
 static_assert(std::ranges::is_sorted(blockElements));
 
 /// Those of the names of elements.
-constexpr ByteSet nameBytes = [] {
-    ByteSet set(":-");
-    for (int c = 0; c < 128; ++c) {
-        if (ascii::isAlnum(static_cast<char>(c))) set.add(static_cast<char>(c));
-    }
-    return set;
-}();
+constexpr ByteSet nameBytes =
+    bytesWhere([](char c) { return ascii::isAlnum(c) || ascii::isOneOf(c, ":-"); });
 
 /// What begins something else than text.
 constexpr ByteSet markup("<&");

@@ -69,14 +69,6 @@ std::size_t codesLength(std::string_view text, std::size_t at, bool beginsLine) 
     return code + 1 + status;
 }
 
-constexpr ByteSet bytesWhere(bool (*holds)(char)) {
-    ByteSet set("");
-    for (int byte = 0; byte < 256; ++byte) {
-        if (holds(static_cast<char>(byte))) set.add(static_cast<char>(byte));
-    }
-    return set;
-}
-
 /// ASCII only: Chinese and Japanese put no blanks around an address.
 constexpr ByteSet atomBytes = bytesWhere(
     [](char c) { return ascii::isAlnum(c) || ascii::isOneOf(c, "!#$%&'*+-/=?^_`{|}~."); });

@@ -5,6 +5,7 @@
 
 #include "reasons/tables/TopicWords.h"
 #include "text/Ascii.h"
+#include "text/ByteSet.h"
 
 namespace bouncecheck {
 namespace {
@@ -21,22 +22,27 @@ bool isName(std::string_view token) noexcept {
     return token.find("://") != std::string_view::npos;
 }
 
+constexpr ByteSet wordBytes = bytesWhere(ascii::isAlnum);
+/// What the words of the table begin with.
+constexpr ByteSet wordStarts = bytesWhere([](char c) {
+    return std::ranges::any_of(
+        topicWords, [&](const PhraseRow& row) { return row.phrase[0] == ascii::toLower(c); });
+});
+
 const PhraseRow* rowOf(std::string_view word) noexcept {
+    if (word.empty() || !wordStarts.contains(word[0])) return nullptr;
     const auto* row = std::ranges::find_if(topicWords, [&](const PhraseRow& known) {
         return ascii::equalsNoCase(known.phrase, word);
     });
     return row == std::end(topicWords) ? nullptr : row;
 }
 
-/// Calls `visit(part, at)` for the stretches of `text` for whose bytes `holds` is true.
-template <class Holds, class Visit>
-void forEachPart(std::string_view text, Holds holds, Visit visit) {
-    for (std::size_t at = 0; at < text.size();) {
-        std::size_t end = at;
-        while (end < text.size() && holds(text[end])) ++end;
-        if (end > at) visit(text.substr(at, end - at), at);
-        at = end + 1;
-    }
+/// What stands around the byte `at` of `text` without a blank.
+std::string_view tokenAt(std::string_view text, std::size_t at) noexcept {
+    std::size_t begin = at;
+    while (begin > 0 && !ascii::isSpace(text[begin - 1])) --begin;
+    while (at < text.size() && !ascii::isSpace(text[at])) ++at;
+    return text.substr(begin, at - begin);
 }
 
 }  // namespace
@@ -46,19 +52,20 @@ std::span<const PhraseRow> allTopicWords() noexcept { return topicWords; }
 std::optional<Topic> topicOf(std::string_view text) noexcept {
     const PhraseRow* best = nullptr;
     std::size_t place = 0;
-    const auto visitWord = [&](std::string_view word, std::size_t at) {
-        const PhraseRow* row = rowOf(word);
-        if (!row || (best && row >= best)) return;
-        best = row;
-        place = at;
-    };
-    const auto visitToken = [&](std::string_view token, std::size_t at) {
-        if (isName(token)) return;
-        forEachPart(token, ascii::isAlnum,
-                    [&](std::string_view word, std::size_t in) { visitWord(word, at + in); });
-    };
-    forEachPart(
-        text, [](char c) { return !ascii::isSpace(c); }, visitToken);
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = lengthOf(wordBytes, text.substr(at));
+        const PhraseRow* row = rowOf(text.substr(at, length));
+        if (row && (!best || row < best)) {
+            const std::string_view token = tokenAt(text, at);
+            if (isName(token)) {
+                at = static_cast<std::size_t>(token.data() + token.size() - text.data());
+                continue;
+            }
+            best = row;
+            place = at;
+        }
+        at += length + 1;
+    }
     return best ? std::optional(Topic{*best, place}) : std::nullopt;
 }
 

@@ -22,6 +22,15 @@ private:
     std::array<bool, 256> holds_{};
 };
 
+/// The bytes for which `holds` is true.
+constexpr ByteSet bytesWhere(bool (*holds)(char)) {
+    ByteSet set("");
+    for (int byte = 0; byte < 256; ++byte) {
+        if (holds(static_cast<char>(byte))) set.add(static_cast<char>(byte));
+    }
+    return set;
+}
+
 /// How many bytes of `text` stand before the first of `set`; all when there is none. Over
 /// stretches of text, `find_first_of` takes several times as long.
 constexpr std::size_t lengthBefore(const ByteSet& set, std::string_view text) noexcept {
