@@ -69,7 +69,7 @@ std::string withLowerDomain(std::string_view address) {
     return std::string(address.substr(0, domain)) + ascii::lowerCase(address.substr(domain));
 }
 
-std::string domainOf(std::string_view address) {
+std::string countedDomainOf(std::string_view address) {
     const std::size_t at = address.rfind('@');
     if (at == std::string_view::npos) return {};
     const std::string_view domain = address.substr(at + 1);

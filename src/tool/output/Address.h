@@ -21,6 +21,6 @@ std::string withLowerDomain(std::string_view address);
 
 /// What is behind the last "@", in lower case, without what mail leaves there; as the page
 /// counts it. "" where there is none.
-std::string domainOf(std::string_view address);
+std::string countedDomainOf(std::string_view address);
 
 }  // namespace bouncecheck

@@ -71,7 +71,7 @@ public:
         ++messages_;
         ++types_[message.type];
         labels_.add(std::string(message.label()));
-        domains_.add(domainOf(message.address));
+        domains_.add(countedDomainOf(message.address));
         phrases_.add(message.match.phrase);
     }
 
