@@ -1,35 +1,23 @@
 #include "tool/RecipientFilter.h"
 
 #include <algorithm>
-#include <stdexcept>
-#include <string>
 
-#include "text/Ascii.h"
-#include "text/Search.h"
+#include "tool/NameList.h"
 
 namespace bouncecheck {
 namespace {
 
-/// The bits of the names in a list, with commas between.
-template <class Named, class All>
-std::bitset<32> parse(std::string_view names, std::string_view what, Named named, All all) {
-    std::bitset<32> wanted;
-    for (;;) {
-        const std::size_t comma = names.find(',');
-        const std::string_view name = ascii::trim(names.substr(0, comma));
+/// Keeps in `kept` what a list names, with the values that `named` gives for its names.
+template <class Set, class Named, class Meanings>
+void keep(Set& kept, std::string_view names, std::string_view what, const Meanings& meanings,
+          Named named) {
+    Set wanted;
+    forEachName(names, what, meanings, [&](std::string_view name) {
         const auto value = named(name);
-        if (!value) {
-            std::string problem =
-                "no " + std::string(what) + " is named \"" + std::string(name) + "\"; there are";
-            for (const auto& meaning : all) {
-                if (!meaning.name.empty()) problem.append(" ").append(meaning.name);
-            }
-            throw std::invalid_argument(problem);
-        }
-        wanted.set(static_cast<std::size_t>(*value));
-        if (comma == npos) return wanted;
-        names.remove_prefix(comma + 1);
-    }
+        if (value) wanted.set(static_cast<std::size_t>(*value));
+        return value.has_value();
+    });
+    kept &= wanted;
 }
 
 }  // namespace
@@ -40,11 +28,11 @@ RecipientFilter::RecipientFilter() {
 }
 
 void RecipientFilter::keepReasons(std::string_view names) {
-    reasons_ &= parse(names, "reason", reasonNamed, allReasons());
+    keep(reasons_, names, "reason", allReasons(), reasonNamed);
 }
 
 void RecipientFilter::keepAdvices(std::string_view names) {
-    advices_ &= parse(names, "advice", adviceNamed, allAdvices());
+    keep(advices_, names, "advice", allAdvices(), adviceNamed);
 }
 
 bool RecipientFilter::wants(const Recipient& recipient) const {

@@ -1,33 +1,25 @@
 #include "tool/TypeFilter.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <string>
 
 #include <bouncecheck/BounceType.h>
-#include "text/Ascii.h"
+#include "tool/NameList.h"
 
 namespace bouncecheck {
 
 TypeFilter::Types TypeFilter::parse(std::string_view types) {
     Types parsed;
-    for (;;) {
-        const std::size_t comma = types.find(',');
-        const std::string_view wanted = ascii::trim(types.substr(0, comma));
-        const auto known = std::ranges::find_if(allVerdictTypes(), [&](const VerdictType& help) {
-            return wanted == bounceTypeName(help.type) || wanted == std::to_string(help.type);
+    const auto all = allVerdictTypes();
+    forEachName(types, "verdict", all, [&](std::string_view wanted) {
+        const auto known = std::ranges::find_if(all, [&](const VerdictType& type) {
+            return wanted == type.name || wanted == std::to_string(type.type);
         });
-        if (known == allVerdictTypes().end()) {
-            std::string problem = "no verdict is named \"" + std::string(wanted) + "\"; there are";
-            for (const VerdictType& help : allVerdictTypes()) {
-                problem.append(" ").append(bounceTypeName(help.type));
-            }
-            throw std::invalid_argument(problem);
-        }
+        if (known == all.end()) return false;
         parsed.set(static_cast<std::size_t>(known->type));
-        if (comma == std::string_view::npos) return parsed;
-        types.remove_prefix(comma + 1);
-    }
+        return true;
+    });
+    return parsed;
 }
 
 }  // namespace bouncecheck

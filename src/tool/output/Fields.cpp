@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <stdexcept>
 
 #include <bouncecheck/BounceType.h>
 #include "text/Ascii.h"
+#include "tool/NameList.h"
 #include "tool/output/Address.h"
 #include "tool/output/Evidence.h"
 #include "tool/sources/Place.h"
@@ -127,19 +127,13 @@ std::span<const Field> allFields() noexcept { return fields; }
 
 std::vector<const Field*> parseFields(std::string_view names) {
     std::vector<const Field*> chosen;
-    for (;;) {
-        const std::size_t comma = names.find(',');
-        const std::string_view name = ascii::trim(names.substr(0, comma));
+    forEachName(names, "field", fields, [&](std::string_view name) {
         const auto field = std::ranges::find(fields, name, &Field::name);
-        if (field == std::end(fields)) {
-            std::string problem = "no field is named \"" + std::string(name) + "\"; there are";
-            for (const Field& known : fields) problem.append(" ").append(known.name);
-            throw std::invalid_argument(problem);
-        }
+        if (field == std::end(fields)) return false;
         chosen.push_back(&*field);
-        if (comma == std::string_view::npos) return chosen;
-        names.remove_prefix(comma + 1);
-    }
+        return true;
+    });
+    return chosen;
 }
 
 void addWanted(std::span<const Field* const> chosen, Wanted& wanted) {
