@@ -214,7 +214,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string bytes(Input(data, size).rest());
     // A path is not less hostile than a message.
     const std::string path = bytes.substr(0, bytes.find('\n'));
-    Classified message = asRead({.source = path, .inMailbox = true, .bytes = bytes});
+    Classified message = asRead({.place = {.source = path, .inMailbox = true}, .bytes = bytes});
     ToolClassifier(all).classify(message);
     require(message.problem.empty(), "every message has a verdict");
 

@@ -9,7 +9,6 @@
 #include "fuzz/Require.h"
 #include "fuzz/StepStream.h"
 #include "tool/sources/FileReader.h"
-#include "tool/sources/Place.h"
 
 namespace bouncecheck::fuzz {
 namespace {
@@ -22,7 +21,7 @@ std::string reportOf(std::string_view text, std::size_t step) {
     std::string all;
     const SourceOptions options{.maxMessageSize = mostBytes};
     const OnMessage onMessage = [&](SourceMessage message) {
-        all += placeOf(message.source, message.index, message.inMailbox) + message.bytes + '\n';
+        all += message.place.text() + message.bytes + '\n';
     };
     const OnProblem onProblem = [&](std::string_view source, std::string_view reason) {
         require(!reason.empty(), "a problem has a reason");

@@ -44,7 +44,7 @@ void print(std::string message, const Form& form) {
     std::ostream out(&nowhere);
     const std::unique_ptr<Output> output = form.make(out);
     ToolClassifier classifier(output->wanted());
-    Classified result = asRead({.source = "-", .bytes = std::move(message)});
+    Classified result = asRead({.place = {.source = "-"}, .bytes = std::move(message)});
     classifier.classify(result);
     if (!result.problem.empty()) throw std::runtime_error(std::string(result.problem));
     output->show(result);

@@ -53,9 +53,7 @@ int Batch::run() {
                        Classified& message) { classifier->classify(message); };
         },
         [this](const Classified& message) { show(message); },
-        [this](std::string_view source, std::string_view reason) {
-            noteProblem(source, 0, reason);
-        });
+        [this](std::string_view source, std::string_view reason) { noteProblem(source, reason); });
     progress_.clear();
     output_->finish();
     if (page_) page_->finish();
@@ -68,7 +66,7 @@ int Batch::run() {
 void Batch::show(const Classified& message) {
     progress_.update(message.size, message.progress);
     if (!message.problem.empty()) {
-        noteProblem(message, message.problem);
+        noteProblem(message.place, message.problem);
         return;
     }
     ++messages_;
@@ -80,18 +78,15 @@ void Batch::show(const Classified& message) {
         output_->show(message);
         if (page_) page_->show(message);
     } catch (const std::bad_alloc&) {
-        noteProblem(message, outOfMemory);
+        noteProblem(message.place, outOfMemory);
     }
     checkWritten(out_);
 }
 
-void Batch::noteProblem(const Classified& message, std::string_view reason) {
-    noteProblem(message.source, message.inMailbox ? message.index : 0, reason);
-}
-
-void Batch::noteProblem(std::string_view source, std::uint64_t index, std::string_view reason) {
+template <class Where>
+void Batch::noteProblem(const Where& where, std::string_view reason) {
     progress_.clear();
-    reportProblem(err_, source, index, reason);
+    reportProblem(err_, where, reason);
     status_ = EXIT_SOME_UNREADABLE;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <optional>
@@ -31,8 +30,9 @@ public:
 private:
     Wanted wanted() const;
     void show(const Classified& message);
-    void noteProblem(const Classified& message, std::string_view reason);
-    void noteProblem(std::string_view source, std::uint64_t index, std::string_view reason);
+    /// Of a source, by its name, or of a message, by its place.
+    template <class Where>
+    void noteProblem(const Where& where, std::string_view reason);
     int typeStatus();
 
     const Options& options_;

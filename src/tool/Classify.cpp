@@ -24,9 +24,7 @@ std::size_t decidingEventOf(std::span<const LogTrace::Event> events, const Verdi
 
 Classified asRead(SourceMessage message) noexcept {
     Classified result;
-    result.source = std::move(message.source);
-    result.index = message.index;
-    result.inMailbox = message.inMailbox;
+    result.place = std::move(message.place);
     result.progress = message.progress;
     result.size = message.bytes.size();
     result.bytes = std::move(message.bytes);

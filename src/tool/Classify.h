@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,9 +16,7 @@ namespace bouncecheck {
 /// message, which is known from the beginning, so that a problem can be reported whatever
 /// fails.
 struct Classified : Verdict {
-    std::string source;
-    std::uint64_t index = 1;
-    bool inMailbox = false;
+    MessagePlace place;
     std::string subject;
     std::string from;
     std::string date;

@@ -17,22 +17,33 @@ void print(std::ostream& err, std::string_view text) {
     }
 }
 
-}  // namespace
-
-void reportProblem(std::ostream& err, std::string_view problem) {
+void begin(std::ostream& err, std::string_view text) {
     err << "bouncecheck: ";
+    print(err, text);
+}
+
+void finish(std::ostream& err, std::string_view problem) {
+    err << ": ";
     print(err, problem);
     err << '\n';
 }
 
-void reportProblem(std::ostream& err, std::string_view source, std::uint64_t index,
-                   std::string_view problem) {
-    err << "bouncecheck: ";
-    print(err, source);
-    if (index > 0) err << ':' << index;
-    err << ": ";
-    print(err, problem);
+}  // namespace
+
+void reportProblem(std::ostream& err, std::string_view problem) {
+    begin(err, problem);
     err << '\n';
+}
+
+void reportProblem(std::ostream& err, std::string_view source, std::string_view problem) {
+    begin(err, source);
+    finish(err, problem);
+}
+
+void reportProblem(std::ostream& err, const MessagePlace& place, std::string_view problem) {
+    begin(err, place.source);
+    if (place.inMailbox) err << ':' << place.index;
+    finish(err, problem);
 }
 
 }  // namespace bouncecheck

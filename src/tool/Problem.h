@@ -1,8 +1,9 @@
 #pragma once
 
-#include <cstdint>
 #include <iosfwd>
 #include <string_view>
+
+#include "tool/sources/MessagePlace.h"
 
 namespace bouncecheck {
 
@@ -10,9 +11,9 @@ namespace bouncecheck {
 /// made printable, also when there is no memory for escapes.
 void reportProblem(std::ostream& err, std::string_view problem);
 
-/// The same about a source, as "bouncecheck: SOURCE: PROBLEM". `index` is the place in a
-/// mailbox, from 1, or 0.
-void reportProblem(std::ostream& err, std::string_view source, std::uint64_t index,
-                   std::string_view problem);
+/// The same about a source, as "bouncecheck: SOURCE: PROBLEM", or about a message, with its place
+/// in a mailbox behind the source.
+void reportProblem(std::ostream& err, std::string_view source, std::string_view problem);
+void reportProblem(std::ostream& err, const MessagePlace& place, std::string_view problem);
 
 }  // namespace bouncecheck

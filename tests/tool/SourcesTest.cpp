@@ -12,7 +12,6 @@
 #include <random>
 
 #include "tool/ToolRun.h"
-#include "tool/sources/Place.h"
 
 namespace bouncecheck {
 namespace {
@@ -26,7 +25,7 @@ protected:
         readSources(
             options,
             [&](const SourceMessage& m) {
-                seen.push_back(placeOf(nameIn(m.source), m.index, m.inMailbox) + '=' +
+                seen.push_back(nameIn(m.place.text()) + '=' +
                                m.bytes.substr(0, m.bytes.find('\n')));
             },
             [&](std::string_view source, std::string_view reason) {
@@ -99,7 +98,7 @@ TEST_F(SourcesTest, ReadsMessagesOfMaildirsThatAreRenamedMeanwhile) {
                 fs::remove(folder_ / "m/new/5");
                 fs::remove(folder_ / "m/cur/6:2,");
             }
-            seen.push_back(nameIn(m.source) + '=' + m.bytes);
+            seen.push_back(nameIn(m.place.source) + '=' + m.bytes);
         },
         [&](std::string_view source, std::string_view) {
             seen.push_back('!' + nameIn(std::string(source)));
@@ -252,7 +251,7 @@ TEST_F(SourcesTest, DoesNotTrustItsListing) {
     readSources(
         {.paths = {path()}},
         [&](const SourceMessage& message) {
-            events.push_back(nameIn(message.source));
+            events.push_back(nameIn(message.place.source));
             if (events.size() > 1) return;
             for (const char* name : {"2", "3", "4"}) fs::remove(path(name));
             ::mkfifo(path("3").c_str(), 0600);

@@ -103,9 +103,7 @@ public:
                 report(message->index, "the message is larger than 64 MiB");
                 continue;
             }
-            Classified classified = asRead({.source = name,
-                                            .index = message->index,
-                                            .inMailbox = reader.isMailbox(),
+            Classified classified = asRead({.place = {name, message->index, reader.isMailbox()},
                                             .bytes = std::move(message->bytes)});
             classifier_.classify(classified);
             output_->show(classified);

@@ -19,7 +19,7 @@ public:
         ledger::Ledger file(file_, ledger::Ledger::Missing::refuse);
         int status = EXIT_ALL_CLASSIFIED;
         const ledger::Contents contents = ledger::check(file, [&](std::string_view fault) {
-            reportProblem(streams.err, file_, 0, fault);
+            reportProblem(streams.err, file_, fault);
             status = EXIT_SOME_UNREADABLE;
         });
         streams.out << printable(file_) << ": " << contents.messages << " messages with "

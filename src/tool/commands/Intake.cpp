@@ -43,7 +43,7 @@ ledger::MessageEntry Intake::read(InputStream& stream, std::string place, ledger
         return unreadEntry(digest, "is " + std::string(content.name) + ", not mail",
                            std::move(place), now);
     }
-    Classified message = asRead({.source = place, .bytes = std::move(read.bytes)});
+    Classified message = asRead({.place = {.source = place}, .bytes = std::move(read.bytes)});
     classifier_.classify(message);
     if (!message.problem.empty()) throw std::bad_alloc();
     return entryOf(message, digest, std::move(place), now);

@@ -52,7 +52,7 @@ ledger::Time timeNow() noexcept {
 
 void warnOfSpared(std::ostream& err, std::span<const ledger::SparedAddress> spared) {
     for (const ledger::SparedAddress& one : spared) {
-        reportProblem(err, one.address, 0,
+        reportProblem(err, one.address,
                       "is not suppressed" + (one.reason.empty() ? "" : " for " + one.reason) +
                           ", since " + one.pattern + " protects it");
     }

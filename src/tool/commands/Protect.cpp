@@ -50,7 +50,7 @@ private:
     int remove(ledger::Ledger& file, const CommandStreams& streams) {
         const auto unknown = ledger::unprotect(file, patterns_, timeNow());
         for (const std::string& pattern : unknown) {
-            reportProblem(streams.err, pattern, 0, "is not among the protected");
+            reportProblem(streams.err, pattern, "is not among the protected");
         }
         return unknown.empty() ? EXIT_ALL_CLASSIFIED : EXIT_SOME_UNREADABLE;
     }

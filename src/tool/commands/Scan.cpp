@@ -15,7 +15,6 @@
 #include "tool/commands/Command.h"
 #include "tool/commands/LedgerEntry.h"
 #include "tool/commands/LedgerOptions.h"
-#include "tool/sources/Place.h"
 
 namespace bouncecheck {
 namespace {
@@ -55,10 +54,9 @@ public:
         BatchRecorder recorder(file, streams.err);
         Progress progress(streams.err, streams.terminal.isErr);
         int status = EXIT_ALL_CLASSIFIED;
-        const auto noteProblem = [&](std::string_view source, std::uint64_t index,
-                                     std::string_view reason) {
+        const auto noteProblem = [&](const auto& where, std::string_view reason) {
             progress.clear();
-            reportProblem(streams.err, source, index, reason);
+            reportProblem(streams.err, where, reason);
             status = EXIT_SOME_UNREADABLE;
         };
         classifyAll<ScannedMessage>(
@@ -69,13 +67,10 @@ public:
                 if (message.problem.empty()) {
                     recorder.add(std::move(scanned.entry));
                 } else {
-                    noteProblem(message.source, message.inMailbox ? message.index : 0,
-                                message.problem);
+                    noteProblem(message.place, message.problem);
                 }
             },
-            [&](std::string_view source, std::string_view reason) {
-                noteProblem(source, 0, reason);
-            });
+            noteProblem);
         recorder.finish();
         return status;
     }
@@ -88,9 +83,7 @@ private:
             const ledger::Digest digest = ledger::digestOf(message.bytes);
             classifier->classify(message);
             try {
-                scanned.entry =
-                    entryOf(message, digest,
-                            placeOf(message.source, message.index, message.inMailbox), now);
+                scanned.entry = entryOf(message, digest, message.place.text(), now);
             } catch (const std::bad_alloc&) {
                 message.problem = outOfMemory;
             }

@@ -88,7 +88,7 @@ public:
             watch.takeNew([&](const std::string& path) { take(run, path); });
             write(run);
             watch.reportLost([&](const std::string& folder) {
-                reportProblem(streams.err, folder, 0, "is not there; waiting for it");
+                reportProblem(streams.err, folder, "is not there; waiting for it");
             });
         } while (!waits(run, 400ms));
         return EXIT_ALL_CLASSIFIED;
@@ -121,7 +121,7 @@ private:
         } catch (const ReadError& error) {
             // Whoever reads mail moves it.
             if (::access(path.c_str(), F_OK) == 0) {
-                reportProblem(run.streams.err, path, 0, error.what());
+                reportProblem(run.streams.err, path, error.what());
             }
         }
         if (entries_.size() >= mostInMemory) write(run);

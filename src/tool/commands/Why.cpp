@@ -108,7 +108,7 @@ public:
         ledger::Ledger file(file_, ledger::Ledger::Missing::refuse);
         const auto history = ledger::historyOf(file, address_);
         if (!history) {
-            reportProblem(streams.err, address_, 0, "the ledger has nothing about it");
+            reportProblem(streams.err, address_, "the ledger has nothing about it");
             return EXIT_SOME_UNREADABLE;
         }
         print(streams.out, *history);

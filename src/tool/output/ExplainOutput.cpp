@@ -11,7 +11,6 @@
 #include "text/Utf8.h"
 #include "tool/output/Excerpt.h"
 #include "tool/output/Output.h"
-#include "tool/sources/Place.h"
 
 namespace bouncecheck {
 namespace {
@@ -45,9 +44,7 @@ public:
         const Rule* rule = message.rule;
         const VerdictType* type = verdictTypeOf(message.type);
 
-        out_ << style_.paint(printable(placeOf(message.source, message.index, message.inMailbox)),
-                             "1")
-             << '\n';
+        out_ << style_.paint(printable(message.place.text()), "1") << '\n';
         showFact("Subject", message.subject);
         showFact("From", message.from);
         showFact("Verdict", verdictOf(message, type, rule), colorOf(message.type));

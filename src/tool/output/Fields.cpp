@@ -8,7 +8,6 @@
 #include "tool/NameList.h"
 #include "tool/output/Address.h"
 #include "tool/output/Evidence.h"
-#include "tool/sources/Place.h"
 
 namespace bouncecheck {
 namespace {
@@ -71,11 +70,17 @@ std::string_view evidence(const Shown& shown, std::string&) {
 using Source = Field::Source;
 
 constexpr Field fields[] = {
-    {"source", Source::verdict, 40, own<&Classified::source>, false, Cut::front},
-    {"index", Source::verdict, 7, number<&Classified::index>, true},
+    {"source", Source::verdict, 40,
+     [](const Shown& s, std::string&) -> std::string_view { return s.message.place.source; }, false,
+     Cut::front},
+    {"index", Source::verdict, 7,
+     [](const Shown& s, std::string& scratch) -> std::string_view {
+         return scratch = std::to_string(s.message.place.index);
+     },
+     true},
     {"location", Source::verdict, 40,
      [](const Shown& s, std::string& scratch) -> std::string_view {
-         return scratch = placeOf(s.message.source, s.message.index, s.message.inMailbox);
+         return scratch = s.message.place.text();
      },
      false, Cut::front},
     {"size", Source::verdict, 9, number<&Classified::size>, true},

@@ -115,8 +115,8 @@ void addChosen(JsonWriter& json, const std::vector<const Field*>& fields, const 
 }
 
 void addEverything(JsonWriter& json, const Classified& message) {
-    json.member("source", message.source);
-    addNumber(json, "index", message.index);
+    json.member("source", message.place.source);
+    addNumber(json, "index", message.place.index);
     addNumber(json, "type", static_cast<std::uint64_t>(message.type));
     json.member("name", bounceTypeName(message.type));
     if (message.label().empty()) {

@@ -7,7 +7,6 @@
 
 #include "mime/MailDate.h"
 #include "tool/output/Excerpt.h"
-#include "tool/sources/Place.h"
 
 namespace bouncecheck {
 namespace {
@@ -104,7 +103,7 @@ PageBlock::Columns PageBlock::rowsOf(const Classified& message) {
                        number(message.address),
                        number(message.subject),
                        number(message.from),
-                       number(placeOf(message.source, message.index, message.inMailbox)),
+                       number(message.place.text()),
                        isShown ? std::to_string(*date) : "null",
                        std::to_string(std::max<std::size_t>(message.recipients.size(), 1))};
     using RowTexts = std::array<std::string_view, 8>;

@@ -2,7 +2,6 @@
 
 #include "tool/sources/Archive.h"
 #include "tool/sources/MboxReader.h"
-#include "tool/sources/Place.h"
 #include "tool/sources/Unpacked.h"
 
 namespace bouncecheck {
@@ -37,14 +36,12 @@ void FileReader::readMembers(const FileToRead& file, InputStream& packed, FileCo
 void FileReader::readMessages(const FileToRead& file, InputStream& stream) {
     MboxReader reader(stream, options_.maxMessageSize, file.kind);
     while (auto message = reader.next()) {
+        MessagePlace place = {file.name, message->index, reader.isMailbox()};
         if (message->tooLarge) {
-            onProblem_(placeOf(file.name, message->index, reader.isMailbox()),
-                       "the message is larger than --max-message-size allows");
+            onProblem_(place.text(), "the message is larger than --max-message-size allows");
             continue;
         }
-        onMessage_({.source = file.name,
-                    .index = message->index,
-                    .inMailbox = reader.isMailbox(),
+        onMessage_({.place = std::move(place),
                     .bytes = std::move(message->bytes),
                     .progress = file.stretch.begin + file.stretch.size * stream.fractionRead()});
     }

@@ -16,7 +16,6 @@
 #include "tool/sources/FileReader.h"
 #include "tool/sources/FolderListing.h"
 #include "tool/sources/InputStream.h"
-#include "tool/sources/Place.h"
 #include "tool/sources/RenamedMessages.h"
 
 namespace bouncecheck {

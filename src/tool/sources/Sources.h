@@ -1,23 +1,19 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "tool/sources/MessagePlace.h"
+
 namespace bouncecheck {
 
 /// One message as it was found.
 struct SourceMessage {
-    /// The path of its file, with that of the member behind it in an archive; "-" for
-    /// standard input.
-    std::string source;
-    /// Its place in a mailbox file, from 1; 1 in a file of its own.
-    std::uint64_t index = 1;
-    bool inMailbox = false;
+    MessagePlace place;
     std::string bytes;
     /// How much of all sources was read, from 0 to 1; 0 when that is not known.
     double progress = 0;
