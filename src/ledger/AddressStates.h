@@ -64,8 +64,4 @@ private:
     std::vector<SparedAddress> spared_;
 };
 
-/// The rules of a ledger, and other ones from now on.
-Rules rulesOf(Ledger& ledger);
-void changeRules(Ledger& ledger, const Rules& rules, Time now);
-
 }  // namespace bouncecheck::ledger

@@ -5,7 +5,9 @@
 #include <string>
 
 #include "ledger/AddressKey.h"
-#include "ledger/AddressStates.h"
+#include "ledger/Protection.h"
+#include "ledger/ReportedHistory.h"
+#include "ledger/RuleSettings.h"
 
 namespace bouncecheck::ledger {
 namespace {

@@ -4,8 +4,8 @@
 #include <map>
 #include <utility>
 
-#include "ledger/AddressStates.h"
 #include "ledger/Protection.h"
+#include "ledger/RuleSettings.h"
 #include "ledger/Timeline.h"
 
 namespace bouncecheck::ledger {

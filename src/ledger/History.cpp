@@ -1,8 +1,8 @@
 #include "ledger/History.h"
 
 #include "ledger/AddressKey.h"
-#include "ledger/AddressStates.h"
 #include "ledger/Protection.h"
+#include "ledger/RuleSettings.h"
 
 namespace bouncecheck::ledger {
 namespace {

@@ -146,7 +146,6 @@ void makeSure(const std::string& path, Ledger::Missing missing) {
 /// Whether nothing but the file has to be read: no log stands beside it, nor what other processes
 /// share while they use it, and we can make none.
 bool isAlone(const std::string& path) {
-    const auto exists = [](const std::string& name) { return ::access(name.c_str(), F_OK) == 0; };
     if (exists(path + "-wal") || exists(path + "-shm")) return false;
     const std::string folder = path.substr(0, path.find_last_of('/') + 1);
     return ::access(folder.empty() ? "." : folder.c_str(), W_OK) != 0;

@@ -14,6 +14,7 @@
 #include "ledger/Listing.h"
 #include "ledger/Protection.h"
 #include "ledger/Recorder.h"
+#include "ledger/RuleSettings.h"
 #include "support/TestFolder.h"
 
 namespace bouncecheck::ledger {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "ledger/RuleSettings.h"
 #include "tool/Arguments.h"
 #include "tool/Problem.h"
 #include "tool/commands/Times.h"

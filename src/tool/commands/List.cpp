@@ -11,6 +11,7 @@
 #include "ledger/AddressKey.h"
 #include "ledger/Listing.h"
 #include "ledger/Protection.h"
+#include "ledger/RuleSettings.h"
 #include "tool/Arguments.h"
 #include "tool/OutputFile.h"
 #include "tool/RecipientFilter.h"
