@@ -3,15 +3,15 @@
 namespace bouncecheck::ledger {
 namespace {
 
-AddressState suppressedBy(std::string_view cause, const Bearing& bearing) {
-    return {true, std::string(cause), bearing.lastReason, bearing.first};
+AddressState suppressedBy(Cause cause, const ReportSummary& reports) {
+    return {true, cause, reports.lastReason, reports.first};
 }
 
 AddressState reportedState(const AddressHistory& history) {
     if (!history.isMailbox) return {};
-    if (history.unsubscribed) return suppressedBy("unsubscribe", *history.unsubscribed);
-    if (history.suppressed) return suppressedBy("suppress", *history.suppressed);
-    if (history.exhausted) return suppressedBy("retry", *history.exhausted);
+    if (history.unsubscribed) return suppressedBy(Cause::unsubscribe, *history.unsubscribed);
+    if (history.suppressed) return suppressedBy(Cause::suppress, *history.suppressed);
+    if (history.exhausted) return suppressedBy(Cause::retry, *history.exhausted);
     return {};
 }
 
@@ -33,14 +33,14 @@ void RetryDays::clear() {
 
 AddressState stateOf(const AddressHistory& history) {
     AddressState state = reportedState(history);
-    if (history.decision == "allow") {
-        state = {false, "allow", "", history.decided};
-    } else if (history.decision == "deny") {
-        state = {true, "deny", "", history.decided};
+    if (history.decision == Decision::allow) {
+        state = {false, Cause::allow, "", history.decided};
+    } else if (history.decision == Decision::deny) {
+        state = {true, Cause::deny, "", history.decided};
     }
     if (state.isSuppressed && history.isProtected) {
         state.isSuppressed = false;
-        state.cause = "protected";
+        state.cause = Cause::protection;
     }
     return state;
 }

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "ledger/Cause.h"
+#include "ledger/Decision.h"
 #include "ledger/Entries.h"
 #include "ledger/Rules.h"
 
@@ -13,9 +15,7 @@ namespace bouncecheck::ledger {
 /// Whether to mail an address, and what that follows from.
 struct AddressState {
     bool isSuppressed = false;
-    /// "suppress", "unsubscribe" or "retry" for what was reported, "deny" or "allow" for what was
-    /// decided, "protected" for what would be suppressed otherwise; "" for none of these.
-    std::string cause;
+    Cause cause = Cause::none;
     /// The name of the reason that was reported; "" where there is none.
     std::string reason;
     /// Since when it follows.
@@ -43,7 +43,7 @@ private:
 };
 
 /// All reports on an address that have the same bearing.
-struct Bearing {
+struct ReportSummary {
     Time first = 0;
     /// The reason of the last; of several at one time, the one that is last by name.
     std::string lastReason;
@@ -53,13 +53,13 @@ struct Bearing {
 struct AddressHistory {
     bool isMailbox = false;
     bool isProtected = false;
-    /// The last decision by hand: "allow" or "deny", "" where there is none.
-    std::string decision{};
+    /// The last decision by hand.
+    std::optional<Decision> decision{};
     Time decided = 0;
-    std::optional<Bearing> unsubscribed{};
-    std::optional<Bearing> suppressed{};
+    std::optional<ReportSummary> unsubscribed{};
+    std::optional<ReportSummary> suppressed{};
     /// Since when it has failed too often, with the reason of the last failure.
-    std::optional<Bearing> exhausted{};
+    std::optional<ReportSummary> exhausted{};
 };
 
 /// What follows from a history, by the first of these: a protection, what was decided, a wish to

@@ -74,32 +74,32 @@ void AddressStates::insert(const NewAddress& address, std::span<const ReportedFa
     add_.with(address.id, address.key,
               address.written == address.key ? std::string_view() : address.written,
               address.isMailbox ? 1 : 0, state.isSuppressed ? "suppressed" : "active",
-              orNull(state.cause), orNull(state.reason), state.since, all.count, all.first,
-              all.last, state.cause.empty() ? std::nullopt : std::optional(now_))
+              orNull(nameOf(state.cause)), orNull(state.reason), state.since, all.count, all.first,
+              all.last, state.cause == Cause::none ? std::nullopt : std::optional(now_))
         .run();
 }
 
 /// Remembers whom a pattern protects.
 AddressState AddressStates::spare(AddressState state, std::string_view address,
                                   std::string_view pattern) {
-    if (state.cause == "protected") {
+    if (state.cause == Cause::protection) {
         spared_.push_back({std::string(address), std::string(pattern), state.reason});
     }
     return state;
 }
 
-std::optional<Bearing> AddressStates::bearing(std::int64_t id, std::string_view name) {
-    std::optional<Bearing> found;
-    if (ends_.with(id, name).step()) {
-        found = Bearing{ends_.number(0), std::string(ends_.text(1))};
+std::optional<ReportSummary> AddressStates::summary(std::int64_t id, Bearing bearing) {
+    std::optional<ReportSummary> found;
+    if (ends_.with(id, nameOf(bearing)).step()) {
+        found = ReportSummary{ends_.number(0), std::string(ends_.text(1))};
     }
     ends_.reset();
     return found;
 }
 
 /// Goes from day to day, past all further reports of each.
-std::optional<Bearing> AddressStates::exhaustion(std::int64_t id) {
-    std::optional<Bearing> found = bearing(id, "retry");
+std::optional<ReportSummary> AddressStates::exhaustion(std::int64_t id) {
+    std::optional<ReportSummary> found = summary(id, Bearing::retry);
     if (!found) return found;
     lastSuccess_.with(id).step();
     const auto success = lastSuccess_.optionalNumber(0);
@@ -122,15 +122,15 @@ AddressHistory AddressStates::historyOf(std::int64_t id, bool isProtected) {
     AddressHistory history = {.isMailbox = read_.number(1) != 0, .isProtected = isProtected};
     const bool isDecided = read_.number(10) != 0;
     if (isDecided && decision_.with(id).step()) {
-        history.decision = decision_.text(0);
+        history.decision = decisionNamed(decision_.text(0));
         history.decided = decision_.number(1);
     }
     decision_.reset();
     if (isDecided || !history.isMailbox) return history;
     if (read_.number(11) != 0) {
-        history.unsubscribed = bearing(id, "unsubscribe");
+        history.unsubscribed = summary(id, Bearing::unsubscribe);
     } else if (read_.number(12) != 0) {
-        history.suppressed = bearing(id, "suppress");
+        history.suppressed = summary(id, Bearing::suppress);
     } else {
         history.exhausted = exhaustion(id);
     }
@@ -143,7 +143,8 @@ void AddressStates::update(std::int64_t id, const Counted& more) {
     const AddressState state =
         spare(stateOf(historyOf(id, !pattern.empty())), read_.text(9), pattern);
     const bool wasSuppressed = read_.text(2) == "suppressed";
-    const bool isOther = wasSuppressed != state.isSuppressed || read_.text(3) != state.cause;
+    const bool isOther =
+        wasSuppressed != state.isSuppressed || causeNamed(read_.text(3)) != state.cause;
     const bool isSame = !isOther && more.count == 0 && read_.text(4) == state.reason &&
                         read_.optionalNumber(5) == state.since;
     Counted all = {read_.number(6), read_.optionalNumber(7), read_.optionalNumber(8)};
@@ -154,7 +155,7 @@ void AddressStates::update(std::int64_t id, const Counted& more) {
                std::max(*more.last, all.last.value_or(*more.last))};
     }
     write_
-        .with(id, state.isSuppressed ? "suppressed" : "active", orNull(state.cause),
+        .with(id, state.isSuppressed ? "suppressed" : "active", orNull(nameOf(state.cause)),
               orNull(state.reason), state.since, all.count, all.first, all.last,
               isOther ? std::optional(now_) : std::nullopt)
         .run();

@@ -54,8 +54,8 @@ public:
 private:
     AddressState spare(AddressState state, std::string_view address, std::string_view pattern);
     AddressHistory historyOf(std::int64_t id, bool isProtected);
-    std::optional<Bearing> bearing(std::int64_t id, std::string_view name);
-    std::optional<Bearing> exhaustion(std::int64_t id);
+    std::optional<ReportSummary> summary(std::int64_t id, Bearing bearing);
+    std::optional<ReportSummary> exhaustion(std::int64_t id);
 
     Protection protection_;
     Rules rules_;

@@ -37,13 +37,13 @@ public:
         ReportedHistory reported(rules_);
         reports_.with(id);
         while (reports_.step()) {
-            reported.add({reports_.number(0), reports_.text(1), reports_.text(2)});
+            reported.add({reports_.number(0), bearingNamed(reports_.text(1)), reports_.text(2)});
         }
         AddressHistory history = reported.history(isMailbox);
         history.isProtected = !protection_.patternFor(key).empty();
         decisions_.with(id);
         while (decisions_.step()) {
-            history.decision = decisions_.text(0);
+            history.decision = decisionNamed(decisions_.text(0));
             history.decided = decisions_.number(1);
         }
         return {stateOf(history), reported.counted()};
@@ -80,7 +80,7 @@ void checkStates(Ledger& ledger, const OnFault& onFault) {
                         "first_seen, last_seen FROM addresses");
     while (addresses.step()) {
         const Expected found = {
-            {addresses.text(3) == "suppressed", std::string(addresses.text(4)),
+            {addresses.text(3) == "suppressed", causeNamed(addresses.text(4)),
              std::string(addresses.text(5)), addresses.optionalNumber(6)},
             {addresses.number(7), addresses.optionalNumber(8), addresses.optionalNumber(9)}};
         const std::string key(addresses.text(1));

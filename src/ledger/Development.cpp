@@ -50,10 +50,12 @@ public:
             const std::int64_t id = addresses_.number(0);
             Timeline timeline(rules_, addresses_.number(2) != 0);
             for (; hasReport && reports_.number(0) == id; hasReport = reports_.step()) {
-                timeline.addReport(reports_.text(1), reports_.number(2));
+                timeline.addReport(bearingNamed(reports_.text(1)), reports_.number(2));
             }
             for (; hasDecision && decisions_.number(0) == id; hasDecision = decisions_.step()) {
-                timeline.addDecision(decisions_.text(1), decisions_.number(2));
+                if (const auto decision = decisionNamed(decisions_.text(1))) {
+                    timeline.addDecision(*decision, decisions_.number(2));
+                }
             }
             if (protection_.patternFor(addresses_.text(1)).empty()) add(timeline.changes());
         }

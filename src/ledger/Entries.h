@@ -50,8 +50,4 @@ struct MessageEntry {
     std::vector<Report> reports;
 };
 
-/// What a report means to the state of its address, as the table `events` has it: "suppress",
-/// "unsubscribe", "retry" or "success"; "" for one that changes nothing.
-std::string_view bearingOf(Outcome outcome, Advice advice) noexcept;
-
 }  // namespace bouncecheck::ledger

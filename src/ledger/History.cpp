@@ -20,20 +20,21 @@ std::vector<HistoryLine> linesOf(Ledger& ledger, std::int64_t id) {
     statement.with(id);
     while (statement.step()) {
         const auto text = [&](int column) { return std::string(statement.text(column)); };
-        lines.push_back({.time = statement.number(0),
-                         .what = text(1),
-                         .isDecision = statement.number(2) != 0,
-                         .bearing = text(3),
-                         .reason = text(4),
-                         .advice = text(5),
-                         .status = text(6),
-                         .replyCode = text(7),
-                         .diagnostic = text(8),
-                         .evidence = text(9),
-                         .verdict = text(10),
-                         .rule = text(11),
-                         .messageId = text(12),
-                         .place = text(13)});
+        lines.push_back(
+            {.time = statement.number(0),
+             .what = text(1),
+             .decision = statement.number(2) != 0 ? decisionNamed(statement.text(1)) : std::nullopt,
+             .bearing = bearingNamed(statement.text(3)),
+             .reason = text(4),
+             .advice = text(5),
+             .status = text(6),
+             .replyCode = text(7),
+             .diagnostic = text(8),
+             .evidence = text(9),
+             .verdict = text(10),
+             .rule = text(11),
+             .messageId = text(12),
+             .place = text(13)});
     }
     return lines;
 }
@@ -47,7 +48,7 @@ std::optional<FullHistory> historyOf(Ledger& ledger, std::string_view address) {
                    "count FROM addresses WHERE key = ?1");
     if (!find.with(key).step()) return std::nullopt;
     FullHistory history = {.address = std::string(find.text(1)),
-                           .state = {find.text(2) == "suppressed", std::string(find.text(3)),
+                           .state = {find.text(2) == "suppressed", causeNamed(find.text(3)),
                                      std::string(find.text(4)), find.optionalNumber(5)},
                            .isMailbox = find.number(6) != 0,
                            .count = find.number(7)};

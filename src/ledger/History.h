@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "ledger/AddressState.h"
+#include "ledger/Bearing.h"
+#include "ledger/Decision.h"
 #include "ledger/Ledger.h"
 
 namespace bouncecheck::ledger {
@@ -15,9 +17,9 @@ struct HistoryLine {
     Time time = 0;
     /// The outcome, or the decision.
     std::string what;
-    bool isDecision = false;
-    /// "" for a report that changes nothing; as `bearingOf` says.
-    std::string bearing;
+    /// Nothing for a report.
+    std::optional<Decision> decision;
+    Bearing bearing = Bearing::none;
     std::string reason;
     std::string advice;
     std::string status;

@@ -17,7 +17,7 @@ void handOut(Statement& statement, const OnAddress& onAddress) {
     while (statement.step()) {
         onAddress({.address = statement.text(0),
                    .isSuppressed = statement.number(1) != 0,
-                   .cause = statement.text(2),
+                   .cause = causeNamed(statement.text(2)),
                    .reason = statement.text(3),
                    .since = statement.optionalNumber(4),
                    .firstSeen = statement.optionalNumber(5),
@@ -58,7 +58,7 @@ DecidingReports::DecidingReports(Ledger& ledger)
             "ORDER BY e.seen DESC, e.reason DESC LIMIT 1") {}
 
 DecidingReport DecidingReports::of(const ListedAddress& address) {
-    if (!find_.with(address.id, address.cause).step()) return {};
+    if (!find_.with(address.id, nameOf(address.cause)).step()) return {};
     return {find_.text(0), find_.text(1), find_.text(2),
             find_.text(3), find_.text(4), find_.text(5)};
 }

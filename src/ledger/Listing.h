@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "ledger/Cause.h"
 #include "ledger/Entries.h"
 #include "ledger/Ledger.h"
 
@@ -13,8 +14,7 @@ namespace bouncecheck::ledger {
 struct ListedAddress {
     std::string_view address;
     bool isSuppressed = false;
-    /// As in `AddressState`.
-    std::string_view cause;
+    Cause cause = Cause::none;
     std::string_view reason;
     std::optional<Time> since;
     /// Of the reports against it.

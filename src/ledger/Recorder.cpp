@@ -36,9 +36,9 @@ struct Recorder::Addresses {
         return fresh.add(std::move(key), report.address, report.isMailbox);
     }
     void addReport(std::int64_t id, const ReportedFact& fact) {
-        if (fact.bearing.empty() || fresh.addReport(id, fact)) return;
+        if (fact.bearing == Bearing::none || fresh.addReport(id, fact)) return;
         Counted& more = known[id];
-        if (fact.bearing != "success") more.add(fact.seen);
+        if (fact.bearing != Bearing::success) more.add(fact.seen);
     }
     void write() {
         fresh.write(states);
@@ -105,11 +105,11 @@ void Recorder::addReport(const Report& report, std::int64_t message, Time seen,
                          Addresses& addresses) {
     std::optional<std::int64_t> address;
     if (!report.address.empty()) address = addresses.idOf(report);
-    const std::string_view bearing = bearingOf(report.outcome, report.advice);
+    const Bearing bearing = bearingOf(report.outcome, report.advice);
     const std::string_view reason = nameOf(report.reason);
     addEvent_
-        .with(message, address, seen, orNull(bearing), nameOf(report.outcome), orNull(reason),
-              nameOf(report.advice), cut(report.status), cut(report.replyCode),
+        .with(message, address, seen, orNull(nameOf(bearing)), nameOf(report.outcome),
+              orNull(reason), nameOf(report.advice), cut(report.status), cut(report.replyCode),
               cut(report.diagnostic), cut(report.evidence), cut(report.tag))
         .run();
     if (address) addresses.addReport(*address, {seen, bearing, reason});

@@ -6,8 +6,8 @@
 namespace bouncecheck::ledger {
 namespace {
 
-void extend(std::optional<Bearing>& whole, const ReportedFact& fact) {
-    if (!whole) whole = Bearing{fact.seen, ""};
+void extend(std::optional<ReportSummary>& whole, const ReportedFact& fact) {
+    if (!whole) whole = ReportSummary{fact.seen, ""};
     whole->lastReason = fact.reason;
 }
 
@@ -15,8 +15,8 @@ void extend(std::optional<Bearing>& whole, const ReportedFact& fact) {
 
 std::strong_ordering ReportedFact::operator<=>(const ReportedFact& other) const noexcept {
     if (seen != other.seen) return seen <=> other.seen;
-    const bool isSuccess = bearing == "success";
-    const bool isOthersSuccess = other.bearing == "success";
+    const bool isSuccess = bearing == Bearing::success;
+    const bool isOthersSuccess = other.bearing == Bearing::success;
     if (isSuccess != isOthersSuccess) return isSuccess <=> isOthersSuccess;
     if (reason != other.reason) return reason <=> other.reason;
     return bearing <=> other.bearing;
@@ -29,14 +29,14 @@ void Counted::add(Time seen) noexcept {
 }
 
 void ReportedHistory::add(const ReportedFact& fact) {
-    if (fact.bearing.empty()) return;
-    if (fact.bearing == "success") return days_.clear();
+    if (fact.bearing == Bearing::none) return;
+    if (fact.bearing == Bearing::success) return days_.clear();
     counted_.add(fact.seen);
-    if (fact.bearing == "retry") {
+    if (fact.bearing == Bearing::retry) {
         days_.add(fact.seen);
         extend(retries_, fact);
     } else {
-        extend(fact.bearing == "suppress" ? suppressed_ : unsubscribed_, fact);
+        extend(fact.bearing == Bearing::suppress ? suppressed_ : unsubscribed_, fact);
     }
 }
 
@@ -45,7 +45,7 @@ AddressHistory ReportedHistory::history(bool isMailbox) const {
     history.suppressed = suppressed_;
     history.unsubscribed = unsubscribed_;
     if (const auto reached = days_.reached()) {
-        history.exhausted = Bearing{*reached, retries_->lastReason};
+        history.exhausted = ReportSummary{*reached, retries_->lastReason};
     }
     return history;
 }

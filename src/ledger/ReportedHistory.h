@@ -6,14 +6,14 @@
 #include <string_view>
 
 #include "ledger/AddressState.h"
+#include "ledger/Bearing.h"
 
 namespace bouncecheck::ledger {
 
 /// What a report says about its address, with texts that live elsewhere.
 struct ReportedFact {
     Time seen = 0;
-    /// As `bearingOf` has it; "" changes nothing.
-    std::string_view bearing;
+    Bearing bearing = Bearing::none;
     std::string_view reason;
 
     /// The order in which reports count: of several at one time, successes are the last, and of
@@ -46,7 +46,7 @@ public:
 
 private:
     RetryDays days_;
-    std::optional<Bearing> retries_, suppressed_, unsubscribed_;
+    std::optional<ReportSummary> retries_, suppressed_, unsubscribed_;
     Counted counted_;
 };
 

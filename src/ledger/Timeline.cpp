@@ -14,18 +14,18 @@ void cutFrom(std::vector<Time>& changes, Time time) {
 
 }  // namespace
 
-void Timeline::addReport(std::string_view bearing, Time seen) {
-    if (bearing == "retry") {
-        retries_.push_back(seen);
-    } else if (bearing == "success") {
-        successes_.push_back(seen);
-    } else if (bearing == "suppress" || bearing == "unsubscribe") {
-        gone_ = std::min(seen, gone_.value_or(seen));
+void Timeline::addReport(Bearing bearing, Time seen) {
+    switch (bearing) {
+        case Bearing::none: break;
+        case Bearing::retry: retries_.push_back(seen); break;
+        case Bearing::success: successes_.push_back(seen); break;
+        case Bearing::suppress:
+        case Bearing::unsubscribe: gone_ = std::min(seen, gone_.value_or(seen)); break;
     }
 }
 
-void Timeline::addDecision(std::string_view decision, Time made) {
-    decisions_.push_back({decision == "deny", made});
+void Timeline::addDecision(Decision decision, Time made) {
+    decisions_.push_back({decision == Decision::deny, made});
 }
 
 /// Of several reports at one time, a success is the last.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <string_view>
 #include <vector>
 
 #include "ledger/AddressState.h"
+#include "ledger/Bearing.h"
 
 namespace bouncecheck::ledger {
 
@@ -14,9 +14,9 @@ public:
     Timeline(const Rules& rules, bool isMailbox) : rules_(rules), isMailbox_(isMailbox) {}
 
     /// The reports of each bearing have to come in the order of their times.
-    void addReport(std::string_view bearing, Time seen);
+    void addReport(Bearing bearing, Time seen);
     /// In the order in which they were made.
-    void addDecision(std::string_view decision, Time made);
+    void addDecision(Decision decision, Time made);
 
     /// The times at which it changed: the first is the beginning of a suppression, the next its
     /// end, and so on.

@@ -42,8 +42,8 @@ protected:
         if (!history) return "unknown";
         const AddressState& state = history->state;
         std::string text = state.isSuppressed ? "suppressed" : "active";
-        for (const std::string& part : {state.cause, state.reason}) {
-            if (!part.empty()) text += " " + part;
+        for (const std::string_view part : {nameOf(state.cause), std::string_view(state.reason)}) {
+            if (!part.empty()) text.append(" ").append(part);
         }
         return state.since ? text + " @" + std::to_string(*state.since / secondsPerDay) : text;
     }

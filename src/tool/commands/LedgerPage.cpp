@@ -104,7 +104,7 @@ LedgerPage::LedgerPage(std::ostream& out, const LedgerSummary& summary) : out_(o
 void LedgerPage::add(const ledger::ListedAddress& address, const ledger::DecidingReport& report) {
     std::size_t column = 0;
     for (const std::string_view text :
-         {address.address, address.cause, address.reason, address.evidence}) {
+         {address.address, nameOf(address.cause), address.reason, address.evidence}) {
         appendElement(columns_[column++], std::to_string(rowTexts_.add(text, mostBytesOfText)));
     }
     for (const std::optional<std::int64_t> number :

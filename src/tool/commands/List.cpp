@@ -151,7 +151,7 @@ private:
     bool isWanted(const ledger::ListedAddress& address) const {
         if (since_ && address.since < since_) return false;
         Recipient recipient;
-        recipient.advice = adviceNamed(address.cause).value_or(Advice::none);
+        recipient.advice = adviceNamed(nameOf(address.cause)).value_or(Advice::none);
         recipient.reason = reasonNamed(address.reason).value_or(Reason::none);
         return filter_.wants(recipient);
     }

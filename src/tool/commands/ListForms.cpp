@@ -23,7 +23,7 @@ constexpr Column columns[] = {
     {"address", [](const ListedAddress& a) { return std::string(a.address); }},
     {"state",
      [](const ListedAddress& a) { return std::string(a.isSuppressed ? "suppressed" : "active"); }},
-    {"cause", [](const ListedAddress& a) { return std::string(a.cause); }},
+    {"cause", [](const ListedAddress& a) { return std::string(nameOf(a.cause)); }},
     {"reason", [](const ListedAddress& a) { return std::string(a.reason); }},
     {"since", [](const ListedAddress& a) { return timeText(a.since); }},
     {"first_seen", [](const ListedAddress& a) { return timeText(a.firstSeen); }},
@@ -44,7 +44,7 @@ std::string day(std::optional<ledger::Time> time) { return time ? dayText(*time)
 
 constexpr TableColumn tableColumns[] = {
     {"ADDRESS", 37, [](const ListedAddress& a) { return std::string(a.address); }},
-    {"CAUSE", 11, [](const ListedAddress& a) { return std::string(a.cause); }},
+    {"CAUSE", 11, [](const ListedAddress& a) { return std::string(nameOf(a.cause)); }},
     {"REASON", 17, [](const ListedAddress& a) { return std::string(a.reason); }},
     {"FIRST SEEN", 10, [](const ListedAddress& a) { return day(a.firstSeen); }},
     {"LAST SEEN", 10, [](const ListedAddress& a) { return day(a.lastSeen); }},

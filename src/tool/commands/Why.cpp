@@ -12,6 +12,9 @@
 namespace bouncecheck {
 namespace {
 
+using ledger::Bearing;
+using ledger::Cause;
+using ledger::Decision;
 using ledger::FullHistory;
 using ledger::HistoryLine;
 
@@ -21,13 +24,15 @@ std::string rulesText(const ledger::Rules& rules) {
 
 /// What the cause of a state means.
 std::string causeText(const FullHistory& history) {
-    const std::string& cause = history.state.cause;
-    if (cause == "suppress") return "a reply says that its mailbox or domain does not exist";
-    if (cause == "unsubscribe") return "its owner complained, or asked for no more mail";
-    if (cause == "retry") return "mail to it failed on " + rulesText(history.rules);
-    if (cause == "deny" || cause == "allow") return "this was decided by hand";
-    if (cause == "protected") {
-        return history.protectedBy + " protects it; otherwise it would be suppressed";
+    switch (history.state.cause) {
+        case Cause::none: break;
+        case Cause::suppress: return "a reply says that its mailbox or domain does not exist";
+        case Cause::unsubscribe: return "its owner complained, or asked for no more mail";
+        case Cause::retry: return "mail to it failed on " + rulesText(history.rules);
+        case Cause::deny:
+        case Cause::allow: return "this was decided by hand";
+        case Cause::protection:
+            return history.protectedBy + " protects it; otherwise it would be suppressed";
     }
     return "";
 }
@@ -44,11 +49,13 @@ std::string stateText(const FullHistory& history) {
 
 /// What a line of the history does to the state.
 std::string_view effectText(const FullHistory& history, const HistoryLine& line) {
-    if (line.isDecision) return line.what == "allow" ? "may be mailed" : "is suppressed";
-    if (line.bearing.empty()) return "changes nothing";
+    if (line.decision) {
+        return line.decision == Decision::allow ? "may be mailed" : "is suppressed";
+    }
+    if (line.bearing == Bearing::none) return "changes nothing";
     if (!history.isMailbox) return "changes nothing, since nobody can mail this address";
-    if (line.bearing == "success") return "clears the failures before it";
-    return line.bearing == "retry" ? "counts as a day of failure" : "suppresses at once";
+    if (line.bearing == Bearing::success) return "clears the failures before it";
+    return line.bearing == Bearing::retry ? "counts as a day of failure" : "suppresses at once";
 }
 
 void appendPart(std::string& text, std::string_view between, std::string_view part) {
