@@ -7,10 +7,12 @@
 #include <string_view>
 #include <vector>
 
+#include "ledger/AddressRows.h"
 #include "ledger/AddressState.h"
 #include "ledger/Ledger.h"
 #include "ledger/Protection.h"
 #include "ledger/ReportedHistory.h"
+#include "ledger/StoredHistories.h"
 
 namespace bouncecheck::ledger {
 
@@ -31,9 +33,8 @@ struct NewAddress {
     bool isMailbox = false;
 };
 
-/// The states of addresses within one transaction: makes them follow from what the ledger holds,
-/// whatever order that has come in. What it takes does not grow with the number of reports on an
-/// address, only with that of the days on which mail failed.
+/// Writes the states of addresses within one transaction: makes them follow from what the ledger
+/// holds, whatever order that has come in.
 class AddressStates {
 public:
     /// Everything that changes does so at one time: `now`, or later where the ledger has later
@@ -53,14 +54,13 @@ public:
 
 private:
     AddressState spare(AddressState state, std::string_view address, std::string_view pattern);
-    AddressHistory historyOf(std::int64_t id, bool isProtected);
-    std::optional<ReportSummary> summary(std::int64_t id, Bearing bearing);
-    std::optional<ReportSummary> exhaustion(std::int64_t id);
 
     Protection protection_;
     Rules rules_;
     Time now_;
-    Statement find_, last_, add_, read_, write_, decision_, ends_, lastSuccess_, nextRetry_;
+    AddressRows rows_;
+    StoredHistories histories_;
+    Statement find_, last_, add_, write_;
     std::vector<SparedAddress> spared_;
 };
 

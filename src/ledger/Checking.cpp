@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "ledger/AddressKey.h"
+#include "ledger/AddressRows.h"
 #include "ledger/Protection.h"
 #include "ledger/ReportedHistory.h"
 #include "ledger/RuleSettings.h"
@@ -21,7 +21,7 @@ struct Expected {
 };
 
 /// Computes all from all reports, one after the other. The states themselves are kept another
-/// way (AddressStates), which does not read everything again for each report.
+/// way (StoredHistories), which does not read everything again for each report.
 class PlainStates {
 public:
     explicit PlainStates(Ledger& ledger)
@@ -75,17 +75,11 @@ void checkFile(Ledger& ledger, const OnFault& onFault) {
 
 void checkStates(Ledger& ledger, const OnFault& onFault) {
     PlainStates states(ledger);
-    Statement addresses(ledger.database(),
-                        "SELECT id, key, is_mailbox, state, cause, reason, since, count, "
-                        "first_seen, last_seen FROM addresses");
-    while (addresses.step()) {
-        const Expected found = {
-            {addresses.text(3) == "suppressed", causeNamed(addresses.text(4)),
-             std::string(addresses.text(5)), addresses.optionalNumber(6)},
-            {addresses.number(7), addresses.optionalNumber(8), addresses.optionalNumber(9)}};
-        const std::string key(addresses.text(1));
-        if (found != states.of(addresses.number(0), key, addresses.number(2) != 0)) {
-            onFault("the state of " + key + " does not follow from its reports");
+    AddressRows addresses(ledger);
+    while (const auto row = addresses.next()) {
+        const Expected found = {row->state, row->counted};
+        if (found != states.of(row->id, row->key, row->isMailbox)) {
+            onFault("the state of " + row->key + " does not follow from its reports");
         }
     }
 }

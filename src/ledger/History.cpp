@@ -1,6 +1,9 @@
 #include "ledger/History.h"
 
+#include <utility>
+
 #include "ledger/AddressKey.h"
+#include "ledger/AddressRows.h"
 #include "ledger/Protection.h"
 #include "ledger/RuleSettings.h"
 
@@ -43,18 +46,16 @@ std::vector<HistoryLine> linesOf(Ledger& ledger, std::int64_t id) {
 
 std::optional<FullHistory> historyOf(Ledger& ledger, std::string_view address) {
     const std::string key = keyOf(address);
-    Statement find(ledger.database(),
-                   "SELECT id, coalesce(written, key), state, cause, reason, since, is_mailbox, "
-                   "count FROM addresses WHERE key = ?1");
-    if (!find.with(key).step()) return std::nullopt;
-    FullHistory history = {.address = std::string(find.text(1)),
-                           .state = {find.text(2) == "suppressed", causeNamed(find.text(3)),
-                                     std::string(find.text(4)), find.optionalNumber(5)},
-                           .isMailbox = find.number(6) != 0,
-                           .count = find.number(7)};
+    const Snapshot snapshot(ledger.database());
+    auto row = AddressRows(ledger, "WHERE key = ?1").only(key);
+    if (!row) return std::nullopt;
+    FullHistory history = {.address = std::move(row->written),
+                           .state = std::move(row->state),
+                           .isMailbox = row->isMailbox,
+                           .count = row->counted.count};
     history.protectedBy = Protection(ledger).patternFor(key);
     history.rules = rulesOf(ledger);
-    history.lines = linesOf(ledger, find.number(0));
+    history.lines = linesOf(ledger, row->id);
     return history;
 }
 

@@ -28,6 +28,13 @@ void Counted::add(Time seen) noexcept {
     last = std::max(seen, last.value_or(seen));
 }
 
+void Counted::add(const Counted& more) noexcept {
+    if (more.count == 0) return;
+    count += more.count;
+    first = std::min(*more.first, first.value_or(*more.first));
+    last = std::max(*more.last, last.value_or(*more.last));
+}
+
 void ReportedHistory::add(const ReportedFact& fact) {
     if (fact.bearing == Bearing::none) return;
     if (fact.bearing == Bearing::success) return days_.clear();

@@ -29,6 +29,7 @@ struct Counted {
     std::optional<Time> last{};
 
     void add(Time seen) noexcept;
+    void add(const Counted& more) noexcept;
     bool operator==(const Counted&) const = default;
 };
 
