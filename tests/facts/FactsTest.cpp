@@ -6,18 +6,12 @@
 
 #include <bouncecheck/Limits.h>
 #include "mime/Entity.h"
+#include "support/Notices.h"
 
 namespace bouncecheck {
 namespace {
 
-std::string part(const std::string& type, const std::string& body) {
-    return "--b\nContent-Type: " + type + "\n\n" + body + "\n";
-}
-
-Facts factsOfReport(const std::string& parts, const std::string& header = "") {
-    return factsOf(
-        Entity(header + "Content-Type: multipart/report; boundary=b\n\n" + parts + "--b--\n"));
-}
+Facts factsOfReport(const std::string& parts) { return factsOf(Entity(report(parts))); }
 
 TEST(Facts, KeepsTheFieldsOfComplaintsAndReceipts) {
     const Facts complaint = factsOfReport(
