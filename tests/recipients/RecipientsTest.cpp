@@ -181,9 +181,16 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
         {"Le message à destination de a@x.example n'a pas pu être remis.", "a@x.example"},
         {"Le message de b@x.example n'a pas pu être remis à a@x.example.", "a@x.example"},
         {"Message <1.2@mx.own.example> to a@x.example was not delivered.", "a@x.example"},
+        {"Ditt meddelande levererades inte till a@x.example.", "a@x.example"},
+        {"Your request to the a@x.example mailing list\n\n    Posting of your message\n\n"
+         "has been rejected by the list moderator.\n",
+         "a@x.example"},
         // nobody: people who help, senders, links, the message's own words
         {"could not be delivered. For assistance, contact help@x.example\n", ""},
         {"could not be delivered\n\nPlease send questions to\n  help@x.example\n", ""},
+        {"could not be delivered. Please send your request to the staff, help@x.example\n", ""},
+        {"could not be delivered.\n\nYou may mail your request to the helpdesk: help@x.example\n",
+         ""},
         {"could not be delivered: see https://x.example/?u=a@x.example\n", ""},
         {"could not be delivered\n\n--- Below this line is a copy of the message.\n\n"
          "Received: by x\nSubject: a\n\na@x.example\n",

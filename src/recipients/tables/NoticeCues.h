@@ -117,6 +117,7 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::failure, "quota exceeded"},
     {Cue::failure, "recipient rejected"},
     {Cue::failure, "rejected by"},
+    {Cue::failure, "rejected posting to"},
     {Cue::failure, "rejected for"},
     {Cue::failure, "rejected recipient"},
     {Cue::failure, "rejected your message"},
@@ -126,6 +127,7 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::failure, "returned to you"},
     {Cue::failure, "returning message"},
     {Cue::failure, "transcript of session"},
+    {Cue::failure, "your request to the"},
     {Cue::failure, "trouble delivering"},
     {Cue::failure, "unable to be delivered"},
     {Cue::failure, "unable to deliver"},
@@ -586,6 +588,7 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::contact, "nieuw adres"},
     {Cue::contact, "nieuw e-mailadres"},
     // Danish, Norwegian, Swedish, Finnish
+    {Cue::failure, "levererades inte"},
     {Cue::failure, "ikke leveres"},
     {Cue::failure, "ikke leveret"},
     {Cue::failure, "ikke levert"},
