@@ -37,6 +37,9 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 User do not exist",
              "550 bob is no longer at this company",
              "550 Diese Adresse gibt es nicht",
+             "O endereço de email inserido não foi encontrado.",
+             "Не удалось найти введенный вами адрес электронной почты.",
+             "您的邮件未送达，因为系统找不到该地址或者该地址无法接收邮件。",
              "550 Cette adresse n'est plus utilisée",
              "550 A felhasználó nem létezik",
              "550 Ontvanger bestaat niet",
@@ -96,6 +99,10 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 Το γραμματοκιβώτιο είναι γεμάτο",
              "552 5.1.1 mailbox for bob is full",
              "552 Mailbox limit exceeded",
+             "554 5.2.2 QuotaExceededException.MapiExceptionShutoffQuotaExceeded; Cannot open "
+             "mailbox",
+             "Der Posteingang ist voll oder es gehen gerade zu viele E-Mails ein.",
+             "mail.local: Disc quota exceeded. unknown mailer error 1",
          }},
         {"message-too-large fix",
          {
@@ -134,6 +141,9 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.7.1 SPF unauthorized mail is prohibited.",
              "550 SPF: 192.0.2.1 is not allowed to send mail from own.example",
              "550 5.7.1 Email rejected per DMARC policy for own.example",
+             "550 5.7.0 Unfortunately, messages from (192.0.2.1) on behalf of (own.example) could "
+             "not be delivered due to domain owner policy restrictions.",
+             "550 192.0.2.1 is not allowed to send from <own.example> per it's SPF Record.",
          }},
         {"reputation fix",
          {
@@ -153,6 +163,8 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.7.1 no valid sender domain. Fix reverse DNS for 192.0.2.5",
              "554 Gönderen IP adresi kara listede",
              "550 5.1.1 Connections from 192.0.2.5 are not accepted due to abuse",
+             "554 IP=192.0.2.5 - A problem occurred. Ask your postmaster for help or to contact us",
+             "550 R1: HELO should be a FQDN or address literal",
          }},
         {"policy fix",
          {
@@ -189,6 +201,12 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.7.1 u@x.example: sender user unknown - rejected",
              "550 寄件者網域不存在",
              "550 Absender unbekannt",
+             "550 No such domain at this location",
+             "606 Not delivering to unsubscribed address",
+             "550 5.2.0 STOREDRV.Submission.Exception:SendAsDeniedException",
+             "SMTPUTF8 is required, but was not offered by host mx.x.example",
+             "da die Übermittlung an diese Adresse eingeschränkt ist",
+             "la remise à cette adresse est restreinte",
          }},
         {"rate-limit retry",
          {
@@ -202,6 +220,12 @@ TEST(Reply, IsAboutWhatItMeans) {
              "450 4.7.1 Message temporarily deferred, please retry",
              "550 5.7.1 The user has exceeded the number of messages he may receive per hour",
              "451 4.7.1 Greylisting, the sender was rejected",
+             "450 4.2.1 Peak SMTP relay limit exceeded for customer.",
+             "554 5.7.1 <u@x.example>: Recipient address rejected: Policy Rejection- Quota "
+             "Exceeded.",
+             "450-mailbox unavailable 450-Mail send limit exceeded.",
+             "550 You (ann) have reached your daily email limit",
+             "571 sorry, reached maximum number of recipients allowed in one session (#5.1.1)",
          }},
         {"unreachable retry",
          {
@@ -212,6 +236,8 @@ TEST(Reply, IsAboutWhatItMeans) {
              "Temporary failure in name resolution",
              "5.1.2 - Bad destination host 'DNS Soft Error looking up x.example (MX)'",
              "450 4.1.1 <u@x.example>: unverified address: connect to mx: Connection refused",
+             "No connection could be made because the target machine actively refused it",
+             "451 4.7.0 SMTPSEND.SuspiciousRemoteServerError; disconnected abruptly",
          }},
         {"expired retry",
          {
