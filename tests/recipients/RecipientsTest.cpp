@@ -159,6 +159,8 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
         {"Message details:\n  MAIL FROM: me@own.example\n  RCPT TO: a@x.example\n", "a@x.example"},
         {"メールは受信されませんでした。\n\n送信先: a@x.example\n", "a@x.example"},
         {"메일을 전달하지 못했습니다.\n받는 사람: a@x.example\n", "a@x.example"},
+        {"Your mail was blocked.\nRecipient of the message: a@x.example\n", "a@x.example"},
+        {"a@x.example 님께 보내신 메일이 전송되지 못하였습니다.\n", "a@x.example"},
         {"Η παράδοση στους ακόλουθους παραλήπτες απέτυχε:\n\na@x.example\n", "a@x.example"},
         {"收件人：a@x.example\n退信原因：不存在\n", "a@x.example"},
         {"Mesajınız iletilemedi.\n\nAlıcı: a@x.example\nGönderen: b@x.example\n", "a@x.example"},

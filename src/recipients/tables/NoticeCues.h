@@ -666,6 +666,7 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::failure, "전송 실패"},
     {Cue::failure, "전송에 실패"},
     {Cue::failure, "전송하지 못"},
+    {Cue::failure, "전송되지 못"},
     {Cue::failure, "전송되지 않"},
     {Cue::failure, "배달하지 못"},
     {Cue::failure, "배달되지 않"},

@@ -31,6 +31,7 @@ struct NoticeLabel {
 inline constexpr auto noticeLabels = std::to_array<NoticeLabel>({
     {LabelKind::recipient, "address"},
     {LabelKind::recipient, "addressee"},
+    {LabelKind::recipient, "recipient of the message"},
     {LabelKind::recipient, "adresat"},
     {LabelKind::recipient, "alıcı"},
     {LabelKind::recipient, "příjemce"},
