@@ -62,6 +62,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 invalid mailbox. user@x.example is unavailable: account is disabled",
              "550 invalid mailbox. user@x.example is unavailable: user is terminated",
              "550 5.2.1 Mailbox disabled, not accepting messages",
+             "550 5.2.1 Boite du destinataire desactivee.",
              "553 5.3.0 Mailbox cancelled at owner's request",
              "550 Kontot är stängt",
              "The account u@x.example was closed on 1 January",
@@ -130,6 +131,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "554 5.7.1 spam blocked",
              "550 5.6.0 STOREDRV.Deliver.Exception:ConversionFailedException; corrupt content",
              "550 Message body contains blacklisted words",
+             "554 Message contains blacklisted links",
              "552 we don't accept email with executable content (#5.3.4)",
              "550 5.7.1 Link in message points to unknown host x.example",
          }},
@@ -168,6 +170,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "550 5.1.1 Connections from 192.0.2.5 are not accepted due to abuse",
              "554 IP=192.0.2.5 - A problem occurred. Ask your postmaster for help or to contact us",
              "550 R1: HELO should be a FQDN or address literal",
+             "550 mx (192.0.2.5) blocked for spam complaints",
          }},
         {"policy fix",
          {
@@ -234,6 +237,7 @@ TEST(Reply, IsAboutWhatItMeans) {
              "451 192.0.2.5 is not yet authorized to deliver mail from <me@own.example>. Please "
              "try later.",
              "退信原因：发送邮件数量超过限制。",
+             "452 4.3.2 送信数が制限を超えました。しばらくしてから再送してください",
              "571 sorry, reached maximum number of recipients allowed in one session (#5.1.1)",
          }},
         {"unreachable retry",
