@@ -41,6 +41,7 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         {"550 If the following users are unknown", mailbox, false},
         {"550 no address by that name", mailbox, true},
         {"550 no address by that name may send", mailbox, false},
+        {"550 LDAP: unknown user for authentication", mailbox, false},
         {"550 no existe una cuenta con ese nombre", mailbox, true},
         {"550 no existe una cuenta con permiso", mailbox, false},
         {"550 такого адреса нет на сервере", mailbox, true},

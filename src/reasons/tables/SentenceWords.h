@@ -172,7 +172,7 @@ inline constexpr auto otherEnds = std::to_array<std::string_view>({
     "format",
     // For some only
     "for external", "for people", "for outside", "for non-", "for pop", "for imap", "for smtp",
-    "hierf", "für externe", "fuer externe",
+    "for auth", "for login", "for logon", "hierf", "für externe", "fuer externe",
     // The sender, or what a sender may do
     "for the sender", "for this sender", "for sender", "of sender", "of the sender", "as a sender",
     "as sender", "in sender", "in the sender", "in from", "of originator", "of the originator",
