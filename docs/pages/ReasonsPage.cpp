@@ -128,7 +128,7 @@ std::string sectionOf(const ReasonMeaning& meaning) {
            phrases(meaning.reason, PhraseKind::clear, "Phrases that say so, whatever the code is") +
            phrases(meaning.reason, PhraseKind::fair,
                    "Phrases that say so unless a definite code says more") +
-           phrases(meaning.reason, PhraseKind::weak, "Phrases that hint at it") +
+           phrases(meaning.reason, PhraseKind::hint, "Phrases that hint at it") +
            topics(meaning.reason);
 }
 

@@ -84,6 +84,7 @@ public:
     std::string field(std::string_view name) const;
     /// The same, referring to the message where nothing is to change, else to `room`.
     std::string_view fieldIn(std::string_view name, std::string& room) const;
+    /// Whether the first field of that name has a value; one without says nothing.
     bool hasField(std::string_view name) const {
         std::string room;
         return !fieldIn(name, room).empty();

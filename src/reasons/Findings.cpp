@@ -14,11 +14,11 @@ ReasonFinding phraseFinding(const PhraseMatches& matches, PhraseKind kind, bool 
             .length = part.length,
             .row = row->phrase,
             .isTransient = isTransient && !row->lasts,
-            .isSure = kind != PhraseKind::weak};
+            .isSure = kind != PhraseKind::hint};
 }
 
 ReasonFinding hintFinding(const PhraseMatches& matches, Party party, bool isTransient) {
-    ReasonFinding finding = phraseFinding(matches, PhraseKind::weak, isTransient);
+    ReasonFinding finding = phraseFinding(matches, PhraseKind::hint, isTransient);
     switch (party) {
         case Party::unnamed: break;
         case Party::host: finding.reason = Reason::reputation; break;

@@ -75,9 +75,9 @@ ReasonFinding NoticeReasons::ofStatus(bool isTransient) const {
 }
 
 ReasonFinding NoticeReasons::ofHint(bool isTransient) const {
-    const std::optional<PhraseRow> hint = matches().firstOf(PhraseKind::weak);
+    const std::optional<PhraseRow> hint = matches().firstOf(PhraseKind::hint);
     if (!hint || !countsBeside(*hint)) return {.isTransient = isTransient};
-    const Party party = partyOf(*hint, reading_.notice, matches().placeOfFirst(PhraseKind::weak),
+    const Party party = partyOf(*hint, reading_.notice, matches().placeOfFirst(PhraseKind::hint),
                                 reading_.reply.address);
     return onlyNews(hintFinding(matches(), party, isTransient));
 }

@@ -5,6 +5,7 @@
 
 #include "phrases/CompiledMatcher.h"
 #include "reasons/tables/ReplyPhrases.h"
+#include "reasons/tables/TemporaryWords.h"
 
 namespace bouncecheck {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 /// How many rows there are up to the end of each kind, in the one numbering that a pass goes by.
 constexpr std::array<std::size_t, phraseKinds> ends = {
     std::size(clearPhrases), std::size(clearPhrases) + std::size(fairPhrases),
-    std::size(clearPhrases) + std::size(fairPhrases) + std::size(weakPhrases)};
+    std::size(clearPhrases) + std::size(fairPhrases) + std::size(hintPhrases)};
 constexpr std::size_t rowCount = ends.back();
 
 constexpr std::size_t kindOf(std::size_t row) noexcept {
@@ -24,7 +25,7 @@ constexpr auto replyRows = [] {
     std::array<PhraseRow, rowCount> all{};
     auto end = std::ranges::copy(clearPhrases, all.begin()).out;
     end = std::ranges::copy(fairPhrases, end).out;
-    std::ranges::copy(weakPhrases, end);
+    std::ranges::copy(hintPhrases, end);
     return all;
 }();
 

@@ -18,7 +18,7 @@ enum class PhraseKind {
     /// It says why unless the code says it better.
     fair,
     /// It hints at why; not enough to stop mailing an address.
-    weak,
+    hint,
 };
 inline constexpr std::size_t phraseKinds = 3;
 

@@ -57,7 +57,7 @@ public:
         }
         const ReasonFinding fair = phraseFinding(matches_, PhraseKind::fair, isTransient);
         if (fair.isFound()) return fair;
-        if (const std::optional<PhraseRow> hint = matches_.firstOf(PhraseKind::weak)) {
+        if (const std::optional<PhraseRow> hint = matches_.firstOf(PhraseKind::hint)) {
             return ofHint(*hint, isTransient);
         }
         // The notice may speak of other recipients, or in general.
@@ -96,7 +96,7 @@ private:
     ReasonFinding ofHint(const PhraseRow& hint, bool isTransient) const {
         const GivenCodes& codes = reading_.codes;
         const Party party =
-            partyOf(hint, text_, matches_.placeOfFirst(PhraseKind::weak), reading_.reply.address);
+            partyOf(hint, text_, matches_.placeOfFirst(PhraseKind::hint), reading_.reply.address);
         const bool isNamed = party == Party::domain || party == Party::mailbox;
         const StatusRow* vague = codes.any();
         const bool isOwn = vague && !codes.isRestated(vague);

@@ -70,7 +70,7 @@ bool isOfCheck(const ReasonFinding& finding, std::string_view text) {
 bool hasAlternative(const ReasonFinding& finding, std::string_view text,
                     const PhraseMatches& matches) {
     return ascii::startsWithNoCase(text.substr(finding.end()), " or ") &&
-           (otherPhrase(matches, PhraseKind::fair) || otherPhrase(matches, PhraseKind::weak));
+           (otherPhrase(matches, PhraseKind::fair) || otherPhrase(matches, PhraseKind::hint));
 }
 
 /// "User not found: LDAP timeout"
@@ -84,7 +84,7 @@ bool hasFailureBehind(const ReasonFinding& finding, const PhraseMatches& matches
         return row->reason == Reason::unreachable ||
                (row->reason == Reason::system && kind == PhraseKind::fair);
     };
-    return isFailure(PhraseKind::fair) || isFailure(PhraseKind::weak);
+    return isFailure(PhraseKind::fair) || isFailure(PhraseKind::hint);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <iterator>
 
 #include "phrases/CompiledMatcher.h"
-#include "reasons/tables/ReplyPhrases.h"
+#include "reasons/tables/StageWords.h"
 
 namespace bouncecheck {
 namespace {
