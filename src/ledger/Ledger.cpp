@@ -8,8 +8,10 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <span>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "ledger/LedgerError.h"
@@ -55,7 +57,8 @@ bool writeAll(int fd, std::span<const std::byte> bytes) noexcept {
 class UnfinishedFile {
 public:
     explicit UnfinishedFile(const std::string& path)
-        : name_(path + ".XXXXXX"), fd_(::mkostemp(name_.data(), O_CLOEXEC)) {
+        : name_(path.substr(0, path.find_last_of('/') + 1) + ".bouncecheck.XXXXXX"),
+          fd_(::mkostemp(name_.data(), O_CLOEXEC)) {
         if (!fd_) failToOpen(path);
     }
     UnfinishedFile(const UnfinishedFile&) = delete;
@@ -146,8 +149,9 @@ void makeSure(const std::string& path, Ledger::Missing missing) {
 /// Whether nothing but the file has to be read: no log stands beside it, nor what other processes
 /// share while they use it, and we can make none.
 bool isAlone(const std::string& path) {
-    if (exists(path + "-wal") || exists(path + "-shm")) return false;
-    const std::string folder = path.substr(0, path.find_last_of('/') + 1);
+    const auto [file, log, shared] = filesOf(path);
+    if (exists(log) || exists(shared)) return false;
+    const std::string folder = file.substr(0, file.find_last_of('/') + 1);
     return ::access(folder.empty() ? "." : folder.c_str(), W_OK) != 0;
 }
 
@@ -158,6 +162,13 @@ Database openDatabase(const std::string& path, Ledger::Missing missing) {
 }
 
 }  // namespace
+
+std::array<std::string, 3> filesOf(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::canonical(path, error);
+    const std::string file = error ? path : target.string();
+    return {file, file + "-wal", file + "-shm"};
+}
 
 Ledger::Ledger(std::string path, Missing missing, Durability durability)
     : path_(std::move(path)), database_(openDatabase(path_, missing)) {

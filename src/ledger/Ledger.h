@@ -1,12 +1,16 @@
 #pragma once
 
-#include <optional>
+#include <array>
 #include <string>
 
 #include "ledger/Rules.h"
 #include "ledger/Sqlite.h"
 
 namespace bouncecheck::ledger {
+
+/// The files of the ledger at `path`, whether they are there or not: itself, its log, and what
+/// processes share while they use it. The last two stand beside what a symbolic link leads to.
+std::array<std::string, 3> filesOf(const std::string& path);
 
 /// What was reported of addresses, what was decided by hand, and what follows from both, in a
 /// file of SQLite. Any number of processes read and write it side by side. What is done with

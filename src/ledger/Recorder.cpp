@@ -12,7 +12,8 @@
 namespace bouncecheck::ledger {
 namespace {
 
-/// Bytes of a text that comes from a message. People read them, and a stranger chose them.
+/// Bytes of a text that comes from a message. People read them, and a stranger chose them. Longer
+/// addresses are none: those that mail can be sent to have 254 (RFC 5321, section 4.5.3.1.3).
 constexpr std::size_t longestText = 1'000;
 
 std::string_view cut(std::string_view text) noexcept {
@@ -104,7 +105,8 @@ bool Recorder::addMessage(const MessageEntry& message, Time now) {
 void Recorder::addReport(const Report& report, std::int64_t message, Time seen,
                          Addresses& addresses) {
     std::optional<std::int64_t> address;
-    if (!report.address.empty()) address = addresses.idOf(report);
+    const bool isKept = !report.address.empty() && report.address.size() <= longestText;
+    if (isKept) address = addresses.idOf(report);
     const Bearing bearing = bearingOf(report.outcome, report.advice);
     const std::string_view reason = nameOf(report.reason);
     addEvent_

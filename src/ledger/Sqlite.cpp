@@ -62,12 +62,15 @@ int moveLongLog(void* most, sqlite3* connection, const char* name, int pages) {
     return SQLITE_OK;
 }
 
+/// The name of the file at `path`: else ":memory:" would be none, and "file:x" an address of one.
+std::string fileName(const std::string& path) { return path.starts_with('/') ? path : "./" + path; }
+
 /// A name by which SQLite looks for no log and takes no locks.
 std::string stillUri(const std::string& path) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     // Else what stands behind two slashes would be a host.
     std::string uri = path.starts_with('/') ? "file://" : "file:";
-    for (const char c : path) {
+    for (const char c : fileName(path)) {
         if (c == '%' || c == '?' || c == '#') {
             const auto byte = static_cast<unsigned char>(c);
             uri.append(1, '%').append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
@@ -96,7 +99,7 @@ Database::Database(const std::string& path, Use use)
     const bool isStill = use == Use::still;
     const int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     const int code = ::sqlite3_open_v2(
-        isStill ? stillUri(path).c_str() : path.c_str(), &connection,
+        isStill ? stillUri(path).c_str() : fileName(path).c_str(), &connection,
         flags | (isStill ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE),
         nullptr);
     connection_.reset(connection);

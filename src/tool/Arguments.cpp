@@ -1,6 +1,5 @@
 #include "tool/Arguments.h"
 
-#include <algorithm>
 #include <ostream>
 #include <utility>
 
@@ -11,7 +10,7 @@ namespace bouncecheck {
 namespace {
 
 /// What stands behind an argument such as "[Gmail]", which CLI11 would take for a list of
-/// values. No argument holds it.
+/// values, until it has been told from these. No argument holds it.
 constexpr char bracketGuard = '\0';
 
 /// The arguments from the last to the first, as CLI11 wants them.
@@ -22,6 +21,11 @@ std::vector<std::string> guardedArguments(int argc, const char* const* argv) {
         if (argument.starts_with('[') && argument.ends_with(']')) argument += bracketGuard;
     }
     return arguments;
+}
+
+std::string withoutGuard(std::string value) {
+    if (value.ends_with(bracketGuard)) value.pop_back();
+    return value;
 }
 
 void print(std::ostream& out, const std::string& text) {
@@ -38,6 +42,7 @@ int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, 
         err << "bouncecheck: " << printable(problem) << " (" << arguments.hint << ")\n";
         return arguments.wrongUsage;
     };
+    for (CLI::Option* option : app.get_options()) option->transform(withoutGuard);
     try {
         app.parse(guardedArguments(arguments.argc, arguments.argv));
         complete();
@@ -53,17 +58,12 @@ int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, 
     return EXIT_ALL_CLASSIFIED;
 }
 
-void removeGuard(std::string& path) {
-    if (path.ends_with(bracketGuard)) path.pop_back();
-}
-
-void removeGuards(SourceOptions& sources) {
-    std::ranges::for_each(sources.paths, removeGuard);
-    if (sources.listFile) removeGuard(*sources.listFile);
-}
-
 CLI::Validator oneOf(std::vector<std::string> names) {
     return CLI::IsMember(std::move(names)).description("");  // the option's own names them
+}
+
+CLI::Validator fileName() {
+    return {[](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, ""};
 }
 
 }  // namespace bouncecheck

@@ -8,8 +8,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "tool/sources/Sources.h"
-
 namespace bouncecheck {
 
 /// The arguments of `main`, and what is told of them.
@@ -31,10 +29,6 @@ struct Arguments {
 int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, std::ostream& err,
                   const std::function<void()>& complete);
 
-/// Takes off a path what keeps CLI11 from reading "[Gmail]" as a list of values.
-void removeGuard(std::string& path);
-void removeGuards(SourceOptions& sources);
-
 /// What is wrong with a value becomes a usage error.
 template <class Parse>
 auto checkedBy(Parse parse) {
@@ -48,5 +42,7 @@ auto checkedBy(Parse parse) {
 }
 
 CLI::Validator oneOf(std::vector<std::string> names);
+/// Of a file or a folder, which may be missing.
+CLI::Validator fileName();
 
 }  // namespace bouncecheck

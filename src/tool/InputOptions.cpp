@@ -31,7 +31,7 @@ std::size_t parseSize(std::string_view text) {
                         number <= std::numeric_limits<std::size_t>::max() >> 1 >> shift;
     if (!isSize) {
         throw std::invalid_argument("\"" + std::string(text) +
-                                    "\" is no size such as 500k, 64m or 1g");
+                                    "\" is not a size; examples: 500k, 64m, 1g");
     }
     return number << shift;
 }
@@ -53,6 +53,7 @@ void declareSources(CLI::App& app, SourceOptions& sources) {
         ->type_name("");
     app.add_option("--from-list", sources.listFile,
                    "Read more paths from a file ('-': standard input), one a line")
+        ->check(fileName())
         ->type_name("FILE")
         ->group(group);
     app.add_flag("-0", sources.nulSeparated, "The list has a NUL behind each path")->group(group);

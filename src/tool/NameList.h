@@ -18,10 +18,11 @@ void forEachName(std::string_view list, std::string_view what, const Rows& rows,
         const std::string_view name = ascii::trim(list.substr(0, comma));
         if (!take(name)) {
             std::string problem = "no ";
-            problem.append(what).append(" is named \"").append(name).append("\"; there are");
-            for (const auto& row : rows) {
+            problem.append(what).append(" is named \"").append(name).append("\"; choose from:");
+            for (std::string_view separator = " "; const auto& row : rows) {
                 const std::string_view known = row.name;
-                if (!known.empty()) problem.append(" ").append(known);
+                if (!known.empty()) problem.append(separator).append(known);
+                if (!known.empty()) separator = ", ";
             }
             throw std::invalid_argument(problem);
         }

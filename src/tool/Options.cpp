@@ -32,91 +32,103 @@ struct CommandLine {
     bool listPhrases = false;
 };
 
-void declareOutput(CLI::App& app, CommandLine& line) {
+constexpr const char* outputGroup = "Output";
+
+void declareForms(CLI::App& app, CommandLine& line) {
     Options& options = line.options;
-    constexpr const char* group = "Output";
     app.add_option("--format", line.format, "table, json (an object a line), csv or tsv [table]")
         ->type_name("FORMAT")
         ->check(oneOf({"table", "json", "csv", "tsv"}))
-        ->group(group);
+        ->group(outputGroup);
     app.add_option_function<std::string>("--fields", checkedBy([&](std::string_view v) {
                                              options.parts.fields = parseFields(v);
                                          }),
                                          "Show these fields, in this order, with commas between")
         ->type_name("LIST")
-        ->group(group);
-    app.add_flag("--data", options.parts.data, "Show the text that was decided upon")->group(group);
+        ->group(outputGroup);
+    app.add_flag("--data", options.parts.data, "Show the text that was decided upon")
+        ->group(outputGroup);
     app.add_flag("--trace", options.parts.trace, "Show every step on the way to a verdict")
-        ->group(group);
+        ->group(outputGroup);
     app.add_flag("--csv-safe", options.parts.isCsvSafe,
                  "For spreadsheets: put an apostrophe before values that would be\nformulas")
-        ->group(group);
+        ->group(outputGroup);
     app.add_option_function<std::string>(
            "--by",
            [&](const std::string& what) { options.parts.rows.byRecipient = what == "recipient"; },
            "A row for each message, or for each recipient: message or recipient\n[message]")
         ->type_name("WHAT")
         ->check(oneOf({"message", "recipient"}))
-        ->group(group);
+        ->group(outputGroup);
     app.add_flag("--summary", line.summary,
                  "Only count: verdicts, and the most frequent labels, domains and\nphrases")
-        ->group(group);
+        ->group(outputGroup);
     app.add_flag("--suppress", line.suppress,
                  "Only list the recipients to stop mailing, each once: address, reason,\ndate, "
                  "evidence and location, with tabs between")
-        ->group(group);
+        ->group(outputGroup);
     app.add_flag(
            "--addresses", line.addresses,
            "Only list the failed addresses, sorted, each once, whether the mailbox\nworks or not: "
            "of hard, soft and blocked bounces, or of what --only and\n--not leave, and all that "
            "reports say failed")
-        ->group(group);
+        ->group(outputGroup);
     app.add_flag(
            "--explain", line.explain,
            "Explain each verdict: the rule, what it looks for, what to do, the\nsteps, the text")
-        ->group(group);
+        ->group(outputGroup);
+}
+
+void declareFilters(CLI::App& app, Options& options) {
     app.add_option_function<std::string>(
            "--only", checkedBy([&](std::string_view v) { options.filter.keepOnly(v); }),
            "Show only these verdicts, names or numbers, such as hard,soft")
         ->type_name("LIST")
-        ->group(group);
+        ->group(outputGroup);
     app.add_option_function<std::string>(
            "--not", checkedBy([&](std::string_view v) { options.filter.leaveOut(v); }),
            "Show all verdicts but these")
         ->type_name("LIST")
-        ->group(group);
+        ->group(outputGroup);
     app.add_option_function<std::string>(
            "--reason", checkedBy([&](std::string_view v) { options.recipients.keepReasons(v); }),
            "Show only recipients who failed for these reasons, such "
            "as\nunknown-mailbox,mailbox-full")
         ->type_name("LIST")
-        ->group(group);
+        ->group(outputGroup);
     app.add_option_function<std::string>(
            "--advice", checkedBy([&](std::string_view v) { options.recipients.keepAdvices(v); }),
            "Show only recipients with this advice: suppress, unsubscribe, retry, fix\nor none")
         ->type_name("LIST")
-        ->group(group);
+        ->group(outputGroup);
+}
+
+void declareTargets(CLI::App& app, CommandLine& line) {
+    Options& options = line.options;
     app.add_option("--color", line.color,
                    "auto (in a terminal, unless NO_COLOR is set), always or never [auto]")
         ->type_name("WHEN")
         ->check(oneOf({"auto", "always", "never"}))
-        ->group(group);
+        ->group(outputGroup);
     app.add_option("-o,--output", options.outFile,
                    "Write to this file, which appears whole or not at all")
+        ->check(fileName())
         ->type_name("FILE")
-        ->group(group);
+        ->group(outputGroup);
     app.add_option("--html", options.pageFile,
                    "Write a page for the browser to this file: charts, and a table whose\nrows "
                    "unfold; the summary is printed, unless other output is asked for")
+        ->check(fileName())
         ->type_name("FILE")
-        ->group(group);
+        ->group(outputGroup);
     app.add_option("--sort-into", options.sortInto,
                    "Deliver copies of what is shown into one Maildir per verdict below DIR")
+        ->check(fileName())
         ->type_name("DIR")
-        ->group(group);
+        ->group(outputGroup);
     app.add_flag("--exit-type", options.exitType,
                  "For one message: exit with 100 plus the number of its verdict")
-        ->group(group);
+        ->group(outputGroup);
 }
 
 void declareOther(CLI::App& app, CommandLine& line) {
@@ -124,9 +136,15 @@ void declareOther(CLI::App& app, CommandLine& line) {
     app.set_help_flag("-h,--help", "Print this help")->group(group);
     app.set_version_flag("--version", "bouncecheck " BOUNCECHECK_VERSION, "Print the version")
         ->group(group);
-    app.add_flag("--list-phrases", line.listPhrases,
-                 "Print every phrase, pattern, marker and rule of the verdicts as JSON\nlines")
-        ->group(group);
+    const CLI::Option* output = app.get_option("--output");
+    const CLI::Option* color = app.get_option("--color");
+    const auto others = app.get_options(
+        [&](const CLI::Option* option) { return option != output && option != color; });
+    CLI::Option* listPhrases =
+        app.add_flag("--list-phrases", line.listPhrases,
+                     "Print every phrase, pattern, marker and rule of the verdicts as JSON\nlines")
+            ->group(group);
+    for (CLI::Option* other : others) listPhrases->excludes(other);
 }
 
 void declare(CLI::App& app, CommandLine& line) {
@@ -134,15 +152,10 @@ void declare(CLI::App& app, CommandLine& line) {
     declareMaxMessageSize(app, line.options.sources.maxMessageSize);
     declareVerp(app, line.options.verp);
     declareJobs(app, line.options.jobs);
-    declareOutput(app, line);
+    declareForms(app, line);
+    declareFilters(app, line.options);
+    declareTargets(app, line);
     declareOther(app, line);
-}
-
-void removeGuards(Options& options) {
-    removeGuards(options.sources);
-    for (auto* path : {&options.outFile, &options.pageFile, &options.sortInto}) {
-        if (*path) removeGuard(**path);
-    }
 }
 
 bool asksForParts(const OutputParts& parts) noexcept {
@@ -154,24 +167,20 @@ void checkTogether(const CommandLine& line) {
     const Options& options = line.options;
     const OutputParts& parts = options.parts;
     const bool isColumns = line.format == "csv" || line.format == "tsv";
-    const int ways =
-        line.summary + line.suppress + line.addresses + line.explain + line.listPhrases;
+    const int ways = line.summary + line.suppress + line.addresses + line.explain;
     const bool isJsonOfAll = line.format == "json" && parts.fields.empty();
     const bool hasParts = asksForParts(parts);
-    const bool hasPaths = !options.sources.paths.empty() || options.sources.listFile;
     const std::pair<bool, const char*> mistakes[] = {
-        {options.sources.nulSeparated && !options.sources.listFile, "-0 takes --from-list"},
-        {ways > 1,
-         "--summary, --suppress, --addresses, --explain and --list-phrases go one by one"},
+        {options.sources.nulSeparated && !options.sources.listFile, "-0 requires --from-list"},
+        {ways > 1, "--summary, --suppress, --addresses and --explain exclude each other"},
         {parts.rows.byRecipient && (ways > 0 || isJsonOfAll),
          "--by recipient is for a table, csv, tsv, or json with --fields"},
         {ways > 0 && hasParts, "--fields, --data and --trace are for lists of messages"},
         {(line.addresses || line.explain) && line.format != "table",
          "--addresses and --explain have a form of their own"},
-        {parts.isCsvSafe && line.format != "csv", "--csv-safe takes --format csv"},
+        {parts.isCsvSafe && line.format != "csv", "--csv-safe requires --format csv"},
         {line.summary && isColumns, "--summary is a table or json"},
         {parts.trace && isColumns, "--trace is for a table or json"},
-        {line.listPhrases && (hasPaths || options.pageFile), "--list-phrases reads no messages"},
     };
     for (const auto& [isMade, problem] : mistakes) {
         if (isMade) throw std::invalid_argument(problem);
@@ -209,7 +218,6 @@ void chooseSuppressions(CommandLine& line) {
 }
 
 Options optionsOf(CommandLine line) {
-    removeGuards(line.options);
     checkTogether(line);
     line.options.parts.rows.filter = line.options.recipients;
     if (line.suppress) chooseSuppressions(line);

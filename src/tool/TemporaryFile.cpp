@@ -73,8 +73,10 @@ bool TemporaryFile::create(std::string path, mode_t mode) {
 }
 
 bool TemporaryFile::createBeside(const std::string& target, mode_t mode) {
-    const bool isCreated =
-        createBy(target + ".XXXXXX", [](char* name) { return ::mkostemp(name, O_CLOEXEC); });
+    // A name of its own: that of the target may be as long as a name can be.
+    const std::string folder = target.substr(0, target.find_last_of('/') + 1);
+    const bool isCreated = createBy(folder + ".bouncecheck.XXXXXX",
+                                    [](char* name) { return ::mkostemp(name, O_CLOEXEC); });
     if (isCreated && ::fchmod(fd_.get(), mode) == 0) return true;
     remove();
     return false;

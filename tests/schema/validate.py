@@ -45,7 +45,7 @@ def results(*arguments, mail=None):
 def names_of(option):
     """All names that an option takes, which its complaint lists."""
     complaint = subprocess.run([tool, option, "?"], stderr=subprocess.PIPE, text=True).stderr
-    return set(complaint.partition("there are ")[2].partition(" (see")[0].split())
+    return set(complaint.partition("choose from: ")[2].partition(" (see")[0].split(", "))
 
 
 def all_keys(value):

@@ -61,16 +61,16 @@ TEST_F(RecipientOptions, TakeFormsOfAddresses) {
 
 TEST_F(RecipientOptions, AreRefusedInOneLine) {
     const std::pair<std::vector<std::string>, const char*> mistakes[] = {
-        {{"--reason", "x"}, "no reason is named \"x\"; there are unknown-mailbox"},
+        {{"--reason", "x"}, "no reason is named \"x\"; choose from: unknown-mailbox"},
         {{"--reason", "content,"}, "no reason is named \"\""},
         {{"--reason", "suppress"}, "no reason is named"},
-        {{"--advice", "content"}, "there are none suppress"},
+        {{"--advice", "content"}, "choose from: none, suppress"},
         {{"--by", "address"}, "address"},
         {{"--by", "recipient", "--format", "json"}, "--by recipient"},
         {{"--by", "recipient", "--suppress"}, "--by recipient"},
-        {{"--suppress", "--summary"}, "go one by one"},
-        {{"--suppress", "--addresses"}, "go one by one"},
-        {{"--suppress", "--explain"}, "go one by one"},
+        {{"--suppress", "--summary"}, "exclude each other"},
+        {{"--suppress", "--addresses"}, "exclude each other"},
+        {{"--suppress", "--explain"}, "exclude each other"},
         {{"--suppress", "--fields", "name"}, "lists of messages"},
         {{"--verp", "bounces@x.example"}, "\"bounces@x.example\" is no form"},
         {{"--verp", "{local}{domain}@x"}, "is no form"},

@@ -11,6 +11,7 @@ namespace bouncecheck {
 
 void declareLedger(CLI::App& app, std::string& file) {
     app.add_option("--ledger", file, "The file of the ledger")
+        ->check(fileName())
         ->type_name("FILE")
         ->required()
         ->group("Ledger");

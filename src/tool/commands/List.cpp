@@ -61,6 +61,7 @@ public:
         app.add_option("--html", pageFile_,
                        "Instead, write a page for the browser: the development over time, and the\n"
                        "addresses to search and sort")
+            ->check(fileName())
             ->type_name("FILE")
             ->group(group);
         format->excludes("--html");
@@ -71,9 +72,9 @@ public:
         if (changesSince_) {
             throw std::invalid_argument("--html and --changes-since do not go together");
         }
-        for (const char* end : {"", "-wal", "-shm"}) {
-            const auto part = identityOf(file_ + end);
-            if (part && part == identityOf(*pageFile_)) {
+        for (const std::string& part : ledger::filesOf(file_)) {
+            const auto identity = identityOf(part);
+            if (identity && identity == identityOf(*pageFile_)) {
                 throw std::invalid_argument("output to " + *pageFile_ +
                                             " would replace the ledger");
             }
@@ -142,8 +143,8 @@ private:
         refused.advice = Advice::fix;
         if (named.wants(refused)) {
             throw std::invalid_argument(
-                "nothing is suppressed by the advice \"fix\"; there are suppress unsubscribe retry "
-                "none");
+                "nothing is suppressed by the advice \"fix\"; choose from: suppress, unsubscribe, "
+                "retry, none");
         }
         filter_.keepAdvices(names);
     }

@@ -26,7 +26,7 @@ public:
 
     void complete() override {
         if (isRemoval_ && patterns_.empty())
-            throw std::invalid_argument("--remove takes a PATTERN");
+            throw std::invalid_argument("--remove requires a PATTERN");
         for (std::string& pattern : patterns_) {
             const std::string meant = ledger::patternOf(pattern);
             if (meant.empty()) {

@@ -39,9 +39,8 @@ public:
     }
 
     void complete() override {
-        removeGuards(sources_);
         if (sources_.nulSeparated && !sources_.listFile) {
-            throw std::invalid_argument("-0 takes --from-list");
+            throw std::invalid_argument("-0 requires --from-list");
         }
         if (sources_.paths.empty() && !sources_.listFile) sources_.paths.emplace_back("-");
     }
@@ -50,7 +49,8 @@ public:
         ledger::Ledger file(file_, ledger::Ledger::Missing::create,
                             ledger::Ledger::Durability::last);
         applyRules(file, rules_);
-        for (const char* end : {"", "-wal", "-shm"}) sources_.excluded.push_back(file_ + end);
+        for (std::string& part : ledger::filesOf(file_))
+            sources_.excluded.push_back(std::move(part));
         BatchRecorder recorder(file, streams.err);
         Progress progress(streams.err, streams.terminal.isErr);
         int status = EXIT_ALL_CLASSIFIED;

@@ -65,7 +65,7 @@ std::optional<Time> zoneOf(std::string_view text) {
     const auto hour = takeNumber(text, 2, ":");
     if (!hour) return std::nullopt;
     const auto minute = takeNumber(text, 2);
-    if (!minute || !text.empty()) return std::nullopt;
+    if (!minute || !text.empty() || *hour > 23 || *minute > 59) return std::nullopt;
     return sign * (Time{*hour} * 3600 + Time{*minute} * 60);
 }
 
@@ -113,14 +113,15 @@ std::string fullText(Time time) {
 
 Time parseDuration(std::string_view text) {
     if (const auto seconds = duration(text)) return *seconds;
-    throw std::invalid_argument("\"" + std::string(text) + "\" is no time such as 12h, 30d or 4w");
+    throw std::invalid_argument("\"" + std::string(text) +
+                                "\" is not a time; examples: 12h, 30d, 4w");
 }
 
 Time parseTime(std::string_view text, Time now) {
     if (const auto time = dateAndTime(text)) return *time;
     if (const auto seconds = duration(text)) return now - *seconds;
     throw std::invalid_argument("\"" + std::string(text) +
-                                "\" is no time such as 2026-11-22, 2026-11-22T10:00:00Z or 7d");
+                                "\" is not a time; examples: 2026-11-22, 2026-11-22T10:00:00Z, 7d");
 }
 
 std::string timeText(std::optional<Time> time) { return time ? fullText(*time) : ""; }
