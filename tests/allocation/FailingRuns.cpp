@@ -37,11 +37,26 @@ private:
 };
 
 struct Place {
-    /// Of the file, and of the message in it.
     std::string file;
-    std::string shown;
+    std::string index;
+    /// Of the file, and of the message in it.
+    std::string fileProblem;
     std::string problem;
 };
+
+/// A form of output that has the file and the number of each message in front.
+struct Form {
+    std::vector<const char*> arguments;
+    /// What stands in front of both, between them and behind them.
+    std::string begin;
+    std::string between;
+    std::string end;
+    /// How often the last stands in each line.
+    long values;
+};
+
+const Form json = {{"--format=json"}, "{\"source\":\"", "\",\"index\":", ",\"type\":", 1};
+const Form tsv = {{"--format=tsv", "--fields=source,index,recipient"}, "\n", "\t", "\t", 2};
 
 bool holds(std::string_view text, std::string_view part) { return text.find(part) != text.npos; }
 
@@ -68,10 +83,11 @@ public:
     }
 
     /// False, with the reason printed, when something was wrong.
-    bool survive(const char* jobs, bool lasts) {
-        const std::array<const char*, 8> arguments = {
-            "bouncecheck", "-j", jobs, "--format=json", "--html", page_.c_str(), mail_.c_str()};
-        const int size = static_cast<int>(arguments.size() - 1);
+    bool survive(const Form& form, const char* jobs, bool lasts) {
+        std::vector<const char*> arguments = {"bouncecheck", "-j",          jobs,
+                                              "--html",      page_.c_str(), mail_.c_str()};
+        arguments.insert(arguments.end(), form.arguments.begin(), form.arguments.end());
+        const int size = static_cast<int>(arguments.size());
         for (long failing = allocationsForOptions(size, arguments.data());; ++failing) {
             FixedBuffer out;
             FixedBuffer err;
@@ -80,7 +96,7 @@ public:
             bouncecheck::failAllocation(failing, lasts);
             const int status = bouncecheck::runTool(size, arguments.data(), outStream, errStream);
             const bool none = bouncecheck::takeBackFailure();
-            if (const char* fault = faultOf(status, none, out.text(), err.text())) {
+            if (const char* fault = faultOf(form, status, none, out.text(), err.text())) {
                 std::fprintf(stderr, "-j %s, allocation %ld: %s\n%s%s", jobs, failing, fault,
                              std::string(out.text()).c_str(), std::string(err.text()).c_str());
                 return false;
@@ -105,13 +121,15 @@ private:
         for (const int index : indexes) {
             const std::string number = std::to_string(index);
             const std::string place = indexes.size() > 1 ? file + ':' + number : file;
-            places_.push_back({.file = "bouncecheck: " + file + ": ",
-                               .shown = "\"" + file + "\",\"index\":" + number + ",",
+            places_.push_back({.file = file,
+                               .index = number,
+                               .fileProblem = "bouncecheck: " + file + ": ",
                                .problem = "bouncecheck: " + place + ": "});
         }
     }
 
-    const char* faultOf(int status, bool none, std::string_view out, std::string_view err) const {
+    const char* faultOf(const Form& form, int status, bool none, std::string_view out,
+                        std::string_view err) const {
         const std::string page = contentOf(page_);
         fs::remove(page_);
         if (std::distance(fs::directory_iterator(fs::path(page_).parent_path()), {}) != 1) {
@@ -123,10 +141,22 @@ private:
         }
         if (!page.ends_with("</html>\n")) return "the page is cut";
         const bool all = std::ranges::all_of(places_, [&](const Place& place) {
-            return holds(out, place.shown) || holds(err, place.problem) || holds(err, place.file) ||
+            return holds(out, form.begin + place.file + form.between + place.index + form.end) ||
+                   holds(err, place.problem) || holds(err, place.fileProblem) ||
                    holds(err, "bouncecheck: " + mail_ + ": ");
         });
-        return all ? nullptr : "a message is neither shown nor reported";
+        if (!all) return "a message is neither shown nor reported";
+        return areWhole(out, form) ? nullptr : "a line is not whole";
+    }
+
+    static bool areWhole(std::string_view out, const Form& form) {
+        for (std::size_t end; (end = out.find('\n')) != out.npos; out.remove_prefix(end + 1)) {
+            const std::string_view line = out.substr(0, end);
+            long values = 0;
+            for (std::size_t at = 0; (at = line.find(form.end, at)) != line.npos; ++at) ++values;
+            if (values != form.values) return false;
+        }
+        return out.empty();
     }
 
     std::string page_;
@@ -141,8 +171,9 @@ int main(int argc, char** argv) {
     fs::remove_all(argv[1]);
     fs::create_directories(argv[1]);
     Runs runs(argv[1]);
-    const bool survived =
-        runs.survive("1", true) && runs.survive("2", false) && runs.survive("2", true);
+    const bool survived = runs.survive(json, "1", true) && runs.survive(json, "2", false) &&
+                          runs.survive(json, "2", true) && runs.survive(tsv, "1", false) &&
+                          runs.survive(tsv, "1", true);
     fs::remove_all(argv[1]);
     return survived ? 0 : 1;
 }

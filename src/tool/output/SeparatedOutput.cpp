@@ -41,8 +41,13 @@ public:
 private:
     template <class Value>
     void writeLine(Value value) {
-        for (const Field* field : fields_) writer_.value(value(*field));
-        writer_.endLine();
+        try {
+            for (const Field* field : fields_) writer_.value(value(*field));
+            writer_.endLine();
+        } catch (...) {
+            writer_.abandonLine();
+            throw;
+        }
     }
 
     SeparatedWriter writer_;

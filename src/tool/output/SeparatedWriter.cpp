@@ -78,6 +78,7 @@ void SeparatedWriter::value(std::string_view value) {
         rules.append(line_, piece);
         if (line_.size() < mostInMemory) return;
         out_ << line_;
+        isPartlyOut_ = true;
         line_.clear();
     });
     line_ += quote;
@@ -87,6 +88,14 @@ void SeparatedWriter::endLine() {
     out_ << line_.append(rulesOf(dialect_).lineEnd);
     line_.clear();
     isFirst_ = true;
+    isPartlyOut_ = false;
+}
+
+void SeparatedWriter::abandonLine() {
+    line_.clear();
+    if (isPartlyOut_) out_ << rulesOf(dialect_).lineEnd;
+    isFirst_ = true;
+    isPartlyOut_ = false;
 }
 
 }  // namespace bouncecheck

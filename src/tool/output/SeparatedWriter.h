@@ -19,12 +19,15 @@ public:
 
     void value(std::string_view value);
     void endLine();
+    /// Ends a line that cannot be completed; of it stays what was written already.
+    void abandonLine();
 
 private:
     std::ostream& out_;
     Dialect dialect_;
     bool isCsvSafe_;
     bool isFirst_ = true;
+    bool isPartlyOut_ = false;
     /// What the stream does not have yet.
     std::string line_;
 };
