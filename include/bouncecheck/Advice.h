@@ -33,6 +33,7 @@ struct AdviceMeaning {
 
 /// All advices, in the order of the enumeration. Static storage, as are all texts here.
 BOUNCECHECK_EXPORT std::span<const AdviceMeaning> allAdvices() noexcept;
+/// The name in results: "suppress"; "" for a value that is no advice.
 BOUNCECHECK_EXPORT std::string_view nameOf(Advice advice) noexcept;
 /// The advice of that name, letter case ignored; nothing for any other text.
 BOUNCECHECK_EXPORT std::optional<Advice> adviceNamed(std::string_view name) noexcept;

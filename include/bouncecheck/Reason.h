@@ -41,6 +41,7 @@ struct ReasonMeaning {
 
 /// All reasons, in the order of the enumeration. Static storage, as are all texts here.
 BOUNCECHECK_EXPORT std::span<const ReasonMeaning> allReasons() noexcept;
+/// The name in results: "unknown-mailbox"; "" for none, and for a value that is no reason.
 BOUNCECHECK_EXPORT std::string_view nameOf(Reason reason) noexcept;
 /// The reason of that name, letter case ignored; nothing for any other text, the empty one
 /// included.

@@ -165,6 +165,7 @@ struct TableView {
 template <std::size_t Count>
 struct Tables {
     static constexpr std::size_t windowCount = Count * stride;
+    static_assert(windowCount <= 0xFFFF, "more windows than places in them can be told");
 
     std::array<std::uint32_t, filterBitsFor(windowCount) / 32> filter{};
     std::array<std::uint16_t, bucketsFor(windowCount) + 1> starts{};

@@ -42,7 +42,8 @@ Advice adviceOnFailure(const ReasonFinding& finding) noexcept {
 std::span<const AdviceMeaning> allAdvices() noexcept { return adviceMeanings; }
 
 std::string_view nameOf(Advice advice) noexcept {
-    return adviceMeanings[static_cast<std::size_t>(advice)].name;
+    const auto row = static_cast<std::size_t>(advice);
+    return row < std::size(adviceMeanings) ? adviceMeanings[row].name : std::string_view();
 }
 
 std::optional<Advice> adviceNamed(std::string_view name) noexcept {

@@ -13,7 +13,8 @@ static_assert(std::ranges::is_sorted(reasonMeanings, {}, &ReasonMeaning::reason)
 std::span<const ReasonMeaning> allReasons() noexcept { return reasonMeanings; }
 
 std::string_view nameOf(Reason reason) noexcept {
-    return reasonMeanings[static_cast<std::size_t>(reason)].name;
+    const auto row = static_cast<std::size_t>(reason);
+    return row < std::size(reasonMeanings) ? reasonMeanings[row].name : std::string_view();
 }
 
 std::optional<Reason> reasonNamed(std::string_view name) noexcept {

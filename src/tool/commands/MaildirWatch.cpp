@@ -19,12 +19,7 @@ namespace bouncecheck {
 namespace {
 
 /// How long a file that was created in place, rather than moved there, may take to be written.
-constexpr long patience = 300;  // milliseconds
-
-long milliseconds() noexcept {
-    using namespace std::chrono;
-    return duration_cast<std::chrono::milliseconds>(steady_clock::now().time_since_epoch()).count();
-}
+constexpr std::chrono::milliseconds patience(300);
 
 }  // namespace
 
@@ -60,7 +55,7 @@ void MaildirWatch::takeNew(const std::function<void(const std::string& path)>& o
         }
     }
     for (const std::string& path : std::exchange(arrived_, {})) onFile(path);
-    const long now = milliseconds();
+    const auto now = std::chrono::steady_clock::now();
     for (auto one = created_.begin(); one != created_.end();) {
         if (now - one->second < patience) {
             ++one;
@@ -112,7 +107,7 @@ void MaildirWatch::readEvents() {
             if (event.len == 0 || (event.mask & IN_ISDIR) != 0) continue;
             const std::string path = folder->path + '/' + name;
             if ((event.mask & IN_CREATE) != 0) {
-                created_.emplace(path, milliseconds());
+                created_.emplace(path, std::chrono::steady_clock::now());
             } else {
                 created_.erase(path);
                 arrived_.push_back(path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -13,7 +14,8 @@
 namespace bouncecheck {
 
 /// Tells of the messages in Maildirs: those that are there, and those that come. Folders may
-/// vanish and return. A message may be told of more than once.
+/// vanish and return. A message may be told of more than once; one that is written in place, rather
+/// than moved or linked there when it is complete, perhaps before it is.
 class MaildirWatch {
 public:
     /// Throws std::runtime_error when nothing can be watched on this system.
@@ -49,7 +51,7 @@ private:
     std::vector<Folder> folders_;
     std::vector<std::string> arrived_;
     /// Files that were created in place and may still be written, by the time they have been seen.
-    std::map<std::string, long> created_;
+    std::map<std::string, std::chrono::steady_clock::time_point> created_;
 };
 
 }  // namespace bouncecheck

@@ -53,7 +53,7 @@ def classify_many(
     if isinstance(messages, (str, bytes, bytearray, memoryview, Message)):
         raise TypeError(f"an iterable of messages is needed, not one {type(messages).__name__}")
     if threads is None:
-        threads = _processors()
+        threads = processors()
     elif threads < 1:
         raise ValueError(f"threads has to be 1 or more, not {threads}")
     patterns = natives_of(verp)
@@ -62,7 +62,7 @@ def classify_many(
     return _in_threads(iter(messages), threads, patterns)
 
 
-def _processors() -> int:
+def processors() -> int:
     if hasattr(os, "sched_getaffinity"):
         return len(os.sched_getaffinity(0))
     return os.cpu_count() or 1

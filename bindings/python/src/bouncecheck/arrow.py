@@ -12,7 +12,6 @@ Needs PyArrow, which `pip install bouncecheck[arrow]` brings.
 from __future__ import annotations
 
 import argparse
-import os
 import sys
 from concurrent.futures import ThreadPoolExecutor
 from typing import Any, Iterable, Iterator, List, Optional, Sequence, Tuple
@@ -20,6 +19,7 @@ from typing import Any, Iterable, Iterator, List, Optional, Sequence, Tuple
 import pyarrow as pa
 
 from . import _native
+from ._classify import processors
 from ._stored import Exported
 from ._verp import Verp, natives_of
 
@@ -72,9 +72,8 @@ def classify(
         names = []
     wanted = joined(table.schema, message, names, ledger)
     patterns = natives_of(verp)
-    processors = len(os.sched_getaffinity(0)) if hasattr(os, "sched_getaffinity") else 1
     pieces = table.to_batches(max_chunksize=_ROWS_PER_THREAD)
-    done = _in_threads(pieces, threads or processors, message, patterns, ledger)
+    done = _in_threads(pieces, threads or processors(), message, patterns, ledger)
     return pa.Table.from_batches(
         [_beside(batch, results, names, wanted) for batch, results in done], wanted
     )
