@@ -22,7 +22,8 @@ public:
         store.makeShared();
         return store;
     }
-    /// A stretch of bytes that are shared, held together with them.
+    /// A stretch of bytes that are shared, held together with them. `part` must be of this store's
+    /// bytes, and these shared (`isShared`).
     ByteStore stretch(std::string_view part) const noexcept {
         ByteStore store;
         store.shared_ = shared_;
@@ -34,7 +35,8 @@ public:
     bool isShared() const noexcept { return shared_ != nullptr; }
     bool operator==(const ByteStore& other) const noexcept { return view() == other.view(); }
 
-    /// The bytes with a NUL behind them. Copies a stretch that has none, once.
+    /// The bytes with a NUL behind them, until the next change. Copies a stretch that has none, once:
+    /// so not from two threads at a time, though it is const.
     const char* terminated() const {
         if (view().empty()) return "";
         if (!shared_ || endsItsText()) return view().data();

@@ -12,6 +12,8 @@ class Message;
 /// A field of a report, its name as written.
 struct ReportField {
     std::string name;
+    /// Unfolded, with encoded words (RFC 2047) decoded; "" when it is longer than
+    /// `limits::fieldValue`.
     std::string value;
 
     bool operator==(const ReportField&) const = default;

@@ -25,10 +25,12 @@ enum class TextOf : unsigned char {
 struct Match {
     /// The name of the table; empty when nothing was found.
     std::string_view table;
+    /// From 0.
     std::size_t row = 0;
     /// As it stands in the table; a string literal.
     const char* phrase = "";
     TextOf text = TextOf::nothing;
+    /// Whether the letters had to be of the same case.
     LetterCase letters = LetterCase::ignored;
 
     constexpr explicit operator bool() const noexcept { return !table.empty(); }

@@ -31,7 +31,8 @@ public:
     ~Message();
 
     /// The first header field of that name, in any letter case: unfolded, trimmed, with
-    /// encoded words (RFC 2047) decoded, in UTF-8; "" when there is none.
+    /// encoded words (RFC 2047) decoded, in UTF-8; "" when there is none. See Limits.h for how long
+    /// a value may be.
     std::string field(std::string_view name) const;
 
 private:

@@ -15,7 +15,8 @@ enum class ListKind {
     phrases,
     /// Forms of a whole text, in which '*' stands for anything.
     patterns,
-    /// What stands before a failed address; see Marker.
+    /// What stands before a failed address. "[context]" in front: the text must hold the context;
+    /// "[[context]": only what is behind it counts.
     markers,
 };
 

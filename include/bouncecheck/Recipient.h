@@ -42,11 +42,13 @@ constexpr std::string_view nameOf(RecipientSource source) noexcept {
 }
 
 /// Somebody whom a message says something about: whether the mail reached them, why not, and
-/// what to do. All texts are UTF-8; what the message does not say is empty.
+/// what to do. All texts are UTF-8; what the message does not say is empty. Sections are those of
+/// RFC 3464.
 struct Recipient {
-    /// The address that the sender of the original mail knows; "" when only a tag is known.
+    /// The address that the sender of the original mail knows (section 2.3.1); "" when
+    /// only a tag is known.
     std::string address{};
-    /// The address that the mail was sent on to, where a report names another.
+    /// The address that the mail was sent on to, where a report names another (section 2.3.2).
     std::string finalAddress{};
     /// What a VERP address carries for the caller's own records.
     std::string tag{};
@@ -57,11 +59,11 @@ struct Recipient {
     std::string status{};
     /// The reply code of SMTP (RFC 5321): "550".
     std::string replyCode{};
-    /// What the mail system said, without its type.
+    /// What the mail system said, without its type (section 2.3.6).
     std::string diagnostic{};
-    /// The host that said it.
+    /// The host that said it, without its type (section 2.3.5).
     std::string remoteMta{};
-    /// Dates as the report writes them (RFC 3464, sections 2.3.7 and 2.3.9).
+    /// Dates as the report writes them (sections 2.3.7 and 2.3.9).
     std::string lastAttempt{};
     std::string willRetryUntil{};
 

@@ -29,7 +29,7 @@ enum class AddressSource : unsigned char {
 };
 
 /// What a message means, and what that was decided by. A value: it refers to nothing but
-/// the constant tables of the library. What there is none of is empty.
+/// the constant tables of the library. Absent values are empty.
 struct Verdict {
     BounceType type = BOUNCE_NONE;
     /// The rule that decided; null when none did, or a row of the table of last resort

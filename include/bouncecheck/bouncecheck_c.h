@@ -15,8 +15,8 @@
 ///
 /// **Texts.** Everything that is handed out belongs to the library. Texts are valid until the
 /// next `bouncecheck_classify` with their classifier, or until it is freed; other calls leave
-/// them alone. Texts that need no classifier are constants. A text is never null: what there
-/// is none of is "". It is UTF-8 unless its charset was unknown, has its size in bytes, and a
+/// them alone. Texts that need no classifier are constants. A text is never null: an absent one
+/// is "". It is UTF-8 unless its charset was unknown, has its size in bytes, and a
 /// NUL behind it that does not count. It may hold NUL and control characters.
 ///
 /// **Errors.** Nothing in a message is an error. A wrong argument, such as a null pointer, is
@@ -66,11 +66,12 @@ typedef struct bouncecheck_text {
     size_t size;
 } bouncecheck_text;
 
-/// A place in a text that there is none of.
+/// The position of something that does not occur in a text.
 #define BOUNCECHECK_NOWHERE ((size_t)-1)
 
 // --- Classifying -----------------------------------------------------------------------
 
+/// A handle: what was found in the last message, and what messages are read with.
 typedef struct bouncecheck_classifier bouncecheck_classifier;
 
 /// Makes a classifier, which the caller frees. `*made` is null when that fails.
@@ -153,8 +154,8 @@ enum bouncecheck_found_in {
     BOUNCECHECK_IN_REPORT = 6
 };
 
-/// A phrase that was found: the row of a table, and which text it stands in. Without one, all
-/// is empty.
+/// A phrase that was found: the row of a table, and which text it stands in. If nothing was
+/// found, every member is empty.
 typedef struct bouncecheck_match {
     /// The name of the table, as `bouncecheck --list-phrases` prints it.
     bouncecheck_text table;
@@ -205,6 +206,7 @@ typedef struct bouncecheck_verdict {
     bouncecheck_match marker;
 } bouncecheck_verdict;
 
+/// The verdict on the last message. `verdict_size` is `sizeof *verdict`.
 BOUNCECHECK_EXPORT enum bouncecheck_status bouncecheck_get_verdict(
     const bouncecheck_classifier* classifier, bouncecheck_verdict* verdict, size_t verdict_size);
 

@@ -70,7 +70,7 @@ private:
     static std::string ruleOf(const Classified& message, const Rule* rule) {
         if (rule) return std::string(rule->label()).append(": ").append(rule->looksFor);
         if (message.type == BOUNCE_NONE) return "none held";
-        return "a row of the rule table, which has no label";
+        return "a row of the table of last resort, which has no label";
     }
 
     void showFacts(const Facts& facts) {
@@ -82,7 +82,7 @@ private:
         showFact("Returned", returned.messageId + (hasBoth ? " to " : "") + returned.to);
     }
 
-    /// "user@example.net failed: unknown-mailbox, suppress (5.1.1, "user unknown" in the report)"
+    /// "user@example.net, failed: unknown-mailbox; suppress (550 5.1.1, "user unknown")"
     static std::string recipientText(const Recipient& recipient) {
         std::string text = recipient.address.empty() ? recipient.tag : recipient.address;
         if (!recipient.finalAddress.empty()) text.append(" -> ").append(recipient.finalAddress);
@@ -126,10 +126,10 @@ private:
             const std::size_t fits = bytesWithin(rest, room);
             if (fits == rest.size()) break;
             const std::size_t blank = rest.rfind(' ', fits);
-            const bool isWord = blank == std::string_view::npos || blank == 0;
-            const std::size_t end = isWord ? fits : blank;
+            const bool hasNoBreak = blank == std::string_view::npos || blank == 0;
+            const std::size_t end = hasNoBreak ? fits : blank;
             out_ << style_.paint(rest.substr(0, end), color) << '\n' << std::string(used, ' ');
-            rest.remove_prefix(isWord ? end : end + 1);
+            rest.remove_prefix(hasNoBreak ? end : end + 1);
         }
         out_ << style_.paint(rest, color) << '\n';
     }

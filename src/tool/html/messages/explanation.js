@@ -86,7 +86,7 @@ function withQuote(text, quote) {
 function ruleText(type, label) {
     if (help.rules[label]) return `${label}: ${help.rules[label].looksFor}`;
     if (label) return label;
-    return type.name === "none" ? "none held" : "a row of the rule table, which has no label";
+    return type.name === "none" ? "none held" : "a row of the table of last resort, which has no label";
 }
 
 function recipientList(others) {
