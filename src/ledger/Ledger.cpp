@@ -6,14 +6,16 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <span>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "files/FdStream.h"
+#include "files/Paths.h"
+#include "files/TemporaryFile.h"
+#include "files/UniqueFd.h"
 #include "ledger/LedgerError.h"
 #include "ledger/Schema.h"
 
@@ -22,61 +24,10 @@ namespace {
 
 using Kind = LedgerError::Kind;
 
-/// A file descriptor.
-class Descriptor {
-public:
-    explicit Descriptor(int fd) noexcept : fd_(fd) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (fd_ >= 0) ::close(fd_);
-    }
-    int get() const noexcept { return fd_; }
-    explicit operator bool() const noexcept { return fd_ >= 0; }
-
-private:
-    int fd_;
-};
-
 [[noreturn]] void failToOpen(const std::string& path) {
     throw LedgerError(errno == ENOENT ? Kind::missing : Kind::unavailable,
                       path + ": " + std::strerror(errno));
 }
-
-bool writeAll(int fd, std::span<const std::byte> bytes) noexcept {
-    while (!bytes.empty()) {
-        const ssize_t size = ::write(fd, bytes.data(), bytes.size());
-        if (size < 0 && errno == EINTR) continue;
-        if (size <= 0) return false;
-        bytes = bytes.subspan(static_cast<std::size_t>(size));
-    }
-    return ::fsync(fd) == 0;
-}
-
-/// A file beside `path`, which is removed again.
-class UnfinishedFile {
-public:
-    explicit UnfinishedFile(const std::string& path)
-        : name_(path.substr(0, path.find_last_of('/') + 1) + ".bouncecheck.XXXXXX"),
-          fd_(::mkostemp(name_.data(), O_CLOEXEC)) {
-        if (!fd_) failToOpen(path);
-    }
-    UnfinishedFile(const UnfinishedFile&) = delete;
-    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
-    ~UnfinishedFile() {
-        if (fd_) ::unlink(name_.c_str());
-    }
-
-    int fd() const noexcept { return fd_.get(); }
-    /// Gives it the name `path`, unless another file has that by now.
-    bool linkTo(const std::string& path) const noexcept {
-        return ::link(name_.c_str(), path.c_str()) == 0 || errno == EEXIST;
-    }
-
-private:
-    std::string name_;
-    Descriptor fd_;
-};
 
 bool exists(const std::string& path) noexcept {
     struct stat status;
@@ -100,13 +51,16 @@ void create(const std::string& path) {
                                              ": is a symbolic link to what is not there: name "
                                              "the file itself, or remove the link");
     }
-    const UnfinishedFile file(path);
     const std::vector<std::byte> empty = emptyLedger();
     // It says who got what mail.
     constexpr mode_t mode = 0640;
-    if (!writeAll(file.fd(), empty) || ::fchmod(file.fd(), mode) != 0 || !file.linkTo(path)) {
-        failToOpen(path);
-    }
+    TemporaryFile file;
+    const bool isMade =
+        file.createBeside(path, mode) &&
+        writeAll(file.fd(), reinterpret_cast<const char*>(empty.data()), empty.size()) &&
+        (file.linkTo(path) || errno == EEXIST);  // another process was first
+    if (!isMade) failToOpen(path);
+    syncFolderOf(path);
 }
 
 /// Throws unless the file begins like a ledger that this version reads.
@@ -138,7 +92,7 @@ void makeSure(const std::string& path, Ledger::Missing missing) {
         create(path);
         fd = ::open(path.c_str(), flags);
     }
-    const Descriptor file(fd);
+    const UniqueFd file(fd);
     if (!file) {
         if (errno == ENOENT) throw LedgerError(Kind::missing, path + ": there is no such ledger");
         failToOpen(path);

@@ -13,8 +13,9 @@
 #include <utility>
 
 #include <bouncecheck/BounceType.h>
-#include "tool/OutputFile.h"
-#include "tool/TemporaryFile.h"
+#include "files/FdStream.h"
+#include "files/Paths.h"
+#include "files/TemporaryFile.h"
 
 namespace bouncecheck {
 namespace {

@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "tool/SignalsBlocked.h"
+#include "files/SignalsBlocked.h"
 
 namespace bouncecheck {
 

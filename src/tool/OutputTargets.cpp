@@ -6,7 +6,7 @@
 #include <optional>
 #include <stdexcept>
 
-#include "tool/OutputFile.h"
+#include "files/Paths.h"
 #include "tool/sources/FileIdentity.h"
 
 namespace bouncecheck {

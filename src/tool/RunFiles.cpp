@@ -1,7 +1,7 @@
 #include "tool/RunFiles.h"
 
+#include "files/TemporaryFile.h"
 #include "tool/OutputTargets.h"
-#include "tool/TemporaryFile.h"
 #include "tool/output/OutputForms.h"
 
 namespace bouncecheck {

@@ -4,7 +4,7 @@
 #include <iostream>
 #include <new>
 
-#include "tool/OutputFile.h"
+#include "files/FdStream.h"
 #include "tool/Run.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <system_error>
 #include <utility>
 
-#include "tool/SignalsBlocked.h"
+#include "files/SignalsBlocked.h"
 #include "tool/commands/LedgerOptions.h"
 
 namespace bouncecheck {

@@ -5,7 +5,7 @@
 
 #include <csignal>
 
-#include "tool/UniqueFd.h"
+#include "files/UniqueFd.h"
 
 namespace bouncecheck {
 

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "files/TemporaryFile.h"
 #include "ledger/AddressKey.h"
 #include "ledger/Listing.h"
 #include "ledger/Protection.h"
@@ -15,7 +16,6 @@
 #include "tool/Arguments.h"
 #include "tool/OutputFile.h"
 #include "tool/RecipientFilter.h"
-#include "tool/TemporaryFile.h"
 #include "tool/commands/Command.h"
 #include "tool/commands/LedgerOptions.h"
 #include "tool/commands/LedgerPage.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tool/UniqueFd.h"
+#include "files/UniqueFd.h"
 #include "tool/sources/FileIdentity.h"
 
 namespace bouncecheck {

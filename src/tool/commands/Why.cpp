@@ -26,7 +26,9 @@ std::string rulesText(const ledger::Rules& rules) {
 std::string causeText(const FullHistory& history) {
     switch (history.state.cause) {
         case Cause::none: break;
-        case Cause::suppress: return "a reply says that its mailbox or domain does not exist, or the mailbox was closed";
+        case Cause::suppress:
+            return "a reply says that its mailbox or domain does not exist, or the mailbox was "
+                   "closed";
         case Cause::unsubscribe: return "its owner complained, or asked for no more mail";
         case Cause::retry: return "mail to it failed on " + rulesText(history.rules);
         case Cause::deny:

@@ -6,8 +6,8 @@
 #include <cerrno>
 #include <cstring>
 
-#include "tool/Retry.h"
-#include "tool/UniqueFd.h"
+#include "files/Retry.h"
+#include "files/UniqueFd.h"
 #include "tool/sources/InputStream.h"
 
 namespace bouncecheck {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tool/UniqueFd.h"
+#include "files/UniqueFd.h"
 
 struct dirent;
 

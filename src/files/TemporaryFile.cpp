@@ -1,4 +1,4 @@
-#include "tool/TemporaryFile.h"
+#include "files/TemporaryFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "tool/SignalsBlocked.h"
+#include "files/SignalsBlocked.h"
 
 namespace bouncecheck {
 namespace {
@@ -87,6 +87,10 @@ bool TemporaryFile::moveTo(const std::string& target) noexcept {
         ::fsync(fd_.get()) == 0 && fd_.reset() && std::rename(path_.c_str(), target.c_str()) == 0;
     if (isMoved) forget();
     return isMoved;
+}
+
+bool TemporaryFile::linkTo(const std::string& target) const noexcept {
+    return ::fsync(fd_.get()) == 0 && ::link(path_.c_str(), target.c_str()) == 0;
 }
 
 void TemporaryFile::remove() noexcept {

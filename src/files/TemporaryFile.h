@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "tool/UniqueFd.h"
+#include "files/UniqueFd.h"
 
 namespace bouncecheck {
 
@@ -36,6 +36,8 @@ public:
 
     /// Moves it to `target` once all that was written is on the disk.
     bool moveTo(const std::string& target) noexcept;
+    /// Gives it the name `target` besides its own by then, unless something has that name (EEXIST).
+    bool linkTo(const std::string& target) const noexcept;
     void remove() noexcept;
 
 private:
