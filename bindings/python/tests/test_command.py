@@ -1,5 +1,6 @@
 from __future__ import annotations
 
+import errno
 import json
 import os
 import subprocess
@@ -65,3 +66,12 @@ def test_problems_of_mailboxes(tmp_path: Path) -> None:
     assert [Path(problem.filename).name for problem in problems] == ["0", "1", "3"]
     with pytest.raises(OSError):
         list(mailbox(tmp_path))
+
+
+def test_large_messages_of_mailboxes(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setattr("bouncecheck._mailbox.MOST_BYTES", 1000)
+    envelope = b"From a Thu Sep 18 17:54:04 2008\nSubject: x\n\n"
+    (tmp_path / "mbox").write_bytes(envelope + b"a\n\n" + envelope + b"b" * 2000 + b"\n\n" + envelope)
+    problems: list[OSError] = []
+    assert [m.index for m in mailbox(tmp_path / "mbox", onerror=problems.append)] == [1, 3]
+    assert [problem.errno for problem in problems] == [errno.EFBIG]

@@ -4,36 +4,33 @@ from __future__ import annotations
 
 import errno
 import os
-import re
 from typing import IO, Callable, Iterator, List, Optional, Tuple, Union
 
+from . import _native
 from ._inputs import StoredMessage, name_of
 
 OnError = Optional[Callable[[OSError], object]]
 
-# The words that the date of an envelope is made of.
-_DATE_WORD = re.compile(
-    rb"(?:(?P<month>Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec)"
-    rb"|(?P<time>\d\d?:\d\d(?::\d\d)?)|(?P<year>\d{4})|(?P<iso>\d{4}-\d\d-\d\d)"
-    rb"|Mon|Tue|Wed|Thu|Fri|Sat|Sun|\d\d?|\(?(?:[A-Z]{1,5}|[+-]\d{4})\)?),?"
-)
-_LONGEST_ENVELOPE = 1000
+#: Larger messages are a problem, as for the tool.
+MOST_BYTES = 64 << 20
 
 
 def mailbox(
     path: Union[str, "os.PathLike[str]"], *, onerror: OnError = None
 ) -> Iterator[StoredMessage]:
-    """The messages at `path`, one at a time, their bytes as they are: those of an mbox file, of
-    a Maildir with the Maildirs inside, of all files below a folder in the order of their names,
-    or the one that a file is. Nothing is changed or locked.
+    """The messages at `path`, one at a time: those of an mbox file, of a Maildir with the Maildirs
+    inside, of all files below a folder in the order of their names, or the one that a file is.
+    Nothing is changed or locked.
 
     A file named "*.eml" and one in a Maildir is one message; one named "*.mbox" or "mbox*" is
     an mbox, and so is any other that begins with a "From " line of one. Messages of an mbox end
-    before a blank line and such a line; ">From " stays as it is. Links to folders are not
-    followed. Compressed files and archives are not unpacked.
+    before a blank line and such a line, or where their Content-Length says, and ">From " loses a
+    ">" where the mbox quotes. All else is as it stands. Links to folders are not followed.
+    Compressed files and archives are not unpacked.
 
     Raises OSError when `path` is not there. `onerror` is called with the OSError of anything
-    else that cannot be read, and the rest goes on; without it the error is raised.
+    else that cannot be read, such as a message of more than 64 MiB, and the rest goes on; without
+    it the error is raised.
     """
     text = os.fspath(path)
     os.stat(text)
@@ -96,21 +93,34 @@ def _listing(folder: str, onerror: OnError) -> List[os.DirEntry[str]]:
 
 def _of_file(path: str, onerror: OnError, one_each: bool) -> Iterator[StoredMessage]:
     source = name_of(path)
-    name = os.path.basename(path).lower()
+    failures: List[OSError] = []
     try:
         with open(path, "rb") as file:
-            if one_each or name.endswith(".eml"):
-                yield StoredMessage(file.read(), source)
-                return
-            first = file.readline(_LONGEST_ENVELOPE + 2)
-            if _is_envelope(first):
-                yield from _of_mbox(file, first, source)
-            elif name.endswith(".mbox") or name.startswith("mbox"):
-                yield from _of_mbox(file, first, source)
-            elif first:
-                yield StoredMessage(first + file.read(), source)
+            mail = _native.MailFile(_reader(file, failures), source, one_each, MOST_BYTES)
+            while (found := mail.next()) is not None:
+                if isinstance(found, str):
+                    raise failures[0]
+                index, content = found
+                if content is None:
+                    words = f"message {index} is larger than {MOST_BYTES} bytes"
+                    _report(OSError(errno.EFBIG, words, path), onerror)
+                else:
+                    yield StoredMessage(content, source, index)
     except OSError as error:
         _report(error, onerror)
+
+
+def _reader(file: IO[bytes], failures: List[OSError]) -> Callable[[int], Union[bytes, str]]:
+    """What `_native` reads the file with; what it raises is in `failures` then."""
+
+    def read(size: int) -> Union[bytes, str]:
+        try:
+            return file.read(size)
+        except OSError as error:
+            failures.append(error)
+            return str(error)
+
+    return read
 
 
 def _report(error: OSError, onerror: OnError) -> None:
@@ -118,33 +128,3 @@ def _report(error: OSError, onerror: OnError) -> None:
         raise error
     onerror(error)
 
-
-def _is_envelope(line: bytes) -> bool:
-    """Whether a line is one that begins a message in an mbox: "From ", a sender of any form and
-    a date. A sentence that begins with "From" is none."""
-    if not line.startswith(b"From ") or len(line) > _LONGEST_ENVELOPE + 2:
-        return False
-    found = set()
-    for word in reversed(line[5:].split()):
-        match = _DATE_WORD.fullmatch(word)
-        if match is None:
-            break
-        found.add(match.lastgroup)
-    return "time" in found and ("iso" in found or {"month", "year"} <= found)
-
-
-def _of_mbox(file: IO[bytes], first: bytes, source: str) -> Iterator[StoredMessage]:
-    index = 0
-    lines: List[bytes] = [] if _is_envelope(first) else [first]
-    begun = bool(first)
-    for line in file:
-        if _is_envelope(line) and lines and not lines[-1].strip(b"\r\n"):
-            index += 1
-            yield StoredMessage(b"".join(lines[:-1]), source, index)
-            lines = []
-        else:
-            lines.append(line)
-    if begun:
-        if lines and not lines[-1].strip(b"\r\n"):
-            lines.pop()
-        yield StoredMessage(b"".join(lines), source, index + 1)

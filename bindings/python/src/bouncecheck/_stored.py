@@ -27,8 +27,6 @@ SCHEMA = pa.schema(
     ]
 )
 
-#: Larger messages are a problem, as for the tool.
-MOST_BYTES = 64 << 20
 #: What `most` may be: a column of Arrow ends at 2 GiB.
 _LARGEST_MOST = 1 << 30
 # What a batch holds, at least, before the next begins.

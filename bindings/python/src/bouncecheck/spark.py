@@ -16,6 +16,7 @@ from pyspark.sql.pandas.types import from_arrow_schema
 from pyspark.sql.types import BinaryType, StringType, StructType
 
 from . import _stored, arrow
+from ._mailbox import MOST_BYTES
 from ._verp import Verp, VerpPattern
 
 __all__ = ["classify", "classify_files", "classify_mail", "mail", "messages_of_files", "schema"]
@@ -80,7 +81,7 @@ def mail(
     paths: Paths,
     *,
     stretch: int = 64 << 20,
-    most: int = _stored.MOST_BYTES,
+    most: int = MOST_BYTES,
     open_file: _stored.Open = _stored.open_uri,
 ) -> DataFrame:
     """The messages of files, and of all files below folders: of mbox files of any size, of files
@@ -107,7 +108,7 @@ def classify_mail(
     verp: Verp = (),
     ledger: bool = False,
     stretch: int = 64 << 20,
-    most: int = _stored.MOST_BYTES,
+    most: int = MOST_BYTES,
     open_file: _stored.Open = _stored.open_uri,
 ) -> DataFrame:
     """The results for the messages that `mail` reads, beside `source`, `offset` and `problem`. What
@@ -119,7 +120,7 @@ def classify_mail(
 
 
 def messages_of_files(
-    frame: DataFrame, content: str = "content", path: str = "path", *, most: int = _stored.MOST_BYTES
+    frame: DataFrame, content: str = "content", path: str = "path", *, most: int = MOST_BYTES
 ) -> DataFrame:
     """The messages of files whose bytes are in a column, as the format `binaryFile` reads them: a
     message, an mbox, compressed or not. The columns are those of `mail`. `frame` may be a
@@ -134,7 +135,7 @@ def classify_files(
     *,
     verp: Verp = (),
     ledger: bool = False,
-    most: int = _stored.MOST_BYTES,
+    most: int = MOST_BYTES,
 ) -> DataFrame:
     """The results for the messages that `messages_of_files` finds, beside `source`, `offset` and
     `problem`."""

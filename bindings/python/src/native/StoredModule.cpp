@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -74,6 +75,35 @@ private:
     StoredMessages messages_;
 };
 
+/// The messages of a file that is read by a function of Python, one by one.
+class MailFile {
+public:
+    /// `isMessage`: it is one, whatever its path says.
+    MailFile(nb::callable read, std::string_view path, bool isMessage, std::size_t maxMessageSize)
+        : stream_(std::move(read)),
+          reader_(stream_, maxMessageSize, isMessage ? FileKind::message : kindOfName(path)) {}
+
+    /// The number of the next message and its bytes, or None for one that is too large; None at
+    /// the end; or a text, when the function has given one.
+    nb::object next() {
+        std::optional<MboxReader::Message> message;
+        try {
+            const nb::gil_scoped_release released;
+            message = reader_.next();
+        } catch (const ReadError& error) {
+            return nb::str(error.what());
+        }
+        if (!message) return nb::none();
+        const std::string& bytes = message->bytes;
+        if (message->tooLarge) return nb::make_tuple(message->index, nb::none());
+        return nb::make_tuple(message->index, nb::bytes(bytes.data(), bytes.size()));
+    }
+
+private:
+    PythonStream stream_;
+    MboxReader reader_;
+};
+
 /// Why what was unpacked and begins so is not read as mail; "" where it is.
 nb::str foreignContent(const nb::bytes& first) {
     const FileContent content = contentOf({first.c_str(), std::min(first.size(), decisiveBytes)});
@@ -94,6 +124,10 @@ void defineStored(nb::module_& module) {
         .def(nb::init<nb::callable, std::uint64_t, std::uint64_t, std::size_t>(), nb::arg("read"),
              nb::arg("begin"), nb::arg("end"), nb::arg("most"))
         .def("next", &StoredFile::next, nb::arg("rows"), nb::arg("bytes"));
+    nb::class_<MailFile>(module, "MailFile")
+        .def(nb::init<nb::callable, std::string_view, bool, std::size_t>(), nb::arg("read"),
+             nb::arg("path"), nb::arg("is_message"), nb::arg("most"))
+        .def("next", &MailFile::next);
     module.def("start_of_stream",
                [](std::uint64_t begin) { return StoredMessages::startOfStream({.begin = begin}); });
     module.def("can_be_divided", [](std::string_view path, const nb::bytes& first) {
