@@ -3,7 +3,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <ostream>
+#include <span>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -217,6 +219,14 @@ void chooseSuppressions(CommandLine& line) {
     parts.headings = line.format == "csv";
 }
 
+/// What to read about a mistake in the arguments.
+std::string hintFor(std::span<const char* const> arguments) {
+    const bool hasLedger = std::ranges::any_of(arguments, [](std::string_view argument) {
+        return argument == "--ledger" || argument.starts_with("--ledger=");
+    });
+    return hasLedger ? "a command such as scan comes first; see --help" : "see --help";
+}
+
 Options optionsOf(CommandLine line) {
     checkTogether(line);
     line.options.parts.rows.filter = line.options.recipients;
@@ -237,7 +247,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostr
     const Arguments arguments = {.argc = argc,
                                  .argv = argv,
                                  .help = [&] { return helpText(app); },
-                                 .hint = "see --help",
+                                 .hint = hintFor({argv, static_cast<std::size_t>(argc)}),
                                  .wrongUsage = EXIT_WRONG_USAGE};
     std::optional<Options> options;
     status = readArguments(app, arguments, out, err, [&] { options = optionsOf(std::move(line)); });

@@ -7,6 +7,7 @@
 #include "tool/commands/Command.h"
 #include "tool/commands/Intake.h"
 #include "tool/commands/LedgerOptions.h"
+#include "tool/sources/InputStream.h"
 
 namespace bouncecheck {
 namespace {
@@ -23,8 +24,7 @@ public:
     int run(const CommandStreams& streams) override {
         // The message first: no other process has to wait while it comes.
         const ledger::Time now = timeNow();
-        const ledger::MessageEntry entry =
-            Intake(maxMessageSize_, verp_).read(*openStandardInput(), "", now);
+        const ledger::MessageEntry entry = readStandardInput(now);
         ledger::Ledger file(file_, ledger::Ledger::Missing::create);
         file.database().leaveLog();
         applyRules(file, rules_);
@@ -34,6 +34,14 @@ public:
     }
 
 private:
+    ledger::MessageEntry readStandardInput(ledger::Time now) const {
+        try {
+            return Intake(maxMessageSize_, verp_).read(*openStandardInput(), "", now);
+        } catch (const ReadError& error) {
+            throw ReadError("standard input: " + std::string(error.what()));
+        }
+    }
+
     std::string file_;
     RuleOptions rules_;
     std::size_t maxMessageSize_ = SourceOptions().maxMessageSize;
