@@ -1,6 +1,8 @@
 #include "tool/Arguments.h"
 
+#include <algorithm>
 #include <ostream>
+#include <string_view>
 #include <utility>
 
 #include "tool/ExitStatus.h"
@@ -23,8 +25,10 @@ std::vector<std::string> guardedArguments(int argc, const char* const* argv) {
     return arguments;
 }
 
+bool isGuarded(std::string_view argument) noexcept { return argument.ends_with(bracketGuard); }
+
 std::string withoutGuard(std::string value) {
-    if (value.ends_with(bracketGuard)) value.pop_back();
+    if (isGuarded(value)) value.pop_back();
     return value;
 }
 
@@ -42,9 +46,12 @@ int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, 
         err << "bouncecheck: " << printable(problem) << " (" << arguments.hint << ")\n";
         return arguments.wrongUsage;
     };
-    for (CLI::Option* option : app.get_options()) option->transform(withoutGuard);
+    std::vector<std::string> guarded = guardedArguments(arguments.argc, arguments.argv);
+    if (std::ranges::any_of(guarded, isGuarded)) {
+        for (CLI::Option* option : app.get_options()) option->transform(withoutGuard);
+    }
     try {
-        app.parse(guardedArguments(arguments.argc, arguments.argv));
+        app.parse(std::move(guarded));
         complete();
     } catch (const CLI::CallForHelp&) {
         print(out, arguments.help());

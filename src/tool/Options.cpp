@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 #include <span>
 #include <stdexcept>
@@ -138,15 +139,9 @@ void declareOther(CLI::App& app, CommandLine& line) {
     app.set_help_flag("-h,--help", "Print this help")->group(group);
     app.set_version_flag("--version", "bouncecheck " BOUNCECHECK_VERSION, "Print the version")
         ->group(group);
-    const CLI::Option* output = app.get_option("--output");
-    const CLI::Option* color = app.get_option("--color");
-    const auto others = app.get_options(
-        [&](const CLI::Option* option) { return option != output && option != color; });
-    CLI::Option* listPhrases =
-        app.add_flag("--list-phrases", line.listPhrases,
-                     "Print every phrase, pattern, marker and rule of the verdicts as JSON\nlines")
-            ->group(group);
-    for (CLI::Option* other : others) listPhrases->excludes(other);
+    app.add_flag("--list-phrases", line.listPhrases,
+                 "Print every phrase, pattern, marker and rule of the verdicts as JSON\nlines")
+        ->group(group);
 }
 
 void declare(CLI::App& app, CommandLine& line) {
@@ -186,6 +181,17 @@ void checkTogether(const CommandLine& line) {
     };
     for (const auto& [isMade, problem] : mistakes) {
         if (isMade) throw std::invalid_argument(problem);
+    }
+}
+
+/// Throws std::invalid_argument for what has no effect beside --list-phrases.
+void checkBesideListPhrases(const CLI::App& app) {
+    constexpr std::string_view allowed[] = {"--list-phrases", "--output", "--color"};
+    for (const CLI::Option* option : app.get_options()) {
+        const std::string name = option->get_name();
+        if (option->count() > 0 && std::ranges::find(allowed, name) == std::end(allowed)) {
+            throw std::invalid_argument("--list-phrases excludes " + name);
+        }
     }
 }
 
@@ -250,7 +256,10 @@ std::optional<Options> parseOptions(int argc, const char* const* argv, std::ostr
                                  .hint = hintFor({argv, static_cast<std::size_t>(argc)}),
                                  .wrongUsage = EXIT_WRONG_USAGE};
     std::optional<Options> options;
-    status = readArguments(app, arguments, out, err, [&] { options = optionsOf(std::move(line)); });
+    status = readArguments(app, arguments, out, err, [&] {
+        if (line.listPhrases) checkBesideListPhrases(app);
+        options = optionsOf(std::move(line));
+    });
     return options;
 }
 
