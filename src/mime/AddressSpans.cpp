@@ -122,16 +122,16 @@ std::size_t skipPunctuation(std::string_view line, std::size_t begin, std::size_
     return begin;
 }
 
-/// Whether a control character but a tab stands in what lies between, or beside it: then it is
-/// part of something else, however it looks.
+/// Whether a control character stands in what lies between, or beside it: then it is part of
+/// something else, however it looks. White space may stand beside it.
 bool touchesControl(std::string_view line, std::size_t begin, std::size_t end) {
     if (begin > 0) --begin;
     while (begin > 0 && continuesCharacter(line[begin])) --begin;
     if (end < line.size()) ++end;
     while (end < line.size() && continuesCharacter(line[end])) ++end;
     std::string_view part = line.substr(begin, end - begin);
-    if (part.starts_with('\t')) part.remove_prefix(1);
-    if (part.ends_with('\t')) part.remove_suffix(1);
+    if (ascii::isSpace(part.front())) part.remove_prefix(1);
+    if (!part.empty() && ascii::isSpace(part.back())) part.remove_suffix(1);
     return findControl(part).at != npos;
 }
 

@@ -36,6 +36,7 @@ TEST(AddressSpans, AreWhereAddressesStand) {
          "ann@x.example> <\xE2\x80\xAE"
          "b@x.example> c@x.example\x1B[0m\td@x.example",
          "d@x.example"},
+        {"for\r\na@x.example\r\n<b@x.example>\nfailed", "a@x.example|b@x.example"},
         // quotes
         {"\"q r\"@x.example \"q\\\"r\"@x.example", "\"q r\"@x.example|\"q\\\"r\"@x.example"},
         {"\"Joe <a@b.example>\"@x.example", "\"Joe <a@b.example>\"@x.example"},
