@@ -5,7 +5,6 @@
 
 #include "mime/AddressSpans.h"
 #include "recipients/DialogueLine.h"
-#include "text/Search.h"
 
 namespace bouncecheck {
 
@@ -21,7 +20,7 @@ bool Dialogue::read(std::string_view line) {
 /// ">>> RCPT TO:<a@b.example>"
 void Dialogue::readCommand(std::string_view command) {
     const std::vector<AddressSpan> spans = findAddresses(command);
-    const bool isRecipient = containsNoCase(command.substr(0, 14), "RCPT");
+    const bool isRecipient = isRecipientCommand(command);
     recipient_.reset();
     if (isRecipient && !spans.empty()) {
         recipient_ = named_.add(Tier::stated, spans.front().in(command));

@@ -2,12 +2,37 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <span>
 
 #include "text/Ascii.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
+
+/// Whether `text` holds a time of day: "11:13:02".
+bool hasTime(std::string_view text) {
+    for (std::size_t colon = text.find(':'); colon != npos; colon = text.find(':', colon + 1)) {
+        if (colon > 0 && ascii::isDigit(text[colon - 1]) && colon + 1 < text.size() &&
+            ascii::isDigit(text[colon + 1])) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// `line` without the time that a log puts in front of what was said: "Tue 11:13:02: [7:1] --> ".
+std::string_view withoutStamp(std::string_view line) {
+    static constexpr auto arrows = std::to_array<std::string_view>({"-->", "<--"});
+    constexpr std::size_t longest = 64;
+    const std::string_view front = line.substr(0, longest);
+    for (const std::string_view arrow : arrows) {
+        const std::size_t at = front.find(arrow);
+        if (at != npos && hasTime(front.substr(0, at))) return line.substr(at);
+    }
+    return line;
+}
 
 /// What follows the first of `marks` that `line` begins with; nothing where none does.
 std::optional<std::string_view> behindMark(std::string_view line,
@@ -32,20 +57,25 @@ constexpr auto commandMarks = std::to_array<std::string_view>({">>>", "-->", "C:
 bool isDialogueCommand(std::string_view line) {
     static constexpr auto verbs = std::to_array<std::string_view>(
         {"RCPT", "MAIL", "DATA", "EHLO", "HELO", "LHLO", "AUTH", "STARTTLS", "QUIT"});
-    const std::optional<std::string_view> command = behindMark(line, commandMarks);
+    const std::optional<std::string_view> command = behindMark(withoutStamp(line), commandMarks);
     return command && (command->empty() || beginsWith(*command, verbs));
 }
 
 bool isSenderCommand(std::string_view line) {
     static constexpr auto verbs =
         std::to_array<std::string_view>({"MAIL", "EHLO", "HELO", "LHLO", "AUTH"});
-    const std::optional<std::string_view> command = behindMark(line, commandMarks);
+    const std::optional<std::string_view> command = behindMark(withoutStamp(line), commandMarks);
     return command && beginsWith(*command, verbs);
+}
+
+bool isRecipientCommand(std::string_view line) {
+    const std::optional<std::string_view> command = behindMark(withoutStamp(line), commandMarks);
+    return command && ascii::startsWithNoCase(*command, "RCPT");
 }
 
 std::optional<std::string_view> dialogueReply(std::string_view line) {
     static constexpr auto marks = std::to_array<std::string_view>({"<<<", "<--", "S: "});
-    const std::optional<std::string_view> reply = behindMark(line, marks);
+    const std::optional<std::string_view> reply = behindMark(withoutStamp(line), marks);
     const bool isReply =
         reply && (line.starts_with("<<<") || (!reply->empty() && ascii::isDigit(reply->front())));
     return isReply ? reply : std::nullopt;

@@ -115,7 +115,8 @@ bool Notice::beginsReturned(std::size_t i) const {
     const std::string_view line = ascii::trim(lines_[i].text);
     if (isRule(line)) return true;
     const bool isBeforeBlank = i + 1 < lines_.size() && lines_[i + 1].isBlank();
-    if (line.ends_with(':') && isBeforeBlank) return true;
+    // Not "Those who did not receive a copy of your message:"
+    if (line.ends_with(':') && isBeforeBlank && !lines_[i].has(Cue::failure)) return true;
     if (lines_[i].isOfHeader) return false;
     while (++i < lines_.size() && lines_[i].isBlank()) {
     }

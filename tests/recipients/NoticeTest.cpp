@@ -34,6 +34,7 @@ TEST(Notice, EndsWhereTheReturnedMessageBegins) {
         {"--- Cause of the failure ---\n\n", false},
         {"Original message sizes vary.\n\n", false},
         {"A copy of the message is kept.\n\n", false},
+        {"Others did not receive a copy of the message:\n\n", false},
         {"The original message follows.\n\nhttps://x.example/\n\n", false},
         // a header without words
         {"Received: by x\nMessage-ID: <1@x>\nSubject: hi\n\n", true},
@@ -149,6 +150,9 @@ TEST(Notice, GivesTheRepliesOfADialogueToTheirRecipients) {
         {"--> MAIL From:<me@own.example>\n<-- 250 2.1.0 Ok\n--> RCPT To:<a@x.example>\n<-- 250 Ok\n"
          "--> RCPT To:<b@x.example>\n<-- 550 5.1.1 unknown user\n--> QUIT\n",
          "b@x.example unknown-mailbox suppress"},
+        {"Tue 2024-05-14 11:13:02: [3:1] --> RCPT To:<a@x.example>\nTue 2024-05-14 11:13:03: [3:1] "
+         "<-- 452 4.2.2 mailbox full\n",
+         "a@x.example mailbox-full retry"},
         {"C: RCPT TO:<a@x.example>\nS: 250 Ok\nC: RCPT TO:<b@x.example>\nS: 452 4.2.2 Full\n",
          "b@x.example mailbox-full retry"},
         // a person's quotation marks are no dialogue

@@ -55,6 +55,7 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::failure, "delivery status"},
     {Cue::failure, "delivery to"},
     {Cue::failure, "did not reach"},
+    {Cue::failure, "did not receive a copy"},
     {Cue::failure, "didn't reach"},
     {Cue::failure, "does not exist"},
     {Cue::failure, "doesn't exist"},
