@@ -242,6 +242,9 @@ bool LineShape::findLabel(std::string_view before) {
     }
     if (!best) return !isWide;
     label_ = best->kind;
+    const std::size_t begin = label.size() - best->label.size();
+    isField_ = before.size() < longest && isFrame(std::string_view(label).substr(0, begin)) &&
+               isFrame(line_.substr(spans_.back().end)) && labelledSpans().size() == spans_.size();
     isCommand_ = best->label == "rcpt to";
     return true;
 }

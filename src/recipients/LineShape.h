@@ -43,6 +43,8 @@ public:
     bool isFailureReply() const noexcept;
     /// Of a labelled line: what its label says.
     LabelKind label() const noexcept { return label_; }
+    /// Whether the line is a label and an address, and nothing else: "Original Sender: <a@b>".
+    bool isField() const noexcept { return isField_; }
     /// Whether the label is a command of SMTP: "RCPT TO:".
     bool isCommand() const noexcept { return isCommand_; }
     /// The addresses that belong to the label: the first, and those which only commas divide
@@ -65,6 +67,7 @@ private:
     LabelKind label_ = LabelKind::unlisted;
     bool isSeparated_ = false;
     bool isCommand_ = false;
+    bool isField_ = false;
     Kind kind_;
 };
 

@@ -14,10 +14,13 @@ namespace {
 /// What Postfix writes behind or in front of replies: "(in reply to MAIL FROM command)". Whether
 /// they are to commands that name the sender; nothing where there is no such note.
 std::optional<bool> notesSender(std::string_view text) {
-    constexpr std::string_view note = "in reply to";
+    constexpr std::string_view note = "reply to";
     bool isFound = findBytes(text, "refused to talk to me:") != npos;
     for (std::size_t at = findBytes(text, note); at != npos; at = findBytes(text, note, at)) {
+        // Lines are folded at any blank.
+        const bool isNote = ascii::trimRight(text.substr(0, at)).ends_with("in");
         at += note.size();
+        if (!isNote) continue;
         const std::string_view verb = ascii::trimLeft(text.substr(at, 16));
         if (!verb.starts_with("MAIL") && !verb.starts_with("EHLO") && !verb.starts_with("HELO")) {
             return false;

@@ -20,6 +20,13 @@ bool endsSentence(std::string_view text) noexcept {
            text.ends_with(wideComma);
 }
 
+bool beginsWithCondition(std::string_view sentence) {
+    return std::ranges::any_of(conditionWords, [&](std::string_view word) {
+        return ascii::startsWithNoCase(sentence, word) && sentence.size() > word.size() &&
+               sentence[word.size()] == ' ';
+    });
+}
+
 std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
     constexpr std::size_t near = 600;
     const auto begin = static_cast<std::size_t>(sentence.data() - line.data());

@@ -11,6 +11,9 @@ namespace bouncecheck {
 /// A reply may follow in a sentence of its own.
 std::string_view wordsFrom(std::string_view line, std::string_view sentence);
 
+/// Whether `sentence` supposes something rather than saying it: "If your mail did not arrive".
+bool beginsWithCondition(std::string_view sentence);
+
 /// Whether `text` ends where a sentence does.
 bool endsSentence(std::string_view text) noexcept;
 

@@ -47,8 +47,7 @@ private:
         }
         // What is quoted, or below a signature's mark, is nobody who failed.
         isSigned_ = isSigned_ || (text == "--" && !stated().empty());
-        const bool isQuoted = text.starts_with('>') && !text.starts_with(">>>");
-        if (isSigned_ || isQuoted) return;
+        if (isSigned_ || isQuoted(text)) return;
         isBelowRule_ = isBelowRule_ || (named_.hasWords() && isRule(text));
         beginsParagraph_ = !std::exchange(inParagraph_, true);
         if (beginsParagraph_) {
@@ -59,6 +58,15 @@ private:
         if (dialogue_.read(text)) return;
         if (!readAddresses(line)) addWords(text);
         before_.replace(text, line.cues, !beginsParagraph_);
+    }
+
+    /// Whether a line is a quotation. Below a heading, the same mark stands for an entry of a list.
+    bool isQuoted(std::string_view line) const {
+        if (!line.starts_with('>') || line.starts_with(">>>")) return false;
+        const bool isBelowHeading = before_.reportsFailure() && before_.isIntroduction();
+        if (!isBelowHeading && !before_.text().starts_with('>')) return true;
+        const LineShape shape(line, findAddresses(line));
+        return shape.kind() != LineShape::Kind::alone;
     }
 
     void endParagraph() {
@@ -173,7 +181,7 @@ private:
 
     bool readLabelled(const NoticeLine& line, const LineShape& shape) {
         switch (shape.label()) {
-            case LabelKind::other: return false;
+            case LabelKind::other: return shape.isField();
             case LabelKind::addressee: named_.add(Tier::addressee, shape.first()); return false;
             case LabelKind::original:
             case LabelKind::alias:
@@ -248,7 +256,7 @@ private:
             if (others_.isAddressee(address) || shape.isOfSender(span)) continue;
             const std::string_view sentence = sentenceOf(line.text, span);
             const Cues cues = cuesIn(sentence);
-            if (cues.has(Cue::contact) ||
+            if (cues.has(Cue::contact) || beginsWithCondition(sentence) ||
                 paragraph_.isAside(sentence, cues, line.text, before_.text()))
                 continue;
             const auto added = named_.add(Tier::sentence, address);

@@ -93,6 +93,9 @@ TEST(RecipientDoubts, AreWhetherTheSenderWasRefused) {
         {">>> MAIL From:<me@own.example>\n<<< " + reply, "a@x.example policy fix"},
         {">>> RCPT To:<a@x.example>\n<<< " + reply, "a@x.example unknown-mailbox suppress"},
         {"host said: " + reply + " (in reply to\n    MAIL FROM command)", "a@x.example policy fix"},
+        {"host said: " + reply +
+             " (in\n    reply to RCPT TO command)\n\n<b@x.example>: refused to talk to me: 421 no",
+         "a@x.example unknown-mailbox suppress"},
         {"host said: " + reply + " (in reply to RCPT TO command)",
          "a@x.example unknown-mailbox suppress"},
         {">>> MAIL From:<me@own.example>\n<<< 250 ok\n>>> RCPT To:<a@x.example>\n<<< " + reply,
@@ -107,6 +110,11 @@ TEST(RecipientDoubts, AreWhetherTheSenderWasRefused) {
                   expected)
             << dialogue;
     }
+    // Fields beside the recipient's say who sent the message, and no more.
+    EXPECT_EQ(advised("From: MAILER-DAEMON@mx.example\nTo: me@own.example\n\nCould not be "
+                      "delivered because of\n\n550 5.1.1 User unknown\n\nThe following recipients "
+                      "were affected:\n   a@x.example\n\nMore\nSender: <me@own.example>\n"),
+              "a@x.example unknown-mailbox suppress");
     // What the text says of a recipient whom only the text names is no reply in a report.
     EXPECT_EQ(advised(notice("<a@x.example>: no such user\n\n>>> MAIL From:<me@own.example>\n<<< " +
                              reply)),

@@ -131,6 +131,9 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
          "a@x.example; b@x.example"},
         {"could not be delivered to a@x.example.\n\nRegards,\nCleo Cee <c@x.example>\n",
          "a@x.example"},
+        {"The following addresses failed:\n\n> a@x.example\n> b@x.example\n\n> c@x.example said\n",
+         "a@x.example; b@x.example"},
+        {"could not be delivered to a@x.example.\n\nAnn wrote:\n\n> c@x.example\n", "a@x.example"},
         // in front of what is said of it
         {"<a@x.example>:\nSorry, no mailbox here by that name. (#5.1.1)\n\n"
          "<b@x.example>:\n192.0.2.1 does not like recipient.\n",
@@ -199,6 +202,7 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
          ""},
         {"a message from b@x.example could not be delivered to a@x.example", "a@x.example"},
         {"could not be delivered to postmaster@mx.example\n", ""},
+        {"Your ticket is open. If your mail to a@x.example was not delivered, please call.\n", ""},
         {"You are not authorized to write to the list from your\nme@own.example account.\n"
          "Please write to the list\nowners: b@x.example\n",
          ""},

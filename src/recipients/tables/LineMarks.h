@@ -41,6 +41,10 @@ inline constexpr auto ownedWords = std::to_array<std::string_view>({
     "endereco",
 });
 
+/// Words that begin a sentence which supposes something, and begin no other.
+inline constexpr auto conditionWords = std::to_array<std::string_view>(
+    {"if", "wenn", "falls", "sofern", "indien", "jeśli", "если", "Если"});
+
 /// What stands between the last two addresses of a list.
 inline constexpr auto joiningWords = std::to_array<std::string_view>(
     {"and", "und", "et", "y", "e", "en", "och", "og", "и", "i"});
