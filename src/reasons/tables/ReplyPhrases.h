@@ -12,6 +12,10 @@ namespace bouncecheck {
 inline constexpr PhraseRow clearPhrases[] = {
     // Replies of providers, whose words mean something else elsewhere
     {"received complaints concerning mail", Reason::reputation},
+    {"recipient preferences", Reason::policy},
+    {"forward dns for", Reason::reputation},
+    {"contains a link that", Reason::content},
+    {"contains a link which", Reason::content},
     {"junk email reporting", Reason::reputation},
     {"exceeded the connection limit", Reason::rateLimit},
     {"has exceeded the rate limit", Reason::rateLimit},
@@ -3398,6 +3402,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"not our customer", Reason::unknownMailbox},
     {"not found in directory", Reason::unknownMailbox},
     {"recipnotfound", Reason::unknownMailbox},
+    {"reason: unknown address", Reason::unknownMailbox},
     {"resolver.adr.recip", Reason::unknownMailbox},
     {"resolver.adr.exrecip", Reason::unknownMailbox},
     {"recipient not found", Reason::unknownMailbox},
@@ -5934,6 +5939,7 @@ inline constexpr PhraseRow hintPhrases[] = {
     {"non e stato trovato", Reason::unknownMailbox},
     {"niet gevonden", Reason::unknownMailbox},
     {"ikke funnet", Reason::unknownMailbox},
+    {"not appear to be registered", Reason::unknownDomain},
     {"not host the domain", Reason::unknownDomain},
     {"several matches found", Reason::unknownMailbox},
     {"hittades inte", Reason::unknownMailbox},
