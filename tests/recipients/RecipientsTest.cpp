@@ -190,6 +190,7 @@ TEST(Recipients, KnowsTheShapesOfNotices) {
         {"Your request to the a@x.example mailing list\n\n    Posting of your message\n\n"
          "has been rejected by the list moderator.\n",
          "a@x.example"},
+        {"Votre message pour la liste a@x.example a été rejeté.", "a@x.example"},
         // nobody: people who help, senders, links, the message's own words
         {"could not be delivered. For assistance, contact help@x.example\n", ""},
         {"could not be delivered\n\nPlease send questions to\n  help@x.example\n", ""},
@@ -234,6 +235,8 @@ TEST(Recipients, AttachesWhatIsSaidToItsRecipient) {
 
 TEST(Recipients, TellsDelaysFromFailures) {
     EXPECT_EQ(named(notice("The message has not yet been delivered to\n\n  a@x.example\n")),
+              "a@x.example delayed text");
+    EXPECT_EQ(named(notice("Il messaggio non è stato ancora consegnato a\n\n  a@x.example\n")),
               "a@x.example delayed text");
     EXPECT_EQ(named(notice("Delivery has been delayed.\n\n<a@x.example>: 550 5.1.1 no\n")),
               "a@x.example failed text");
