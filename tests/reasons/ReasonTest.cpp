@@ -41,6 +41,9 @@ TEST(Reason, GoesByWhatRepliesSay) {
          "reputation", "fix"},
         {"", "SMTP error after MAIL FROM:<me@own.example>: 550 5.1.0 x.example does not exist",
          "policy", "fix"},
+        {"5.1.1", "550 5.1.1 Refused due to recipient preferences", "policy", "fix"},
+        {"", "user does not exist, but will deliver to /home/x/\ncan not open new file errno=122",
+         "mailbox-full", "retry"},
         // the other reasons
         {"5.1.2", "550 5.1.2 <a@x.example>... Host unknown", "unknown-domain", "suppress"},
         {"5.4.4", "Host or domain name not found. Name service error for name=x.example",
