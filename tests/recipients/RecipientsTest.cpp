@@ -238,6 +238,8 @@ TEST(Recipients, TellsDelaysFromFailures) {
               "a@x.example delayed text");
     EXPECT_EQ(named(notice("Il messaggio non è stato ancora consegnato a\n\n  a@x.example\n")),
               "a@x.example delayed text");
+    EXPECT_EQ(named(notice("メールがまだ配信されていません。\n\n  a@x.example\n")),
+              "a@x.example delayed text");
     EXPECT_EQ(named(notice("Delivery has been delayed.\n\n<a@x.example>: 550 5.1.1 no\n")),
               "a@x.example failed text");
 }
