@@ -44,6 +44,8 @@ TEST(Reason, GoesByWhatRepliesSay) {
         {"5.1.1", "550 5.1.1 Refused due to recipient preferences", "policy", "fix"},
         {"", "user does not exist, but will deliver to /home/x/\ncan not open new file errno=122",
          "mailbox-full", "retry"},
+        {"", "The DNS records for the\ndestination computer could not be found. Host x not found",
+         "unknown-domain", "suppress"},
         // the other reasons
         {"5.1.2", "550 5.1.2 <a@x.example>... Host unknown", "unknown-domain", "suppress"},
         {"5.4.4", "Host or domain name not found. Name service error for name=x.example",

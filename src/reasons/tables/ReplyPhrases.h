@@ -18,6 +18,8 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"forward dns for", Reason::reputation},
     {"contains a link that", Reason::content},
     {"contains a link which", Reason::content},
+    {"file pattern", Reason::content},
+    {"accept messages of this size", Reason::messageTooLarge},
     {"junk email reporting", Reason::reputation},
     {"exceeded the connection limit", Reason::rateLimit},
     {"has exceeded the rate limit", Reason::rateLimit},
@@ -192,6 +194,8 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"cheia ou esta recebendo", Reason::mailboxFull},
     {"voll oder es gehen", Reason::mailboxFull},
     {"quota exceeded while writing", Reason::mailboxFull},
+    {"user exceeds its quota", Reason::mailboxFull},
+    {"user exceeds their quota", Reason::mailboxFull},
     {"quota exceeded while saving", Reason::mailboxFull},
     {"inbox is full, or it's getting", Reason::mailboxFull},
     {"has too many messages", Reason::mailboxFull},
@@ -2551,6 +2555,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"domain is not found", Reason::unknownDomain},
     {"domain couldn't be found", Reason::unknownDomain},
     {"destination computer was not found", Reason::unknownDomain},
+    {"destination computer could not be found", Reason::unknownDomain},
     {"domain could not be found", Reason::unknownDomain},
     {"domain has no mail", Reason::unknownDomain},
     {"domain does not accept mail", Reason::unknownDomain},
@@ -5188,6 +5193,7 @@ inline constexpr PhraseRow fairPhrases[] = {
 /// These hint at why; not enough to stop mailing an address.
 inline constexpr PhraseRow hintPhrases[] = {
     // what may be said of a host, a group or a full box, too
+    {"no figura en el directorio", Reason::unknownMailbox},
     {"nicht registriert", Reason::unknownMailbox},
     {"nicht eingerichtet", Reason::unknownMailbox},
     {"ist erloschen", Reason::unknownMailbox},
@@ -5800,6 +5806,9 @@ inline constexpr PhraseRow hintPhrases[] = {
     {"da dầy", Reason::mailboxFull},
     {"配信遅延", Reason::expired},
     {"配信が遅延", Reason::expired},
+    {"まだ配信されて", Reason::expired},
+    {"尚未投递", Reason::expired},
+    {"尚未送达", Reason::expired},
     {"entrega retrasada", Reason::expired},
     {"zustellung verzogert", Reason::expired},
     {"noch nicht zugestellt", Reason::expired},
