@@ -16,6 +16,8 @@ public:
     /// Without white space around it; "" in front of the first line.
     std::string_view text() const noexcept { return text_; }
     bool reportsFailure() const noexcept { return cues_.has(Cue::failure); }
+    /// Whether it reports a failure or a delay.
+    bool reportsTrouble() const noexcept { return cues_.haveTrouble(); }
     /// Whether it ends with a colon.
     bool isIntroduction() const noexcept;
     /// The whole line, where it is the heading of a list and says why mail failed; else "".

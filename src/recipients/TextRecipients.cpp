@@ -63,7 +63,7 @@ private:
     /// Whether a line is a quotation. Below a heading, the same mark stands for an entry of a list.
     bool isQuoted(std::string_view line) const {
         if (!line.starts_with('>') || line.starts_with(">>>")) return false;
-        const bool isBelowHeading = before_.reportsFailure() && before_.isIntroduction();
+        const bool isBelowHeading = before_.reportsTrouble() && before_.isIntroduction();
         if (!isBelowHeading && !before_.text().starts_with('>')) return true;
         const LineShape shape(line, findAddresses(line));
         return shape.kind() != LineShape::Kind::alone;

@@ -240,6 +240,8 @@ TEST(Recipients, TellsDelaysFromFailures) {
               "a@x.example delayed text");
     EXPECT_EQ(named(notice("メールがまだ配信されていません。\n\n  a@x.example\n")),
               "a@x.example delayed text");
+    EXPECT_EQ(named(notice("The message has not been delivered yet to:\n\n> a@x.example\n")),
+              "a@x.example delayed text");
     EXPECT_EQ(named(notice("Delivery has been delayed.\n\n<a@x.example>: 550 5.1.1 no\n")),
               "a@x.example failed text");
 }
