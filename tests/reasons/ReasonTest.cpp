@@ -46,6 +46,7 @@ TEST(Reason, GoesByWhatRepliesSay) {
          "mailbox-full", "retry"},
         {"", "The DNS records for the\ndestination computer could not be found. Host x not found",
          "unknown-domain", "suppress"},
+        {"", "Reason: sender's host name was not found", "unknown-domain", "retry"},
         // the other reasons
         {"5.1.2", "550 5.1.2 <a@x.example>... Host unknown", "unknown-domain", "suppress"},
         {"5.4.4", "Host or domain name not found. Name service error for name=x.example",
