@@ -130,7 +130,7 @@ bool touchesControl(std::string_view line, std::size_t begin, std::size_t end) {
     if (end < line.size()) ++end;
     while (end < line.size() && continuesCharacter(line[end])) ++end;
     std::string_view part = line.substr(begin, end - begin);
-    if (ascii::isSpace(part.front())) part.remove_prefix(1);
+    if (!part.empty() && ascii::isSpace(part.front())) part.remove_prefix(1);
     if (!part.empty() && ascii::isSpace(part.back())) part.remove_suffix(1);
     return findControl(part).at != npos;
 }

@@ -4,28 +4,23 @@
 #include <vector>
 
 #include "mime/AddressSpans.h"
-#include "recipients/DialogueLine.h"
 
 namespace bouncecheck {
 
 bool Dialogue::read(std::string_view line) {
-    if (isDialogueCommand(line)) {
-        readCommand(line);
-        return true;
-    }
-    const std::optional<std::string_view> reply = dialogueReply(line);
-    return reply && readReply(*reply);
+    const DialogueLine dialogue(line);
+    if (dialogue.isCommand()) readCommand(dialogue);
+    return dialogue.isCommand() || (dialogue.isReply() && readReply(dialogue.said()));
 }
 
 /// ">>> RCPT TO:<a@b.example>"
-void Dialogue::readCommand(std::string_view command) {
-    const std::vector<AddressSpan> spans = findAddresses(command);
-    const bool isRecipient = isRecipientCommand(command);
+void Dialogue::readCommand(const DialogueLine& command) {
+    const std::vector<AddressSpan> spans = findAddresses(command.said());
     recipient_.reset();
-    if (isRecipient && !spans.empty()) {
-        recipient_ = named_.add(Tier::stated, spans.front().in(command));
+    if (command.isRecipientCommand() && !spans.empty()) {
+        recipient_ = named_.add(Tier::stated, spans.front().in(command.said()));
     }
-    isOfAll_ = !isRecipient;
+    isOfAll_ = !command.isRecipientCommand();
 }
 
 /// "<<< 550 no such user"

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "recipients/Bystanders.h"
+#include "recipients/DialogueLine.h"
 #include "recipients/NamedRecipients.h"
 
 namespace bouncecheck {
@@ -22,7 +23,7 @@ public:
     bool read(std::string_view line);
 
 private:
-    void readCommand(std::string_view command);
+    void readCommand(const DialogueLine& command);
     bool readReply(std::string_view reply);
 
     NamedRecipients& named_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <span>
 
 #include "text/Ascii.h"
@@ -24,14 +25,13 @@ bool hasTime(std::string_view text) {
 
 /// `line` without the time that a log puts in front of what was said: "Tue 11:13:02: [7:1] --> ".
 std::string_view withoutStamp(std::string_view line) {
-    static constexpr auto arrows = std::to_array<std::string_view>({"-->", "<--"});
     constexpr std::size_t longest = 64;
-    const std::string_view front = line.substr(0, longest);
-    for (const std::string_view arrow : arrows) {
-        const std::size_t at = front.find(arrow);
-        if (at != npos && hasTime(front.substr(0, at))) return line.substr(at);
-    }
-    return line;
+    const std::size_t dashes = line.substr(0, longest).find("--");
+    if (dashes == 0 || dashes == npos) return line;
+    const bool isReply = line[dashes - 1] == '<';
+    if (!isReply && !line.substr(dashes).starts_with("-->")) return line;
+    const std::size_t at = dashes - (isReply ? 1 : 0);
+    return hasTime(line.substr(0, at)) ? line.substr(at) : line;
 }
 
 /// What follows the first of `marks` that `line` begins with; nothing where none does.
@@ -51,34 +51,31 @@ bool beginsWith(std::string_view command, std::span<const std::string_view> verb
 }
 
 constexpr auto commandMarks = std::to_array<std::string_view>({">>>", "-->", "C: "});
+constexpr auto replyMarks = std::to_array<std::string_view>({"<<<", "<--", "S: "});
+
+constexpr auto verbs = std::to_array<std::string_view>(
+    {"RCPT", "MAIL", "DATA", "EHLO", "HELO", "LHLO", "AUTH", "STARTTLS", "QUIT"});
+/// Those before any recipient is named.
+constexpr auto senderVerbs =
+    std::to_array<std::string_view>({"MAIL", "EHLO", "HELO", "LHLO", "AUTH"});
 
 }  // namespace
 
-bool isDialogueCommand(std::string_view line) {
-    static constexpr auto verbs = std::to_array<std::string_view>(
-        {"RCPT", "MAIL", "DATA", "EHLO", "HELO", "LHLO", "AUTH", "STARTTLS", "QUIT"});
-    const std::optional<std::string_view> command = behindMark(withoutStamp(line), commandMarks);
-    return command && (command->empty() || beginsWith(*command, verbs));
+DialogueLine::DialogueLine(std::string_view line) {
+    line = withoutStamp(line);
+    if (const auto command = behindMark(line, commandMarks)) {
+        isCommand_ = command->empty() || beginsWith(*command, verbs);
+        if (isCommand_) said_ = *command;
+    } else if (const auto reply = behindMark(line, replyMarks)) {
+        isReply_ = line.starts_with("<<<") || (!reply->empty() && ascii::isDigit(reply->front()));
+        if (isReply_) said_ = *reply;
+    }
 }
 
-bool isSenderCommand(std::string_view line) {
-    static constexpr auto verbs =
-        std::to_array<std::string_view>({"MAIL", "EHLO", "HELO", "LHLO", "AUTH"});
-    const std::optional<std::string_view> command = behindMark(withoutStamp(line), commandMarks);
-    return command && beginsWith(*command, verbs);
-}
+bool DialogueLine::isSenderCommand() const { return isCommand_ && beginsWith(said_, senderVerbs); }
 
-bool isRecipientCommand(std::string_view line) {
-    const std::optional<std::string_view> command = behindMark(withoutStamp(line), commandMarks);
-    return command && ascii::startsWithNoCase(*command, "RCPT");
-}
-
-std::optional<std::string_view> dialogueReply(std::string_view line) {
-    static constexpr auto marks = std::to_array<std::string_view>({"<<<", "<--", "S: "});
-    const std::optional<std::string_view> reply = behindMark(withoutStamp(line), marks);
-    const bool isReply =
-        reply && (line.starts_with("<<<") || (!reply->empty() && ascii::isDigit(reply->front())));
-    return isReply ? reply : std::nullopt;
+bool DialogueLine::isRecipientCommand() const {
+    return isCommand_ && ascii::startsWithNoCase(said_, "RCPT");
 }
 
 }  // namespace bouncecheck

@@ -1,21 +1,31 @@
 #pragma once
 
-#include <optional>
 #include <string_view>
 
 namespace bouncecheck {
 
-/// Whether `line`, without white space around it, is what a client said in an SMTP dialogue as
-/// notices quote it: ">>> RCPT TO:<a@b.example>". A log puts the time in front.
-bool isDialogueCommand(std::string_view line);
+/// A line as it may stand in an SMTP dialogue that a notice quotes: ">>> RCPT TO:<a@b.example>",
+/// "<<< 550 no such user". A log puts the time in front. Refers to the line.
+class DialogueLine {
+public:
+    /// `line` has no white space around it.
+    explicit DialogueLine(std::string_view line);
 
-/// Whether a client said `line` there before it named any recipient: "EHLO", "MAIL FROM:".
-bool isSenderCommand(std::string_view line);
+    /// Whether the client said it.
+    bool isCommand() const noexcept { return isCommand_; }
+    /// Whether the client said it before it named any recipient: "EHLO", "MAIL FROM:".
+    bool isSenderCommand() const;
+    /// Whether the client named a recipient: "RCPT TO:".
+    bool isRecipientCommand() const;
+    /// Whether the server said it.
+    bool isReply() const noexcept { return isReply_; }
+    /// What either said: "550 no such user". Empty where nobody did.
+    std::string_view said() const noexcept { return said_; }
 
-/// Whether a client named a recipient there: "RCPT TO:".
-bool isRecipientCommand(std::string_view line);
-
-/// What a server said there: "<<< 550 no such user". Nothing for any other line.
-std::optional<std::string_view> dialogueReply(std::string_view line);
+private:
+    std::string_view said_;
+    bool isCommand_ = false;
+    bool isReply_ = false;
+};
 
 }  // namespace bouncecheck

@@ -38,11 +38,12 @@ bool refusesSender(std::string_view text) {
     bool isFound = false;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find('\n', at), text.size());
-        const std::string_view line = ascii::trim(text.substr(at, end - at));
+        const DialogueLine line(ascii::trim(text.substr(at, end - at)));
         at = end + 1;
-        if (isDialogueCommand(line)) isToSender = isSenderCommand(line);
-        const std::optional<std::string_view> reply = dialogueReply(line);
-        if (!reply || !(reply->starts_with('4') || reply->starts_with('5'))) continue;
+        if (line.isCommand()) isToSender = line.isSenderCommand();
+        const bool isRefusal =
+            line.isReply() && (line.said().starts_with('4') || line.said().starts_with('5'));
+        if (!isRefusal) continue;
         if (!isToSender) return false;
         isFound = true;
     }
