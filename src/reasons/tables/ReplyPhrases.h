@@ -2851,6 +2851,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"must approve", Reason::policy},
     {"relaying not", Reason::policy},
     {"relay access denied", Reason::policy},
+    {"trying to use me", Reason::policy},
     {"relay denied", Reason::policy},
     {"relay not", Reason::policy},
     {"relay is not", Reason::policy},
@@ -4843,6 +4844,7 @@ inline constexpr PhraseRow clearPhrases[] = {
 
 /// These say why unless the code says it better.
 inline constexpr PhraseRow fairPhrases[] = {
+    {"rule imposed mailbox access", Reason::policy},
     {"spf record", Reason::authentication},
     {"sending ip listed", Reason::reputation},
     {"sending ip is listed", Reason::reputation},
