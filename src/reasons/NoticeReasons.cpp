@@ -32,7 +32,7 @@ ReasonFinding NoticeReasons::ofQuotedReply(bool isTransient) const {
 
 ReasonFinding NoticeReasons::ofExplanation(bool isTransient) const {
     isTransient = isTransient || saysTemporary();
-    ReasonFinding clear = phraseFinding(matches(), PhraseKind::clear, isTransient);
+    const ReasonFinding clear = judgedClearWordsOfNotice(matches(), reading_.notice, isTransient);
     if (clear.isFound()) return onlyNews(clear);
     return onlyNews(phraseFinding(matches(), PhraseKind::fair, isTransient));
 }
@@ -40,11 +40,8 @@ ReasonFinding NoticeReasons::ofExplanation(bool isTransient) const {
 ReasonFinding NoticeReasons::ofAll(bool isTransient) const {
     if (reading_.notice.empty()) return {.isTransient = isTransient};
     isTransient = isTransient || saysTemporary();
-    ReasonFinding clear = phraseFinding(matches(), PhraseKind::clear, isTransient);
-    if (clear.isFound()) {
-        if (isQualified(clear, reading_.notice)) clear.isSure = false;
-        return onlyNews(clear);
-    }
+    const ReasonFinding clear = judgedClearWordsOfNotice(matches(), reading_.notice, isTransient);
+    if (clear.isFound()) return onlyNews(clear);
     const ReasonFinding status = ofStatus(isTransient);
     if (status.isFound()) return status;
     const ReasonFinding fair = phraseFinding(matches(), PhraseKind::fair, isTransient);

@@ -71,22 +71,22 @@ private:
     ReasonFinding ofClearWords() const {
         const ReasonFinding front = ofClearWordsInFront();
         if (front.isFound()) return front;
-        ReasonFinding finding =
-            phraseFinding(matches_, PhraseKind::clear, isTransient_ || matches_.saysTemporary());
-        const bool isDoubtful =
-            !reading_.codes.definite() &&
-            (namesOtherCause(finding, text_, matches_) || isQualified(finding, text_));
-        if (isDoubtful) finding.isSure = false;
-        return finding;
+        return clearWordsOf(matches_, text_);
+    }
+
+    ReasonFinding clearWordsOf(const PhraseMatches& matches, std::string_view text) const {
+        const bool isTransient = isTransient_ || matches.saysTemporary();
+        return reading_.codes.definite() ? phraseFinding(matches, PhraseKind::clear, isTransient)
+                                         : judgedClearWords(matches, text, isTransient);
     }
 
     /// Words in front of "If you think that it was taken for spam" say more than those behind.
     ReasonFinding ofClearWordsInFront() const {
         const std::size_t advice = findBytesNoCase(text_, "if you ");
         if (advice == npos) return {};
-        const PhraseMatches front(text_.substr(0, advice));
-        ReasonFinding finding = phraseFinding(front, PhraseKind::clear, isTransient_);
-        finding.isTransient = finding.isTransient || front.saysTemporary();
+        const std::string_view text = text_.substr(0, advice);
+        const PhraseMatches front(text);
+        ReasonFinding finding = clearWordsOf(front, text);
         if (mayBeAboutSender(front)) finding.isSure = false;
         return finding;
     }

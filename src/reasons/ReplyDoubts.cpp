@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "reasons/ClauseEnd.h"
+#include "reasons/Findings.h"
 #include "reasons/HintParty.h"
 #include "reasons/NamedHost.h"
 #include "reasons/Said.h"
@@ -87,10 +88,8 @@ bool hasFailureBehind(const ReasonFinding& finding, const PhraseMatches& matches
     return isFailure(PhraseKind::fair) || isFailure(PhraseKind::hint);
 }
 
-}  // namespace
-
+/// "License for user not found", "if the mailbox was deleted", "disabled at the moment"
 bool isQualified(const ReasonFinding& finding, std::string_view text) {
-    if (!isAboutMailbox(finding.reason)) return false;
     const Said said(text, finding.at);
     const bool isOfPart = beginsWithMailbox(finding.row) && said.isOfPart(mailboxNames);
     return isOfPart || said.isSupposed() || goesOnOtherwise(text, finding.end());
@@ -98,9 +97,29 @@ bool isQualified(const ReasonFinding& finding, std::string_view text) {
 
 bool namesOtherCause(const ReasonFinding& finding, std::string_view text,
                      const PhraseMatches& matches) {
-    return isAboutMailbox(finding.reason) &&
-           (isOfCheck(finding, text) || hasAlternative(finding, text, matches) ||
-            hasFailureBehind(finding, matches));
+    return isOfCheck(finding, text) || hasAlternative(finding, text, matches) ||
+           hasFailureBehind(finding, matches);
+}
+
+}  // namespace
+
+ReasonFinding judgedClearWords(const PhraseMatches& matches, std::string_view text,
+                               bool isTransient) {
+    ReasonFinding finding = phraseFinding(matches, PhraseKind::clear, isTransient);
+    const bool isDoubtful = isAboutMailbox(finding.reason) &&
+                            (namesOtherCause(finding, text, matches) || isQualified(finding, text));
+    if (isDoubtful) finding.isSure = false;
+    return finding;
+}
+
+ReasonFinding judgedClearWordsOfNotice(const PhraseMatches& matches, std::string_view notice,
+                                       bool isTransient) {
+    ReasonFinding finding = phraseFinding(matches, PhraseKind::clear, isTransient);
+    if (!isAboutMailbox(finding.reason)) return finding;
+    const std::string_view paragraph = paragraphAt(notice, finding.at);
+    const PhraseMatches around(paragraph);
+    if (!judgedClearWords(around, paragraph, isTransient).isSure) finding.isSure = false;
+    return finding;
 }
 
 bool mayBeAboutSender(const PhraseMatches& front) {

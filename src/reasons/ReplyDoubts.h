@@ -12,15 +12,17 @@ namespace bouncecheck {
 
 // --- Questions of clear words, which a definite status answers as well ------------------
 
-/// Whether words about a mailbox are about something that belongs to one ("License for user not
-/// found"), only suppose it ("if the mailbox was deleted"), or go on to say less ("disabled at the
-/// moment"). `text` is what they stand in.
-bool isQualified(const ReasonFinding& finding, std::string_view text);
+/// What the clear words of `text`, of which `matches` are known, give. It is unsure where they are
+/// about something that belongs to a mailbox ("License for user not found"), only suppose it ("if
+/// the mailbox was deleted"), go on to say less ("disabled at the moment"), or where those beside
+/// them name another cause ("user unknown or access denied") or why a mailbox is not known ("user
+/// not found: LDAP timeout").
+ReasonFinding judgedClearWords(const PhraseMatches& matches, std::string_view text,
+                               bool isTransient);
 
-/// Whether the words of a reply beside those about a mailbox name another cause ("user unknown or
-/// access denied"), or why it is not known ("user not found: LDAP timeout").
-bool namesOtherCause(const ReasonFinding& finding, std::string_view text,
-                     const PhraseMatches& matches);
+/// The same of a notice of several paragraphs, of which those around the words count.
+ReasonFinding judgedClearWordsOfNotice(const PhraseMatches& matches, std::string_view notice,
+                                       bool isTransient);
 
 /// Whether `front`, the words in front of an advice, are about the sender as much as about the
 /// mailbox: "Unknown user or sender refused. If you think ..."

@@ -16,6 +16,11 @@ namespace {
 /// Shorter lists, which nearly all are, are searched one by one.
 constexpr std::size_t longList = 16;
 
+bool hasAddress(const Recipient& recipient, std::string_view address) noexcept {
+    return ascii::equalsNoCase(recipient.address, address) ||
+           ascii::equalsNoCase(recipient.finalAddress, address);
+}
+
 }  // namespace
 
 /// The place of the recipient with that address, if there is one.
@@ -69,19 +74,24 @@ void RecipientList::setTag(std::string_view tag) {
 
 /// Whoever has that address, or else the first who failed, or the first of all.
 Recipient& RecipientList::meantBy(std::string_view address) {
-    const auto own = std::ranges::find_if(all_, [&](const Recipient& recipient) {
-        return ascii::equalsNoCase(recipient.address, address) ||
-               ascii::equalsNoCase(recipient.finalAddress, address);
-    });
+    const auto own = std::ranges::find_if(
+        all_, [&](const Recipient& recipient) { return hasAddress(recipient, address); });
     if (own != all_.end()) return *own;
     const auto failed = std::ranges::find(all_, Outcome::failed, &Recipient::outcome);
     return failed == all_.end() ? all_.front() : *failed;
 }
 
 void RecipientList::keepOnly(std::string_view address) {
-    const bool reachedSome = std::ranges::any_of(
-        all_, [](const Recipient& recipient) { return isSuccess(recipient.outcome); });
-    Recipient only = std::move(meantBy(address));
+    Recipient& meant = meantBy(address);
+    // It may be that of several: what is said of one of them must not hold for those whom the mail
+    // reached, or may reach.
+    const bool isNamed = hasAddress(meant, address);
+    const bool isInDoubt = std::ranges::any_of(all_, [&](const Recipient& other) {
+        if (&other == &meant) return false;
+        if (isSuccess(other.outcome) || other.outcome == Outcome::delayed) return true;
+        return !isNamed && (other.status.empty() || other.status != meant.status);
+    });
+    Recipient only = std::move(meant);
     if (!ascii::equalsNoCase(only.address, address)) {
         if (only.finalAddress.empty()) only.finalAddress = only.address;
         only.address = address;
@@ -89,8 +99,7 @@ void RecipientList::keepOnly(std::string_view address) {
     only.source = RecipientSource::verp;
     all_.clear();
     all_.push_back(std::move(only));
-    // What failed may be one of several behind the address.
-    if (reachedSome) doubt(all_.front());
+    if (isInDoubt) doubt(all_.front());
 }
 
 void RecipientList::doubt(const Recipient& recipient) {

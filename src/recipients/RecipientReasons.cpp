@@ -31,7 +31,8 @@ bool RecipientReasons::explainReported() {
         const ReplyCodes codes = codesIn(recipient.diagnostic);
         const ReasonFinding finding = reasonOf(replyOf(recipient, codes));
         if (isTrouble(recipient.outcome) && !isExplained(recipient, finding)) areExplained = false;
-        reported_.push_back({finding, std::string(codes.reply), std::string(codes.status)});
+        reported_.push_back({finding, !recipient.diagnostic.empty(), std::string(codes.reply),
+                             std::string(codes.status)});
     }
     return areExplained;
 }
@@ -75,6 +76,7 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     // An inner notice, or a request, has found its own.
     if (recipient.reason != Reason::none || recipient.advice != Advice::none) return;
     const Reported* known = index < reported_.size() ? &reported_[index] : nullptr;
+    if (known && !known->hasDiagnostic && !recipient.diagnostic.empty()) known = nullptr;
     if (known && !isExplained(recipient, known->finding)) known = nullptr;
     const ReplyCodes codes =
         known ? ReplyCodes{known->replyCode, known->status} : codesIn(recipient.diagnostic);

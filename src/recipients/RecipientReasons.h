@@ -45,6 +45,8 @@ private:
     /// What `explainReported` found of the first of the list.
     struct Reported {
         ReasonFinding finding;
+        /// Whether the report has words for it; else it counts until others are found.
+        bool hasDiagnostic = false;
         std::string replyCode;
         std::string status;
     };

@@ -36,6 +36,10 @@ TEST(NoticeReasons, CountWhereTheReplySaysLess) {
         // only supposed, or of something of a mailbox
         {"554 failed", "If the mailbox does not exist", "mailbox does not exist", false, false},
         {"554 failed", "License for user not found", "user not found", false, false},
+        {"550-failed", "Mailbox disabled until 1 May", "mailbox disabled", false, false},
+        // another cause beside it, not elsewhere
+        {"554 failed", "User not found: LDAP timeout", "user not found", false, false},
+        {"554 failed", "User not found.\r\n\r\nElse: LDAP timeout", "user not found", true, false},
         // a status without the code of its reply, of another one, or of several
         {"gone", "550 gone 5.1.1", "X.1.1", false, false},
         {"gone", "550 5.1.1 gone: b@x.example", "X.1.1", false, false},

@@ -63,6 +63,10 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         {"550 Unknown user. If you think so: it was a spam message", mailbox, true},
         {"550 Unknown user or refused. If you think so, write", mailbox, false},
         {"550 Unknown user for sender. If you think so, write", mailbox, false},
+        {"550 user unknown: LDAP timeout. If you think so, write", mailbox, false},
+        {"550 License for user unknown. If you think so, write", mailbox, false},
+        {"550 mailbox disabled until 1 May. If you think so, write", Reason::inactiveMailbox,
+         false},
         // codes
         {"550 5.7.0 user unknown", mailbox, true},
         {"550 5.7.26 user unknown", mailbox, false},

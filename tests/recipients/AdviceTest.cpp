@@ -371,6 +371,10 @@ TEST(Advice, OfAReportIsForTheRecipientOfEachGroup) {
     EXPECT_EQ(read("<b@x.example>: 550 5.1.1 user unknown (in reply to end of DATA command)",
                    group("a@x.example", "Diagnostic-Code: x; Host not found") + gone),
               "a@x.example unknown-domain suppress; b@x.example unknown-mailbox suppress");
+    // words that are found in the text count before a status without words
+    EXPECT_EQ(read("<a@x.example>: 552 5.2.2 Mailbox is full",
+                   group("a@x.example", "Status: 5.1.1") + group("b@x.example", "Status: 5.0.0")),
+              "a@x.example mailbox-full retry; b@x.example mailbox-full retry");
     EXPECT_EQ(read("user unknown", silent + gone),
               "a@x.example unknown-mailbox retry; b@x.example unknown-mailbox suppress");
     EXPECT_EQ(read("<b@x.example>: over quota\n<a@x.example>: user unknown\n",

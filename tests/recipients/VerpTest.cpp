@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,6 +47,19 @@ TEST(Verp, MatchesItsPattern) {
     EXPECT_FALSE(pattern.match("b-17@x.example"));
 }
 
+/// The user, the action and the status of a recipient.
+using Group = std::array<std::string, 3>;
+
+/// The rest of a report on two recipients, from its media type on.
+std::string groups(const Group& first, const Group& second) {
+    std::string status;
+    for (const auto& [user, action, code] : {first, second}) {
+        status += "Final-Recipient: rfc822;" + user + "@x.example\nAction: " + action +
+                  "\nStatus: " + code + "\n\n";
+    }
+    return statusReport(status);
+}
+
 TEST(Verp, ReadsTheAddressesThatMailCameBackTo) {
     const std::vector<VerpPattern> patterns = {*VerpPattern::parse(lists),
                                                *VerpPattern::parse("b-{tag}@x.example"),
@@ -69,8 +83,21 @@ TEST(Verp, ReadsTheAddressesThatMailCameBackTo) {
         {from + "To: b-17@x.example\n\nmailbox is full", " 17 failed mailbox-full retry"},
         // the mail was sent on
         {"X-Failed-Recipients: new@x.example\n" + toA, "a@x.example->new@x.example  failed"},
-        {toA + "\n<c@x.example>: 550 5.1.1 user unknown\n\n<d@x.example>: mailbox full\n",
+        {toA + "\n<c@x.example>: 550 5.1.1 user unknown\n",
          "a@x.example->c@x.example  failed unknown-mailbox suppress"},
+        // to several
+        {toA + "\n<c@x.example>: 550 5.1.1 user unknown\n\n<d@x.example>: mailbox full\n",
+         "a@x.example->c@x.example  failed unknown-mailbox retry"},
+        {toA + groups({"c", "failed", "5.1.1"}, {"d", "failed", "5.1.1"}),
+         "a@x.example->c@x.example  failed unknown-mailbox suppress"},
+        {toA + groups({"c", "failed", "5.1.1"}, {"d", "failed", "5.2.2"}),
+         "a@x.example->c@x.example  failed unknown-mailbox retry"},
+        {toA + groups({"d", "delayed", "4.4.1"}, {"c", "failed", "5.1.1"}),
+         "a@x.example->c@x.example  failed unknown-mailbox retry"},
+        {toA + groups({"a", "failed", "5.1.1"}, {"d", "failed", "5.2.2"}),
+         "a@x.example  failed unknown-mailbox suppress"},
+        {toA + groups({"a", "failed", "5.1.1"}, {"d", "delivered", "2.0.0"}),
+         "a@x.example  failed unknown-mailbox retry"},
         {toA + "\n<d@x.example>: mailbox full\n\n<A@x.example>: 550 5.1.1 user unknown\n",
          "A@x.example  failed unknown-mailbox suppress"},
         {from + "To: b-17@x.example\n\n<c@x.example>: 550 user unknown\n",
