@@ -47,6 +47,13 @@ bool mayBeDecoded(const std::string& lines) {
            !std::ranges::all_of(lines, ascii::isAscii);
 }
 
+const std::vector<VerpPattern>& verpPatterns() {
+    static const std::vector<VerpPattern> patterns = {
+        *VerpPattern::parse("bounces+{local}={domain}@lists.example.org"),
+        *VerpPattern::parse("b-{tag}@x.example"), *VerpPattern::parse("{local}@{domain}")};
+    return patterns;
+}
+
 void tryDate(const std::string& text) {
     const auto seconds = parseMailDate(ExactBytes(text).view());
     constexpr std::int64_t year = std::int64_t{366} * 86'400;
@@ -86,6 +93,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         require(recipient.advice != Advice::suppress || recipient.basis != ReasonBasis::none,
                 "nobody is suppressed without evidence");
     }
+    const std::vector<Recipient> returned = recipientsOf(email, verpPatterns());
+    for (const Recipient& recipient : returned) {
+        require(isUtf8(recipient.address) && isUtf8(recipient.tag), "VERP gives UTF-8");
+        require(!recipient.address.empty() || !recipient.tag.empty(),
+                "a recipient has an address or a tag");
+    }
+    require(recipientsOf(email, verpPatterns()) == returned, "asked again, VERP gives the same");
     require(factsOf(email) == facts && recipientsOf(email) == recipients,
             "asked again, the facts are the same");
 

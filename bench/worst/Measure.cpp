@@ -18,6 +18,7 @@
 #include "bench/support/Clocks.h"
 #include "bench/support/MessageFolder.h"
 #include "facts/FactsOf.h"
+#include "recipients/Recipients.h"
 #include "tool/Classify.h"
 
 namespace bouncecheck::bench {
@@ -31,6 +32,7 @@ void classify(std::string message) {
     LogNull log;
     check.checkEmail(email, address, data, log);
     factsOf(entityOf(email));
+    recipientsOf(entityOf(email));
 }
 
 /// Takes everything and keeps nothing.
