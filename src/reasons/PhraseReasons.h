@@ -17,7 +17,8 @@ enum class PhraseKind {
     clear,
     /// It says why unless the code says it better.
     fair,
-    /// It hints at why; not enough to stop mailing an address.
+    /// It hints at why; not enough to stop mailing an address, unless a code or the party that it
+    /// is said of agrees.
     hint,
 };
 inline constexpr std::size_t phraseKinds = 3;

@@ -16,9 +16,9 @@ namespace bouncecheck {
 /// Any bytes do; linear in their number.
 ReasonFinding reasonOf(const Reply& reply, std::string_view notice = {});
 
-/// Whether `text` has words that are those of a reply.
+/// Whether words of `text`, and not its codes alone, give a reason.
 bool explains(std::string_view text);
-/// Whether these leave no doubt, of `address` where it is known. "Service unavailable" is said
+/// Whether they leave no doubt, of `address` where it is known. "Service unavailable" is said
 /// after any refusal.
 bool saysWhy(std::string_view text, std::string_view address = {});
 

@@ -70,9 +70,9 @@ void addList(std::vector<std::string>& set, const HeaderFields& header) {
 
 }  // namespace
 
-const Bystanders::Addresses& Bystanders::addressees() const {
-    if (addressees_) return *addressees_;
-    Addresses& all = addressees_.emplace();
+const Bystanders::Addresses& Bystanders::ofSender() const {
+    if (ofSender_) return *ofSender_;
+    Addresses& all = ofSender_.emplace();
     const HeaderFields& header = reading_.message().header();
     addTo(all, header, "To");
     addTo(all, header, "Delivered-To");
@@ -84,9 +84,9 @@ const Bystanders::Addresses& Bystanders::addressees() const {
     return all;
 }
 
-const Bystanders::Addresses& Bystanders::others() const {
-    if (others_) return *others_;
-    Addresses& all = others_.emplace();
+const Bystanders::Addresses& Bystanders::ofSystemsAndLists() const {
+    if (ofSystemsAndLists_) return *ofSystemsAndLists_;
+    Addresses& all = ofSystemsAndLists_.emplace();
     const HeaderFields& header = reading_.message().header();
     addTo(all, header, "From");
     addTo(all, header, "Reply-To");
@@ -99,20 +99,18 @@ const Bystanders::Addresses& Bystanders::others() const {
     return all;
 }
 
-bool Bystanders::isAddressee(std::string_view address) const {
-    return holds(addressees(), address);
-}
+bool Bystanders::isOfSender(std::string_view address) const { return holds(ofSender(), address); }
 
-bool Bystanders::isDomainOfAddresseeIn(std::string_view text) const {
+bool Bystanders::isDomainOfSenderIn(std::string_view text) const {
     // There are one or two; mail to many is no bounce.
     constexpr std::size_t most = 8;
-    const std::span<const std::string> all = addressees();
+    const std::span<const std::string> all = ofSender();
     return std::ranges::any_of(
         all.first(std::min(all.size(), most)),
         [&](std::string_view address) { return isHostNamed(text, domainOf(address)); });
 }
 
-bool Bystanders::isOther(std::string_view address) const {
+bool Bystanders::isSystemOrList(std::string_view address) const {
     static constexpr auto daemons = std::to_array<std::string_view>(
         {"mailer-daemon", "mailerdaemon", "mail-daemon", "mdaemon", "noreply", "no-reply"});
     static constexpr auto roles =
@@ -120,7 +118,7 @@ bool Bystanders::isOther(std::string_view address) const {
     const auto isLocal = [local = localPartOf(address)](std::string_view known) {
         return ascii::equalsNoCase(local, known);
     };
-    if (std::ranges::any_of(daemons, isLocal) || holds(others(), address)) return true;
+    if (std::ranges::any_of(daemons, isLocal) || holds(ofSystemsAndLists(), address)) return true;
     if (!std::ranges::any_of(roles, isLocal)) return false;
     const std::string_view sender = domainOf(reading_.message().from().address);
     return sender.empty() || isOfDomain(domainOf(address), sender);

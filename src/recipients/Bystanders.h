@@ -25,23 +25,24 @@ public:
     Bystanders(const MessageReading& reading, From from) noexcept
         : reading_(reading), from_(from) {}
 
-    /// Whether the bounce was sent to `address`.
-    bool isAddressee(std::string_view address) const;
+    /// Whether `address` is that of who sent the original mail: to whom the bounce was sent, or
+    /// who sent what came back.
+    bool isOfSender(std::string_view address) const;
     /// Whether `text` names the domain of one of those; the first few are looked for.
-    bool isDomainOfAddresseeIn(std::string_view text) const;
+    bool isDomainOfSenderIn(std::string_view text) const;
     /// Whether `address` is the bounce's sender, the address of a list, or that of a mail system.
-    bool isOther(std::string_view address) const;
+    bool isSystemOrList(std::string_view address) const;
 
 private:
     /// Each once, in any letter case. There are a few hundred at most.
     using Addresses = std::vector<std::string>;
-    const Addresses& addressees() const;
-    const Addresses& others() const;
+    const Addresses& ofSender() const;
+    const Addresses& ofSystemsAndLists() const;
 
     const MessageReading& reading_;
     From from_;
-    mutable std::optional<Addresses> addressees_;
-    mutable std::optional<Addresses> others_;
+    mutable std::optional<Addresses> ofSender_;
+    mutable std::optional<Addresses> ofSystemsAndLists_;
 };
 
 }  // namespace bouncecheck

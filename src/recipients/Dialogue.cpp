@@ -36,7 +36,7 @@ bool Dialogue::readReply(std::string_view reply) {
         return true;
     }
     const bool namesOther = std::ranges::any_of(
-        spans, [&](const AddressSpan& span) { return !others_.isAddressee(span.in(reply)); });
+        spans, [&](const AddressSpan& span) { return !others_.isOfSender(span.in(reply)); });
     if (!isOfAll_ || (namesOther && named_.of(Tier::stated).empty())) return false;
     named_.share(reply);
     return true;

@@ -25,7 +25,7 @@ bool NamedRecipients::isFull() const noexcept {
 }
 
 std::optional<std::size_t> NamedRecipients::add(Tier tier, std::string_view address) {
-    if (others_.isOther(address)) return std::nullopt;
+    if (others_.isSystemOrList(address)) return std::nullopt;
     std::vector<TextRecipient>& all = of(tier);
     const auto [place, isNew] =
         places_[indexOf(tier)].try_emplace(ascii::lowerCase(address), all.size());
@@ -61,7 +61,7 @@ void NamedRecipients::share(std::string_view reply) {
 }
 
 bool NamedRecipients::replace(std::size_t recipient, std::string_view original, bool isAlias) {
-    if (others_.isAddressee(original) || others_.isOther(original)) return false;
+    if (others_.isOfSender(original) || others_.isSystemOrList(original)) return false;
     const auto [known, isNew] =
         places_[indexOf(Tier::stated)].try_emplace(ascii::lowerCase(original), recipient);
     if (!isNew && known->second == recipient) return false;
@@ -106,7 +106,7 @@ void NamedRecipients::spreadHeadings() {
     std::vector<TextRecipient>& stated = of(Tier::stated);
     for (const auto& [recipient, heading] : headings_) {
         TextRecipient& one = stated[recipient];
-        const bool isMeant = stated.size() == 1 || !others_.isAddressee(one.address);
+        const bool isMeant = stated.size() == 1 || !others_.isOfSender(one.address);
         if (one.said.empty() && isMeant) one.said = heading;
     }
 }
@@ -133,7 +133,7 @@ void NamedRecipients::dropAddressees() {
     std::vector<TextRecipient>& stated = of(Tier::stated);
     if (stated.size() < 2) return;
     std::erase_if(stated, [&](const TextRecipient& recipient) {
-        return recipient.said.empty() && others_.isAddressee(recipient.address);
+        return recipient.said.empty() && others_.isOfSender(recipient.address);
     });
 }
 

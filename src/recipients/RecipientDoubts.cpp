@@ -184,7 +184,7 @@ bool RecipientDoubts::namesDomainOfSender(const Explanation& explanation) const 
         const std::string_view domain = domainOf(address);
         return !domain.empty() && containsNoCase(line, domain);
     };
-    return !anyAddressOf(recipient, isIn) && reading_.bystanders().isDomainOfAddresseeIn(line);
+    return !anyAddressOf(recipient, isIn) && reading_.bystanders().isDomainOfSenderIn(line);
 }
 
 /// "Unknown user me@own.example": in the reply, or in the line of the notice.
@@ -207,7 +207,7 @@ bool RecipientDoubts::namesSenderIn(std::string_view text, std::optional<std::si
         return isAddressOf(explanation.recipient, span.in(text));
     };
     const auto isOfSender = [&](const AddressSpan& span) {
-        return reading_.bystanders().isAddressee(span.in(text));
+        return reading_.bystanders().isOfSender(span.in(text));
     };
     const auto find = [&](auto isMeant) {
         return std::ranges::find_if(spans, [&](const AddressSpan& span) {

@@ -152,7 +152,7 @@ private:
         const std::vector<AddressSpan> spans = findAddresses(subject);
         if (spans.size() != 1) return;
         const std::string_view address = spans.front().in(subject);
-        if (others.isAddressee(address) || others.isOther(address)) return;
+        if (others.isOfSender(address) || others.isSystemOrList(address)) return;
         Recipient* recipient = list_.add(address, RecipientSource::header);
         if (!recipient) return;
         recipient->outcome = outcomeOfText();
@@ -176,7 +176,7 @@ private:
         }
         const std::string sole = returned.soleRecipient();
         const Bystanders& others = reading_.bystanders();
-        if (others.isAddressee(sole) || others.isOther(sole)) return;
+        if (others.isOfSender(sole) || others.isSystemOrList(sole)) return;
         Recipient* recipient = list_.add(sole, RecipientSource::returned);
         if (!recipient) return;
         recipient->outcome = outcomeOfText();

@@ -28,6 +28,19 @@ std::string_view firstWord(std::string_view text) {
 }
 
 std::string nameIn(std::string_view value) { return std::string(withoutType(value)); }
+
+/// "mx.x.example" of "dns; mx.x.example (192.0.2.1, the server for the domain)"; all where the
+/// first word is no name or number of a host.
+std::string hostIn(std::string_view value) {
+    value = ascii::trim(withoutType(value));
+    std::string_view host = value;
+    if (host.starts_with('(')) host.remove_prefix(1);
+    host = host.substr(0, host.find_first_of(" \t(),"));
+    if (!contains(host, ".") && !contains(host, ":")) return std::string(value);
+    if (host.ends_with('.')) host.remove_suffix(1);
+    return std::string(host);
+}
+
 std::string actionIn(std::string_view value) { return ascii::lowerCase(firstWord(value)); }
 std::string codeIn(std::string_view value) { return std::string(firstWord(value)); }
 std::string wholeOf(std::string_view value) { return std::string(value); }
@@ -44,7 +57,7 @@ constexpr auto recipientFields = std::to_array<RecipientField>({
     {"Action", &ReportedRecipient::action, actionIn},
     {"Status", &ReportedRecipient::status, codeIn},
     {"Diagnostic-Code", &ReportedRecipient::diagnostic, nameIn},
-    {"Remote-MTA", &ReportedRecipient::remoteMta, nameIn},
+    {"Remote-MTA", &ReportedRecipient::remoteMta, hostIn},
     {"Last-Attempt-Date", &ReportedRecipient::lastAttempt, wholeOf},
     {"Will-Retry-Until", &ReportedRecipient::willRetryUntil, wholeOf},
 });

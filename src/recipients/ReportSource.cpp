@@ -93,7 +93,7 @@ void ReportSource::addComplaint(std::string_view text) {
     if (list_.isEmpty()) {
         const std::string recipient = reading_.attached().soleRecipient();
         const Bystanders& others = reading_.bystanders();
-        if (others.isAddressee(recipient) || others.isOther(recipient)) return;
+        if (others.isOfSender(recipient) || others.isSystemOrList(recipient)) return;
         addComplainer(recipient, RecipientSource::returned);
     }
 }

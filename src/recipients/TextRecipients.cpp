@@ -106,7 +106,7 @@ private:
     /// Whether the line before says that the address below is the sender's.
     bool followsSender(const LineShape& shape) const {
         return before_.isAboutSender() &&
-               (others_.isAddressee(shape.first()) || before_.endsWithFrom());
+               (others_.isOfSender(shape.first()) || before_.endsWithFrom());
     }
 
     /// Whether `line` goes on about the recipient whose lines are being read, rather than
@@ -153,7 +153,7 @@ private:
         if (continuesOpen(line, shape.first())) return false;
         // The sender's own may begin a line where the one before was wrapped.
         const bool isOfSender =
-            line.has(Cue::sender) || (!beginsParagraph_ && others_.isAddressee(shape.first()));
+            line.has(Cue::sender) || (!beginsParagraph_ && others_.isOfSender(shape.first()));
         if (isOfSender && !shape.isSeparated()) return false;
         const bool isStated =
             shape.isSeparated() || paragraph_.reportsFailure() || before_.reportsFailure();
@@ -168,7 +168,7 @@ private:
         const std::string_view address = shape.first();
         const std::optional<std::size_t> known = named_.find(address);
         if (open_ && open_->hasWords && (!known || known == open_->recipient)) return false;
-        const bool isOfOther = line.has(Cue::sender) || others_.isAddressee(address) ||
+        const bool isOfOther = line.has(Cue::sender) || others_.isOfSender(address) ||
                                shape.isOfSender(shape.spans().front());
         if (isOfOther || !shape.isFailureReply()) return false;
         if (known) {
@@ -194,7 +194,7 @@ private:
             case LabelKind::unlisted:
                 // "550 Blocked sender: me@own.example"
                 if (isOfOther(line, shape) ||
-                    (!stated().empty() && others_.isAddressee(shape.first()))) {
+                    (!stated().empty() && others_.isOfSender(shape.first()))) {
                     return false;
                 }
                 if (line.has(Cue::failure) || explains(line.text)) break;
@@ -228,7 +228,7 @@ private:
 
     void noteSentOn(std::string_view address) {
         std::string& final = openRecipient().finalAddress;
-        const bool isOwn = others_.isAddressee(address) || others_.isOther(address);
+        const bool isOwn = others_.isOfSender(address) || others_.isSystemOrList(address);
         if (final.empty() && !isOwn) final = address;
     }
 
@@ -253,7 +253,7 @@ private:
             if (named_.isFull()) return;
             const AddressSpan& span = shape.spans()[i];
             const std::string_view address = span.in(line.text);
-            if (others_.isAddressee(address) || shape.isOfSender(span)) continue;
+            if (others_.isOfSender(address) || shape.isOfSender(span)) continue;
             const std::string_view sentence = sentenceOf(line.text, span);
             const Cues cues = cuesIn(sentence);
             if (cues.has(Cue::contact) || beginsWithCondition(sentence) ||

@@ -61,6 +61,25 @@ TEST(Recipients, KeepsWhatAReportSays) {
     EXPECT_EQ(all[0].willRetryUntil, "tomorrow");
 }
 
+TEST(Recipients, NamesTheHostThatReplied) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"dns; mx.x.example (192.0.2.1, the server for the domain x.example.)", "mx.x.example"},
+        {"dns; (192.0.2.1, the server for the domain x.example.)", "192.0.2.1"},
+        {"dns;mx.x.example. (TCP|192.0.2.1|25)", "mx.x.example"},
+        {"dns; mx.x.example [192.0.2.1]", "mx.x.example"},
+        {"dns; [192.0.2.1]", "[192.0.2.1]"},
+        {"dns; ::1", "::1"},
+        {"x-local; the post room", "the post room"},
+        {"dns;", ""},
+    };
+    for (const auto& [value, host] : cases) {
+        const std::vector<Recipient> all = recipientsOf(Entity(statusReport(
+            "Final-Recipient: rfc822;a@x\nAction: failed\nRemote-MTA: " + std::string(value))));
+        ASSERT_EQ(all.size(), 1U);
+        EXPECT_EQ(all[0].remoteMta, host) << value;
+    }
+}
+
 TEST(Recipients, ReadsComplaintsAndReceipts) {
     const std::string kind = "message/feedback-report";
     const std::string spam = "Feedback-Type: abuse\n";

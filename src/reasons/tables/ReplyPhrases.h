@@ -5195,7 +5195,8 @@ inline constexpr PhraseRow fairPhrases[] = {
     {"rfc failure", Reason::content},
 };
 
-/// These hint at why; not enough to stop mailing an address.
+/// These hint at why; not enough to stop mailing an address, unless a code or the party that they
+/// are said of agrees.
 inline constexpr PhraseRow hintPhrases[] = {
     // what may be said of a host, a group or a full box, too
     {"no figura en el directorio", Reason::unknownMailbox},
