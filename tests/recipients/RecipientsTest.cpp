@@ -320,6 +320,22 @@ TEST(Recipients, KeepsWithinItsLimits) {
     EXPECT_EQ(recipientsOf(Entity(addresses + "\n\n")).size(), limits::recipients);
     const std::string list = "(" + std::string(limits::fieldValue - 16, 'x') + ") a@x, b@y.example";
     EXPECT_EQ(named("X-Failed-Recipients: " + list + "\n\n"), "a@x failed header");
+    // What is left of an address behind so many blanks would be another one.
+    const std::string cut = std::string(limits::fieldValue - 10, ' ') + "a@x.example.org";
+    EXPECT_EQ(named(statusReport("Action: failed\nFinal-Recipient:" + cut)), "");
+    const std::string back =
+        "was not delivered\n\n----- Original message -----\n\nMessage-ID: <1@x>\n";
+    EXPECT_EQ(named("From: MAILER-DAEMON@y.example\nSubject: failure notice\n" +
+                    report(part("text/plain", "was not delivered") +
+                           part("message/rfc822", "To:" + cut + "\n"))),
+              "");
+    // Bounces inside bounces are read once.
+    const std::string inner = "<a@x.example>: 550 user unknown\n";
+    const std::string carrier = back +
+                                "Return-Path: <>\nFrom: MAILER-DAEMON@y.example\nTo: b@y.example\n"
+                                "Subject: Returned mail\n\n";
+    EXPECT_EQ(named(notice(carrier + inner)), "a@x.example failed text");
+    EXPECT_EQ(named(notice(carrier + carrier + inner)), "b@y.example failed returned");
 }
 
 /// Mail is cut by quotas and on the way. What is left of an address may not be one that somebody
