@@ -35,8 +35,8 @@ public:
     bool isShared() const noexcept { return shared_ != nullptr; }
     bool operator==(const ByteStore& other) const noexcept { return view() == other.view(); }
 
-    /// The bytes with a NUL behind them, until the next change. Copies a stretch that has none, once:
-    /// so not from two threads at a time, though it is const.
+    /// The bytes with a NUL behind them, until the next change. Copies a stretch that has none,
+    /// once: so not from two threads at a time, though it is const.
     const char* terminated() const {
         if (view().empty()) return "";
         if (!shared_ || endsItsText()) return view().data();
