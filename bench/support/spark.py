@@ -17,6 +17,7 @@ import batch
 import bouncecheck.arrow
 import bouncecheck.spark
 from bouncecheck import _stored
+from bouncecheck._mailbox import MOST_BYTES
 from reports import reports
 
 TASKS = 4
@@ -71,7 +72,7 @@ class Measured:
 
 
 def in_worker(mail, size, ledger):
-    found = _stored.of_stretch(mail, 0, size, size, _stored.open_uri, _stored.MOST_BYTES)
+    found = _stored.of_stretch(mail, 0, size, size, _stored.open_uri, MOST_BYTES)
     for _ in bouncecheck.arrow.batches(found, "message", keep=["source", "offset", "problem"],
                                        ledger=ledger):
         pass

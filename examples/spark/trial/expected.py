@@ -9,6 +9,7 @@ from typing import Any, Dict, Iterator, List, Tuple
 
 import bouncecheck.arrow
 from bouncecheck import _stored
+from bouncecheck._mailbox import MOST_BYTES
 
 from driver import Failed
 
@@ -52,7 +53,7 @@ def _places(folder: pathlib.Path) -> Dict[str, List[Tuple[int, str]]]:
         if not path.is_file():
             continue
         with path.open("rb") as file:
-            found = _stored.together(_stored.of_file(str(path), file, _stored.MOST_BYTES))
+            found = _stored.together(_stored.of_file(str(path), file, MOST_BYTES))
             for batch in bouncecheck.arrow.batches(
                 found, "message", keep=("offset", "problem"), ledger=True
             ):
