@@ -59,7 +59,8 @@ struct Recipient {
     std::string status{};
     /// The reply code of SMTP (RFC 5321): "550".
     std::string replyCode{};
-    /// What the mail system said, without its type (section 2.3.6).
+    /// What the mail system said, without its type (section 2.3.6). Of a notice in free text, the
+    /// lines about the recipient, or, where these have no code, those that gave the reason.
     std::string diagnostic{};
     /// The host that said it, without its type (section 2.3.5).
     std::string remoteMta{};

@@ -2,10 +2,15 @@
 
 #include "reasons/AdviceFor.h"
 #include "reasons/Outcomes.h"
+#include "recipients/LinesAround.h"
 #include "recipients/RecipientDoubts.h"
+#include "text/Ascii.h"
 
 namespace bouncecheck {
 namespace {
+
+/// Of more recipients, lines of the notice would be repeated for each until there is no room left.
+constexpr std::size_t mostQuotedFor = 100;
 
 bool isExplained(const Recipient& recipient, const ReasonFinding& finding) {
     return (finding.basis == ReasonBasis::phrase || finding.isSure) &&
@@ -20,6 +25,14 @@ Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
             .text = recipient.diagnostic,
             .codes = codes,
             .address = recipient.address};
+}
+
+/// Whether `finding` is in the notice, which says more there than the diagnostic with its `codes`.
+bool saysMore(const ReasonFinding& finding, const Recipient& recipient, const ReplyCodes& codes) {
+    const bool isReported =
+        recipient.source == RecipientSource::report && !recipient.diagnostic.empty();
+    return finding.inNotice && finding.length > 0 && !isReported && codes.reply.empty() &&
+           codes.status.empty();
 }
 
 }  // namespace
@@ -90,6 +103,17 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     recipient.row = finding.row;
     recipient.quote = list_.budget().keep(explanation.text().substr(finding.at, finding.length));
     recipient.advice = adviceFor(recipient.outcome, finding);
+    if (list_.all().size() <= mostQuotedFor && saysMore(finding, recipient, codes)) {
+        quote(recipient, linesAround(explanation.notice, {finding.at, finding.length}));
+    }
+}
+
+/// Makes `lines` of the notice the diagnostic of `recipient`, who has none with a code.
+void RecipientReasons::quote(Recipient& recipient, std::string_view lines) {
+    const ReplyCodes codes = codesIn(lines);
+    if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
+    if (recipient.status.empty()) recipient.status = codes.status;
+    recipient.diagnostic = list_.budget().keep(ascii::trim(lines));
 }
 
 }  // namespace bouncecheck

@@ -38,6 +38,7 @@ public:
 
 private:
     void fill(std::size_t index, const Notice* notice);
+    void quote(Recipient& recipient, std::string_view lines);
     Explanation explain(const Recipient& recipient, const ReplyCodes& codes, const Notice* notice);
 
     const MessageReading& reading_;

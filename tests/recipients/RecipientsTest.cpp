@@ -252,6 +252,35 @@ TEST(Recipients, AttachesWhatIsSaidToItsRecipient) {
     EXPECT_EQ(all[1].replyCode, "452");
 }
 
+/// Where the lines about a recipient have no code, those that gave the reason are shown.
+TEST(Recipients, QuotesWhatGaveTheReason) {
+    struct Case {
+        std::string text;
+        std::string diagnostic;
+        std::string codes;
+    };
+    const std::string longLine(5'000, 'x');
+    const Case cases[] = {
+        {"There was an error delivering your mail to <a@x.example>.\n\n"
+         "mx.x.example did not like our DATA:\n  550 5.7.1 DMARC policy of reject\n\nHeaders follow.\n",
+         "mx.x.example did not like our DATA:\n550 5.7.1 DMARC policy of reject", "550 5.7.1"},
+        {"550 5.2.2 mailbox\n \nis full\n\nRecipient: <a@x.example>\nSize: 222\n",
+         "550 5.2.2 mailbox\nis full", "550 5.2.2"},
+        {"Delivery to <a@x.example> failed: 550 5.0.0 Error\n\nIts mailbox is full.\n",
+         "Delivery to <a@x.example> failed: 550 5.0.0 Error", "550 5.0.0"},
+        {"Delivery to <a@x.example> failed.\n\nSee\n" + longLine + "\nmailbox is full " + longLine,
+         "mailbox is full " + longLine.substr(0, 1'023), " "},
+        {"Delivery to <a@x.example> failed.\n\n" + longLine + "é, mailbox is full\n",
+         longLine.substr(0, 1'020) + "é, mailbox is full", " "},
+    };
+    for (const Case& one : cases) {
+        const std::vector<Recipient> all = recipientsOf(Entity(notice(one.text)));
+        ASSERT_EQ(all.size(), 1U) << one.text;
+        EXPECT_EQ(all[0].diagnostic, one.diagnostic);
+        EXPECT_EQ(all[0].replyCode + " " + all[0].status, one.codes) << one.text;
+    }
+}
+
 TEST(Recipients, TellsDelaysFromFailures) {
     EXPECT_EQ(named(notice("The message has not yet been delivered to\n\n  a@x.example\n")),
               "a@x.example delayed text");

@@ -255,6 +255,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"postgrey", Reason::rateLimit},
     {"host not found, try again", Reason::unreachable},
     {"frequency limited", Reason::rateLimit},
+    {"permission to post", Reason::policy},
     {"groups.google.com", Reason::policy},
 
     {"directory harvest", Reason::rateLimit},
@@ -2792,7 +2793,6 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"not authorized to send", Reason::policy},
     {"not allowed to send", Reason::policy},
     {"not permitted to send", Reason::policy},
-    {"permission to post", Reason::policy},
     {"restricted distribution", Reason::policy},
     {"only accepts mail from", Reason::policy},
     {"only accepts messages from", Reason::policy},
