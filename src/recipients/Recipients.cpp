@@ -36,6 +36,11 @@ bool saysPermanent(std::string_view said) {
     return codes.reply.starts_with('5') || codes.status.starts_with('5');
 }
 
+bool quotesFailure(std::string_view notice) {
+    const std::string_view reply = codesIn(notice).reply;
+    return reply.starts_with('4') || reply.starts_with('5');
+}
+
 /// Whether the only reply in `said` is that of a success, and no words are about a failure.
 bool saysDelivered(std::string_view said) {
     return codesIn(said).status.starts_with('2') &&
@@ -217,10 +222,12 @@ private:
                !reading_.subjectSaysTrouble();
     }
 
-    /// Whether the words of the message say that something was not delivered, or why.
+    /// Whether the words of the message say that something was not delivered, or why; or, in
+    /// whatever language, a mail system quotes the reply of another.
     bool isAboutTrouble() {
         return reading_.notice().cues().haveTrouble() || reading_.subjectSaysTrouble() ||
-               reasons_.ofNotice().basis != ReasonBasis::none;
+               reasons_.ofNotice().basis != ReasonBasis::none ||
+               (reading_.author() == Author::system && quotesFailure(reading_.notice().text()));
     }
 
     const MessageReading& reading_;

@@ -252,6 +252,23 @@ TEST(Recipients, AttachesWhatIsSaidToItsRecipient) {
     EXPECT_EQ(all[1].replyCode, "452");
 }
 
+/// A notice in a language that no cue is in names those whose replies a mail system quotes.
+TEST(Recipients, KnowsARefusalInAnyLanguage) {
+    const std::string quoted[] = {
+        "<a@x.example>: host mx.x.example[192.0.2.1] said: 550 5.2.0 nihil (in reply to RCPT TO)",
+        "  a@x.example\n    SMTP error from remote server: 550 nihil",
+        "<a@x.example>:\nRemote host said: 450 nihil\n",
+        ">>> RCPT To:<a@x.example>\n<<< 550 nihil\n",
+    };
+    const std::string greeting = "\n\nLorem ipsum dolor sit amet.\n\n";
+    for (const std::string& reply : quoted) {
+        const std::string text = "\nSubject: lorem" + greeting + reply;
+        EXPECT_EQ(named("From: MAILER-DAEMON@y.example" + text), "a@x.example failed text") << text;
+        EXPECT_EQ(named("From: b@y.example\nIn-Reply-To: <1@own.example>" + text), "") << text;
+    }
+    EXPECT_EQ(named("From: postmaster@y.example\nSubject: 550" + greeting + "  a@x.example\n"), "");
+}
+
 /// Where the lines about a recipient have no code, those that gave the reason are shown.
 TEST(Recipients, QuotesWhatGaveTheReason) {
     struct Case {
@@ -262,7 +279,8 @@ TEST(Recipients, QuotesWhatGaveTheReason) {
     const std::string longLine(5'000, 'x');
     const Case cases[] = {
         {"There was an error delivering your mail to <a@x.example>.\n\n"
-         "mx.x.example did not like our DATA:\n  550 5.7.1 DMARC policy of reject\n\nHeaders follow.\n",
+         "mx.x.example did not like our DATA:\n  550 5.7.1 DMARC policy of reject\n\nHeaders "
+         "follow.\n",
          "mx.x.example did not like our DATA:\n550 5.7.1 DMARC policy of reject", "550 5.7.1"},
         {"550 5.2.2 mailbox\n \nis full\n\nRecipient: <a@x.example>\nSize: 222\n",
          "550 5.2.2 mailbox\nis full", "550 5.2.2"},
