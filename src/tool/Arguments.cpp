@@ -32,6 +32,17 @@ std::string withoutGuard(std::string value) {
     return value;
 }
 
+std::string nameProblem(const std::string& name) { return name.empty() ? "the name is empty" : ""; }
+
+/// What is wrong with how many values an option has.
+std::string countProblem(const CLI::App& app, const CLI::ArgumentMismatch& error) {
+    for (const CLI::Option* option : app.get_options()) {
+        const bool takesOne = option->get_items_expected_max() == 1;
+        if (takesOne && option->count() > 1) return option->get_name() + " is given more than once";
+    }
+    return error.what();
+}
+
 void print(std::ostream& out, const std::string& text) {
     if (!out.write(text.data(), static_cast<std::streamsize>(text.size())).flush()) {
         throw std::runtime_error("the output could not be written");
@@ -42,7 +53,7 @@ void print(std::ostream& out, const std::string& text) {
 
 int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, std::ostream& err,
                   const std::function<void()>& complete) {
-    const auto reportWrongUsage = [&](const char* problem) {
+    const auto reportWrongUsage = [&](std::string_view problem) {
         err << "bouncecheck: " << printable(problem) << " (" << arguments.hint << ")\n";
         return arguments.wrongUsage;
     };
@@ -57,6 +68,8 @@ int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, 
         print(out, arguments.help());
     } catch (const CLI::CallForVersion& version) {
         print(out, version.what() + std::string("\n"));
+    } catch (const CLI::ArgumentMismatch& error) {
+        return reportWrongUsage(countProblem(app, error));
     } catch (const CLI::ParseError& error) {
         return reportWrongUsage(error.what());
     } catch (const std::invalid_argument& error) {
@@ -65,12 +78,25 @@ int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, 
     return EXIT_ALL_CLASSIFIED;
 }
 
+// The description of an option says more than those that validators have.
+
 CLI::Validator oneOf(std::vector<std::string> names) {
-    return CLI::IsMember(std::move(names)).description("");  // the option's own names them
+    return {[names = std::move(names)](const std::string& value) {
+                if (std::ranges::find(names, value) != names.end()) return std::string();
+                return '"' + value +
+                       "\" is unknown; choose from: " + CLI::detail::join(names, ", ");
+            },
+            ""};
 }
 
 CLI::Validator fileName() {
-    return {[](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, ""};
+    return {[](const std::string& name) {
+                return name == "-" ? "\"-\" is no file; write ./- for one of that name"
+                                   : nameProblem(name);
+            },
+            ""};
 }
+
+CLI::Validator inputName() { return {nameProblem, ""}; }
 
 }  // namespace bouncecheck

@@ -42,7 +42,10 @@ auto checkedBy(Parse parse) {
 }
 
 CLI::Validator oneOf(std::vector<std::string> names);
-/// Of a file or a folder, which may be missing.
+/// Of a file or a folder, which may be missing. "-", which others take for a standard stream, is
+/// none.
 CLI::Validator fileName();
+/// Of a file to read, or "-" for standard input.
+CLI::Validator inputName();
 
 }  // namespace bouncecheck

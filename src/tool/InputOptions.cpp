@@ -1,7 +1,11 @@
 #include "tool/InputOptions.h"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <charconv>
 #include <limits>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -14,6 +18,8 @@ namespace bouncecheck {
 namespace {
 
 constexpr const char* group = "Input";
+/// What stands for it among paths.
+constexpr std::string_view standardInput = "-";
 
 /// The size that "500k" or "64M" means, in bytes.
 std::size_t parseSize(std::string_view text) {
@@ -53,7 +59,7 @@ void declareSources(CLI::App& app, SourceOptions& sources) {
         ->type_name("");
     app.add_option("--from-list", sources.listFile,
                    "Read more paths from a file ('-': standard input), one a line")
-        ->check(fileName())
+        ->check(inputName())
         ->type_name("FILE")
         ->group(group);
     app.add_flag("-0", sources.nulSeparated, "The list has a NUL behind each path")->group(group);
@@ -62,10 +68,25 @@ void declareSources(CLI::App& app, SourceOptions& sources) {
         ->group(group);
 }
 
-void declareMaxMessageSize(CLI::App& app, std::size_t& size) {
+void checkSources(const SourceOptions& sources) {
+    if (sources.nulSeparated && !sources.listFile) {
+        throw std::invalid_argument("-0 requires --from-list");
+    }
+    const auto uses = std::ranges::count(sources.paths, standardInput) +
+                      (sources.listFile == standardInput ? 1 : 0);
+    if (uses > 1) throw std::invalid_argument("standard input can be read only once");
+}
+
+void readStandardInputElse(SourceOptions& sources, std::ostream& err) {
+    if (!sources.paths.empty() || sources.listFile) return;
+    if (::isatty(STDIN_FILENO) != 0) err << "bouncecheck: reading a message from the terminal\n";
+    sources.paths.emplace_back(standardInput);
+}
+
+void declareMaxMessageSize(CLI::App& app, std::size_t& size, const std::string& effect) {
     app.add_option_function<std::string>(
            "--max-message-size", checkedBy([&](std::string_view v) { size = parseSize(v); }),
-           "Report and skip larger messages; k, m, g behind the number [64m]")
+           effect + "; k, m, g behind the number [64m]")
         ->type_name("SIZE")
         ->group(group);
 }

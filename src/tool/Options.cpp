@@ -26,7 +26,7 @@ constexpr const char* purpose = "Reports what returned and automatic e-mail mean
 /// What the command line says, before the view is known.
 struct CommandLine {
     Options options;
-    std::string format = "table";
+    std::optional<std::string> format;
     std::string color = "auto";
     bool summary = false;
     bool suppress = false;
@@ -155,6 +155,10 @@ void declare(CLI::App& app, CommandLine& line) {
     declareOther(app, line);
 }
 
+std::string_view formatOf(const CommandLine& line) {
+    return line.format ? std::string_view(*line.format) : "table";
+}
+
 bool asksForParts(const OutputParts& parts) noexcept {
     return !parts.fields.empty() || parts.data || parts.trace;
 }
@@ -163,21 +167,22 @@ bool asksForParts(const OutputParts& parts) noexcept {
 void checkTogether(const CommandLine& line) {
     const Options& options = line.options;
     const OutputParts& parts = options.parts;
-    const bool isColumns = line.format == "csv" || line.format == "tsv";
+    const std::string_view format = formatOf(line);
+    const bool isColumns = format == "csv" || format == "tsv";
     const int ways = line.summary + line.suppress + line.addresses + line.explain;
-    const bool isJsonOfAll = line.format == "json" && parts.fields.empty();
+    const bool isJsonOfAll = format == "json" && parts.fields.empty();
     const bool hasParts = asksForParts(parts);
     const std::pair<bool, const char*> mistakes[] = {
-        {options.sources.nulSeparated && !options.sources.listFile, "-0 requires --from-list"},
         {ways > 1, "--summary, --suppress, --addresses and --explain exclude each other"},
         {parts.rows.byRecipient && (ways > 0 || isJsonOfAll),
          "--by recipient is for a table, csv, tsv, or json with --fields"},
         {ways > 0 && hasParts, "--fields, --data and --trace are for lists of messages"},
-        {(line.addresses || line.explain) && line.format != "table",
+        {(line.addresses || line.explain) && format != "table",
          "--addresses and --explain have a form of their own"},
-        {parts.isCsvSafe && line.format != "csv", "--csv-safe requires --format csv"},
+        {parts.isCsvSafe && format != "csv", "--csv-safe requires --format csv"},
         {line.summary && isColumns, "--summary is a table or json"},
         {parts.trace && isColumns, "--trace is for a table or json"},
+        {options.filter.wantsNone(), "--only and --not leave no verdict"},
     };
     for (const auto& [isMade, problem] : mistakes) {
         if (isMade) throw std::invalid_argument(problem);
@@ -200,11 +205,14 @@ View viewOf(const CommandLine& line) {
     if (line.listPhrases) return View::phrases;
     if (line.addresses) return View::addresses;
     if (line.explain) return View::explanations;
-    if (line.format == "csv") return View::csv;
-    if (line.format == "tsv") return View::tsv;
-    if (line.format == "json") return line.summary ? View::jsonSummary : View::json;
-    // With a page, nobody needs every message on the terminal as well.
-    const bool onlyPage = line.options.pageFile && !asksForParts(line.options.parts);
+    const std::string_view format = formatOf(line);
+    if (format == "csv") return View::csv;
+    if (format == "tsv") return View::tsv;
+    if (format == "json") return line.summary ? View::jsonSummary : View::json;
+    // With a page, nobody needs every message on the terminal as well, unless they say so.
+    const OutputParts& parts = line.options.parts;
+    const bool onlyPage =
+        line.options.pageFile && !line.format && !parts.rows.byRecipient && !asksForParts(parts);
     return line.summary || onlyPage ? View::summary : View::table;
 }
 
@@ -221,8 +229,11 @@ void chooseSuppressions(CommandLine& line) {
     parts.rows.filter.keepAdvices("suppress,unsubscribe");
     parts.rows.onlyAddresses = true;
     parts.fields = parseFields("recipient,reason,date,evidence,location");
-    if (line.format == "table") line.format = "tsv";
-    parts.headings = line.format == "csv";
+    if (parts.rows.filter.wantsNone()) {
+        throw std::invalid_argument("--suppress is for the advice suppress or unsubscribe");
+    }
+    if (formatOf(line) == "table") line.format = "tsv";
+    parts.headings = formatOf(line) == "csv";
 }
 
 /// What to read about a mistake in the arguments.
@@ -234,6 +245,7 @@ std::string hintFor(std::span<const char* const> arguments) {
 }
 
 Options optionsOf(CommandLine line) {
+    checkSources(line.options.sources);
     checkTogether(line);
     line.options.parts.rows.filter = line.options.recipients;
     if (line.suppress) chooseSuppressions(line);

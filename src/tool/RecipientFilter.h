@@ -23,6 +23,7 @@ public:
     /// Whether one of them is wanted; with no condition, also where there is none.
     bool wantsAny(std::span<const Recipient> recipients) const;
     bool wantsAll() const noexcept { return reasons_.all() && advices_.all(); }
+    bool wantsNone() const noexcept { return reasons_.none() || advices_.none(); }
 
 private:
     static constexpr std::size_t mostNames = 32;

@@ -1,7 +1,5 @@
 #include "tool/Run.h"
 
-#include <unistd.h>
-
 #include <exception>
 #include <new>
 #include <optional>
@@ -9,6 +7,7 @@
 #include <utility>
 
 #include "tool/Batch.h"
+#include "tool/InputOptions.h"
 #include "tool/ListPhrases.h"
 #include "tool/Options.h"
 #include "tool/Problem.h"
@@ -22,11 +21,7 @@ namespace {
 int runWith(Options options, std::ostream& standardOut, std::ostream& err,
             const Terminal& terminal) {
     const bool readsMail = options.view != View::phrases;
-    SourceOptions& sources = options.sources;
-    if (readsMail && sources.paths.empty() && !sources.listFile) {
-        if (isatty(STDIN_FILENO)) err << "bouncecheck: reading a message from the terminal\n";
-        sources.paths.emplace_back("-");
-    }
+    if (readsMail) readStandardInputElse(options.sources, err);
     RunFiles files(options);
     std::ostream& out = files.out(standardOut);
     int status = EXIT_ALL_CLASSIFIED;

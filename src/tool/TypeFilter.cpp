@@ -22,4 +22,9 @@ TypeFilter::Types TypeFilter::parse(std::string_view types) {
     return parsed;
 }
 
+bool TypeFilter::wantsNone() const noexcept {
+    return std::ranges::none_of(allVerdictTypes(),
+                                [this](const VerdictType& type) { return wants(type.type); });
+}
+
 }  // namespace bouncecheck

@@ -19,6 +19,7 @@ public:
 
     bool wants(int type) const { return wanted_.test(static_cast<std::size_t>(type)); }
     bool wantsAll() const noexcept { return wanted_.all(); }
+    bool wantsNone() const noexcept;
 
 private:
     using Types = std::bitset<16>;

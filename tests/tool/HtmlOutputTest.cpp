@@ -123,6 +123,14 @@ TEST_F(HtmlOutputTest, StandsBesideTheOutput) {
     const std::string message = write("in/1", hostile);
     const std::string file = path("page.html");
     EXPECT_EQ(run({"--html", file, message}).out, run({"--summary", message}).out);
+    for (const std::vector<std::string>& form :
+         {std::vector<std::string>{"--format", "table"}, {"--by", "recipient"}}) {
+        std::vector<std::string> arguments = form;
+        arguments.push_back(message);
+        const std::string alone = run(arguments).out;
+        arguments.insert(arguments.end(), {"--html", file});
+        EXPECT_EQ(run(arguments).out, alone);
+    }
     const ToolRun json = run({"--html", file, "--format", "json", message, "-o", path("json")});
     EXPECT_EQ(json.out, "");
     EXPECT_EQ(contentOf(path("json")), run({"--format", "json", message}).out);

@@ -101,6 +101,11 @@ TEST_F(LedgerPageTest, ReplacesNoLedgerAndLeavesNoPart) {
         EXPECT_EQ(run({"list", "--ledger", ledger, "--html", path("page.html"), other}).status,
                   EXIT_WRONG_USAGE);
     }
+    // Who followed the changes of some would not learn that they ended.
+    for (const char* some : {"--advice=retry", "--reason=mailbox-full", "--since=1d"}) {
+        EXPECT_EQ(run({"list", "--ledger", ledger, "--changes-since=1d", some}).status,
+                  EXIT_WRONG_USAGE);
+    }
     EXPECT_EQ(run({"list", "--ledger", ledger, "--html", path("none/page")}).status,
               EXIT_SOME_UNREADABLE);
     EXPECT_EQ(run({"list", "--ledger", ledger, "--html", "/dev/full"}).status,

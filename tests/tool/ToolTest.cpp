@@ -63,33 +63,39 @@ TEST_F(Tool, ListsEveryRowOfEveryTable) {
 }
 
 TEST_F(Tool, TellsWrongUsageInOneLine) {
-    const std::vector<std::string> mistakes[] = {
-        {"--format", "xml"},
-        {"--no-such-option"},
-        {"--fields", "name,nme"},
-        {"--only", "hard,4"},
-        {"--not", ""},
-        {"--max-message-size", "5x"},
-        {"-j", "0"},
-        {"-0"},
-        {"--max-message-size", "99999999999g"},
-        {"--color", "yes"},
-        {"--summary", "--data"},
-        {"--addresses", "--format", "json"},
-        {"--list-phrases", "x"},
-        {"--list-phrases", "--format", "csv"},
-        {"--output", ""},
-        {"--html", ""},
-        {"--fields", "[name]"},
-        {"--explain", "--trace"},
-        {"--format", "csv", "--summary"},
-        {"--format", "tsv", "--trace"},
+    const std::pair<std::vector<std::string>, const char*> mistakes[] = {
+        {{"--format", "xml"}, "\"xml\" is unknown; choose from: table, json, csv, tsv"},
+        {{"--no-such-option"}, "--no-such-option"},
+        {{"--fields", "name,nme"}, "\"nme\""},
+        {{"--only", "hard,4"}, "\"4\""},
+        {{"--only", "hard", "--only", "soft"}, "--only is given more than once"},
+        {{"--only", "hard", "--not", "hard,soft"}, "--only and --not leave no verdict"},
+        {{"--not", ""}, "no verdict is named \"\""},
+        {{"--max-message-size", "5x"}, "\"5x\" is not a size"},
+        {{"-j", "0"}, "-j"},
+        {{"-0"}, "-0 requires --from-list"},
+        {{"--from-list", "-", "-"}, "standard input can be read only once"},
+        {{"-", "-"}, "standard input can be read only once"},
+        {{"--max-message-size", "99999999999g"}, "is not a size"},
+        {{"--color", "yes"}, "choose from: auto, always, never"},
+        {{"--summary", "--data"}, "lists of messages"},
+        {{"--addresses", "--format", "json"}, "form of their own"},
+        {{"--list-phrases", "x"}, "--list-phrases excludes"},
+        {{"--list-phrases", "--format", "csv"}, "--list-phrases excludes --format"},
+        {{"--output", ""}, "the name is empty"},
+        {{"-o", "-"}, "\"-\" is no file; write ./-"},
+        {{"--html", ""}, "the name is empty"},
+        {{"--fields", "[name]"}, "\"[name]\""},
+        {{"--explain", "--trace"}, "lists of messages"},
+        {{"--format", "csv", "--summary"}, "--summary is a table or json"},
+        {{"--format", "tsv", "--trace"}, "--trace is for a table or json"},
     };
-    for (const auto& arguments : mistakes) {
+    for (const auto& [arguments, problem] : mistakes) {
         const ToolRun result = run(arguments);
-        EXPECT_EQ(result.status, EXIT_WRONG_USAGE);
+        EXPECT_EQ(result.status, EXIT_WRONG_USAGE) << problem;
         EXPECT_EQ(result.out, "");
-        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << arguments.front();
+        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
+        EXPECT_NE(result.err.find(problem), std::string::npos) << result.err;
     }
     EXPECT_EQ(run({"[a,b]"}).err, "bouncecheck: [a,b]: No such file or directory\n");
     EXPECT_EQ(run({"--help"}).status, EXIT_ALL_CLASSIFIED);

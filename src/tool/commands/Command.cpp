@@ -37,8 +37,8 @@ constexpr CommandRow rows[] = {
      makeScanCommand},
     {"watch", "--ledger FILE [OPTION]... MAILDIR...",
      "Records what is in Maildirs in a ledger, then each message as it comes.",
-     "SIGTERM and SIGINT end it. Exit status: 0 after these, 1 when the ledger cannot be used, "
-     "2 for wrong usage.",
+     "SIGTERM and SIGINT end it. Exit status: 0 when one of these ended it, 1 when the ledger "
+     "cannot be used, 2 for wrong usage.",
      makeWatchCommand},
     {"list", "--ledger FILE [OPTION]...", "Lists the addresses to stop mailing.", usualStatus,
      makeListCommand},

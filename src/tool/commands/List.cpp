@@ -50,9 +50,9 @@ public:
         declareTime(app, "--since", since_,
                     "Only what was suppressed at this time or later: 2026-11-22,\n"
                     "2026-11-22T10:00:00Z, or 7d for the last seven days");
-        declareTime(app, "--changes-since", changesSince_,
-                    "Instead, all whose suppression began, ended or got another cause at this\n"
-                    "time or later, in the order of the changes");
+        auto* changes = declareTime(app, "--changes-since", changesSince_,
+                                    "Instead, all whose suppression began, ended or got another "
+                                    "cause at this\ntime or later, in the order of the changes");
         auto* format = app.add_option("--format", format_,
                                       "table, json (an object a line), csv or tsv [table]")
                            ->type_name("FORMAT")
@@ -65,13 +65,14 @@ public:
             ->type_name("FILE")
             ->group(group);
         format->excludes("--html");
+        // What ended has no reason or advice any more: who follows those alone would miss it.
+        for (const char* other : {"--html", "--advice", "--reason", "--since"}) {
+            changes->excludes(other);
+        }
     }
 
     void complete() override {
         if (!pageFile_) return;
-        if (changesSince_) {
-            throw std::invalid_argument("--html and --changes-since do not go together");
-        }
         for (const std::string& part : ledger::filesOf(file_)) {
             const auto identity = identityOf(part);
             if (identity && identity == identityOf(*pageFile_)) {
@@ -127,11 +128,12 @@ private:
         output.commit();
     }
 
-    static void declareTime(CLI::App& app, const char* name, std::optional<ledger::Time>& time,
-                            const char* description) {
-        app.add_option_function<std::string>(
-               name, checkedBy([&time](std::string_view v) { time = parseTime(v, timeNow()); }),
-               description)
+    static CLI::Option* declareTime(CLI::App& app, const char* name,
+                                    std::optional<ledger::Time>& time, const char* description) {
+        return app
+            .add_option_function<std::string>(
+                name, checkedBy([&time](std::string_view v) { time = parseTime(v, timeNow()); }),
+                description)
             ->type_name("TIME")
             ->group("Output");
     }

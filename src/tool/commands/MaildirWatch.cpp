@@ -21,6 +21,15 @@ namespace {
 /// How long a file that was created in place, rather than moved there, may take to be written.
 constexpr std::chrono::milliseconds patience(300);
 
+std::string whyLost(int error) {
+    switch (error) {
+        case ENOENT: return "is not there";
+        // What the system calls a full disk.
+        case ENOSPC: return "cannot be watched: no more watches are allowed";
+        default: return std::string("cannot be watched: ") + std::strerror(error);
+    }
+}
+
 }  // namespace
 
 MaildirWatch::MaildirWatch(std::vector<std::string> maildirs)
@@ -66,9 +75,10 @@ void MaildirWatch::takeNew(const std::function<void(const std::string& path)>& o
     }
 }
 
-void MaildirWatch::reportLost(const std::function<void(const std::string& folder)>& onLost) {
+void MaildirWatch::reportLost(
+    const std::function<void(const std::string& folder, const std::string& why)>& onLost) {
     for (Folder& folder : folders_) {
-        if (folder.watch < 0 && !folder.isReported) onLost(folder.path);
+        if (folder.watch < 0 && !folder.isReported) onLost(folder.path, whyLost(folder.error));
         folder.isReported = folder.watch < 0;
     }
 }
@@ -81,6 +91,7 @@ void MaildirWatch::renewWatches() {
         folder.watch = ::inotify_add_watch(
             notify_.get(), folder.path.c_str(),
             IN_MOVED_TO | IN_CREATE | IN_CLOSE_WRITE | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR);
+        if (folder.watch < 0) folder.error = errno;
         folder.identity = identity;
         // What came in before it was watched is there.
         folder.isFresh = true;
@@ -103,6 +114,7 @@ void MaildirWatch::readEvents() {
             if ((event.mask & (IN_IGNORED | IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT)) != 0) {
                 ::inotify_rm_watch(notify_.get(), folder->watch);
                 folder->watch = -1;
+                folder->error = ENOENT;
             }
             if (event.len == 0 || (event.mask & IN_ISDIR) != 0) continue;
             const std::string path = folder->path + '/' + name;

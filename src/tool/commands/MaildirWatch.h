@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -29,8 +30,9 @@ public:
     /// What is ready to be read when there may be new messages. There may be some a second later
     /// as well.
     int fd() const noexcept { return notify_.get(); }
-    /// Calls `onLost` with each folder that is not there, once until it returns.
-    void reportLost(const std::function<void(const std::string& folder)>& onLost);
+    /// Calls `onLost` with each folder that cannot be watched, and why, once until it can again.
+    void reportLost(
+        const std::function<void(const std::string& folder, const std::string& why)>& onLost);
 
 private:
     /// `new` or `cur` of a Maildir.
@@ -38,6 +40,8 @@ private:
         std::string path;
         /// That of inotify; -1 when it is not watched.
         int watch = -1;
+        /// The errno of why it is not.
+        int error = ENOENT;
         std::optional<FileIdentity> identity;
         /// Whether what is in it has to be looked through.
         bool isFresh = true;

@@ -17,7 +17,7 @@ public:
     void declare(CLI::App& app) override {
         declareLedger(app, file_);
         declareRules(app, rules_);
-        declareMaxMessageSize(app, maxMessageSize_);
+        declareMaxMessageSize(app, maxMessageSize_, "Record larger messages as unread");
         declareVerp(app, verp_);
     }
 

@@ -38,14 +38,10 @@ public:
         declareJobs(app, jobs_);
     }
 
-    void complete() override {
-        if (sources_.nulSeparated && !sources_.listFile) {
-            throw std::invalid_argument("-0 requires --from-list");
-        }
-        if (sources_.paths.empty() && !sources_.listFile) sources_.paths.emplace_back("-");
-    }
+    void complete() override { checkSources(sources_); }
 
     int run(const CommandStreams& streams) override {
+        readStandardInputElse(sources_, streams.err);
         ledger::Ledger file(file_, ledger::Ledger::Missing::create,
                             ledger::Ledger::Durability::last);
         applyRules(file, rules_);

@@ -72,7 +72,7 @@ public:
         app.add_option("MAILDIR", maildirs_, "The folders that hold 'new' and 'cur'")
             ->type_name("")
             ->required();
-        declareMaxMessageSize(app, maxMessageSize_);
+        declareMaxMessageSize(app, maxMessageSize_, "Record larger messages as unread");
         declareVerp(app, verp_);
     }
 
@@ -87,8 +87,8 @@ public:
             if (ledger.wasReplaced()) watch.forget();
             watch.takeNew([&](const std::string& path) { take(run, path); });
             write(run);
-            watch.reportLost([&](const std::string& folder) {
-                reportProblem(streams.err, folder, "is not there; waiting for it");
+            watch.reportLost([&](const std::string& folder, const std::string& why) {
+                reportProblem(streams.err, folder, why + "; waiting for it");
             });
         } while (!waits(run, 400ms));
         return EXIT_ALL_CLASSIFIED;
