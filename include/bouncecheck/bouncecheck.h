@@ -51,14 +51,16 @@
 /// **Bad input** is input: nothing in a message is an error. What is missing reads as
 /// empty, and what is damaged is read as far as it goes. Time and memory are linear in the
 /// size of the message; Limits.h says what of an unreasonable message is left unread. The
-/// library opens no file, prints nothing and never ends the program. It throws
-/// std::bad_alloc when memory runs out, and nothing else.
+/// library prints nothing, never ends the program, and opens no file, though the C library may
+/// load a table of its own for a rare charset (iconv). It throws std::bad_alloc when memory runs
+/// out, and nothing else.
 ///
 /// **Ownership.** A `Verdict`, `Recipient` and `Facts` are values that outlive message and
 /// classifier. Names of types and rules are constants.
 ///
-/// **Threads.** There is no state but that of the objects. Each object serves one thread at
-/// a time; distinct objects, and the functions, may be used on any number of threads.
+/// **Threads.** There is no state but that of the objects, and the conversions of charsets that a
+/// thread keeps until it ends. Each object serves one thread at a time; distinct objects, and the
+/// functions, may be used on any number of threads.
 ///
 /// The classes in <bouncecheck/classes/> are another way to the same verdicts, by
 /// operations that fill buffers. Programs in C have <bouncecheck/bouncecheck_c.h>.

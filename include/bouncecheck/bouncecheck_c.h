@@ -22,9 +22,10 @@
 /// **Errors.** Nothing in a message is an error. A wrong argument, such as a null pointer, is
 /// answered by `BOUNCECHECK_BAD_ARGUMENT`, and memory that ran out by
 /// `BOUNCECHECK_OUT_OF_MEMORY`. A structure that a failed call was to fill holds the texts ""
-/// and the numbers of what is none, nowhere or unknown. The library opens no file, prints
-/// nothing and never ends the program. Undefined are the use of a classifier or text that was
-/// freed, a classifier that is freed twice, and pointers to less memory than is said.
+/// and the numbers of what is none, nowhere or unknown. The library prints nothing, never ends
+/// the program, and opens no file, though the C library may load a table of its own for a rare
+/// charset (iconv). Undefined are the use of a classifier or text that was freed, a classifier
+/// that is freed twice, and pointers to less memory than is said.
 ///
 /// **Structures** that are passed with their size (`sizeof verdict`) may become longer in
 /// later versions, by members at their end. A program gets those that it was compiled with;
