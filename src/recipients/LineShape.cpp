@@ -172,8 +172,9 @@ LineShape::Kind LineShape::kindOf() {
         std::string_view rest = line_.substr(spans_.front().end);
         while (!rest.empty() && ascii::isOneOf(rest.front(), ">\"')]")) rest.remove_prefix(1);
         const std::string_view trimmed = ascii::trimLeft(rest);
-        isSeparated_ = !trimmed.empty() && (ascii::isOneOf(trimmed.front(), ":([-|;") ||
+        isSeparated_ = !trimmed.empty() && (ascii::isOneOf(trimmed.front(), ":([-|;=") ||
                                             rest.starts_with("...") || rest.starts_with("\t"));
+        hasReply_ = beginsWithReplyCode(rest);
         return Kind::leading;
     }
     if (beginsWithReplyCode(line_)) return Kind::reply;

@@ -39,6 +39,8 @@ public:
     /// Whether punctuation, such as a colon, stands between a leading address and what is said
     /// of it.
     bool isSeparated() const noexcept { return isSeparated_; }
+    /// Whether the code of a reply stands right behind a leading address.
+    bool hasReply() const noexcept { return hasReply_; }
     /// Of a reply: whether its code is that of a failure.
     bool isFailureReply() const noexcept;
     /// Of a labelled line: what its label says.
@@ -66,6 +68,7 @@ private:
     std::vector<AddressSpan> spans_;
     LabelKind label_ = LabelKind::unlisted;
     bool isSeparated_ = false;
+    bool hasReply_ = false;
     bool isCommand_ = false;
     bool isField_ = false;
     Kind kind_;

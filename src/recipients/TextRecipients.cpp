@@ -155,8 +155,8 @@ private:
         const bool isOfSender =
             line.has(Cue::sender) || (!beginsParagraph_ && others_.isOfSender(shape.first()));
         if (isOfSender && !shape.isSeparated()) return false;
-        const bool isStated =
-            shape.isSeparated() || paragraph_.reportsFailure() || before_.reportsFailure();
+        const bool isStated = shape.isSeparated() || shape.hasReply() ||
+                              paragraph_.reportsFailure() || before_.reportsFailure();
         if (!isStated || before_.tellsContact()) return false;
         openBlock(line, shape.first());
         addWords(shape.restBehind(shape.spans().front()));

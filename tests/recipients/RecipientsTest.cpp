@@ -259,6 +259,8 @@ TEST(Recipients, KnowsARefusalInAnyLanguage) {
         "  a@x.example\n    SMTP error from remote server: 550 nihil",
         "<a@x.example>:\nRemote host said: 450 nihil\n",
         ">>> RCPT To:<a@x.example>\n<<< 550 nihil\n",
+        "'a@x.example' 550 nihil\n",
+        "a@x.example => 550 nihil\n",
     };
     const std::string greeting = "\n\nLorem ipsum dolor sit amet.\n\n";
     for (const std::string& reply : quoted) {

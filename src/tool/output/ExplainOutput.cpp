@@ -30,6 +30,14 @@ std::vector<std::string_view> linesOf(std::string_view text) {
     return lines;
 }
 
+/// `text` with blanks for each tab, which would be an escape.
+std::string withBlanks(std::string_view text) {
+    constexpr std::string_view tab = "    ";
+    std::string blank;
+    for (const char c : text) blank.append(c == '\t' ? tab : std::string_view(&c, 1));
+    return blank;
+}
+
 class ExplainOutput final : public Output {
 public:
     ExplainOutput(std::ostream& out, Style style) : out_(out), style_(style) {}
@@ -174,7 +182,7 @@ private:
         std::string carets;
         std::size_t end = 0;
         const auto addUpTo = [&](std::size_t to, bool isMarked) {
-            std::string piece = printable(line.text.substr(end, to - end));
+            std::string piece = printable(withBlanks(line.text.substr(end, to - end)));
             if (style_.width > 0) piece = fitted(piece, longestLine - carets.size());
             end = to;
             shown += style_.paint(piece, isMarked ? emphasis : std::string_view());
