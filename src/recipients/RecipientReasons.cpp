@@ -9,8 +9,9 @@
 namespace bouncecheck {
 namespace {
 
-/// Of more recipients, lines of the notice would be repeated for each until there is no room left.
-constexpr std::size_t mostQuotedFor = 100;
+/// Of more recipients, the lines that gave the reason would be repeated for each until there is no
+/// room left.
+constexpr std::size_t mostWithLines = 100;
 
 bool isExplained(const Recipient& recipient, const ReasonFinding& finding) {
     return (finding.basis == ReasonBasis::phrase || finding.isSure) &&
@@ -25,6 +26,11 @@ Reply replyOf(const Recipient& recipient, const ReplyCodes& codes) {
             .text = recipient.diagnostic,
             .codes = codes,
             .address = recipient.address};
+}
+
+void addCodes(Recipient& recipient, const ReplyCodes& codes) {
+    if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
+    if (recipient.status.empty()) recipient.status = codes.status;
 }
 
 /// Whether `finding` is in the notice, which says more there than the diagnostic with its `codes`.
@@ -88,13 +94,10 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     Recipient& recipient = list_.all()[index];
     // An inner notice, or a request, has found its own.
     if (recipient.reason != Reason::none || recipient.advice != Advice::none) return;
-    const Reported* known = index < reported_.size() ? &reported_[index] : nullptr;
-    if (known && !known->hasDiagnostic && !recipient.diagnostic.empty()) known = nullptr;
-    if (known && !isExplained(recipient, known->finding)) known = nullptr;
+    const Reported* known = explainedBefore(index);
     const ReplyCodes codes =
         known ? ReplyCodes{known->replyCode, known->status} : codesIn(recipient.diagnostic);
-    if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
-    if (recipient.status.empty()) recipient.status = codes.status;
+    addCodes(recipient, codes);
     const Explanation explanation =
         known ? Explanation{recipient, codes, known->finding} : explain(recipient, codes, notice);
     const ReasonFinding finding = RecipientDoubts(reading_, list_).doubted(explanation);
@@ -103,17 +106,20 @@ void RecipientReasons::fill(std::size_t index, const Notice* notice) {
     recipient.row = finding.row;
     recipient.quote = list_.budget().keep(explanation.text().substr(finding.at, finding.length));
     recipient.advice = adviceFor(recipient.outcome, finding);
-    if (list_.all().size() <= mostQuotedFor && saysMore(finding, recipient, codes)) {
-        quote(recipient, linesAround(explanation.notice, {finding.at, finding.length}));
+    if (list_.all().size() <= mostWithLines && saysMore(finding, recipient, codes)) {
+        const std::string lines = linesAround(explanation.notice, {finding.at, finding.length});
+        addCodes(recipient, codesIn(lines));
+        recipient.diagnostic = list_.budget().keep(ascii::trim(lines));
     }
 }
 
-/// Makes `lines` of the notice the diagnostic of `recipient`, who has none with a code.
-void RecipientReasons::quote(Recipient& recipient, std::string_view lines) {
-    const ReplyCodes codes = codesIn(lines);
-    if (recipient.replyCode.empty()) recipient.replyCode = codes.reply;
-    if (recipient.status.empty()) recipient.status = codes.status;
-    recipient.diagnostic = list_.budget().keep(ascii::trim(lines));
+/// What `explainReported` found of a recipient; null where others may have said more since.
+const RecipientReasons::Reported* RecipientReasons::explainedBefore(std::size_t index) const {
+    if (index >= reported_.size()) return nullptr;
+    const Recipient& recipient = list_.all()[index];
+    const Reported& reported = reported_[index];
+    if (!reported.hasDiagnostic && !recipient.diagnostic.empty()) return nullptr;
+    return isExplained(recipient, reported.finding) ? &reported : nullptr;
 }
 
 }  // namespace bouncecheck

@@ -37,13 +37,7 @@ public:
     void fill(const Notice* notice);
 
 private:
-    void fill(std::size_t index, const Notice* notice);
-    void quote(Recipient& recipient, std::string_view lines);
-    Explanation explain(const Recipient& recipient, const ReplyCodes& codes, const Notice* notice);
-
-    const MessageReading& reading_;
-    RecipientList& list_;
-    /// What `explainReported` found of the first of the list.
+    /// What `explainReported` found of one of the first.
     struct Reported {
         ReasonFinding finding;
         /// Whether the report has words for it; else it counts until others are found.
@@ -51,6 +45,13 @@ private:
         std::string replyCode;
         std::string status;
     };
+
+    const Reported* explainedBefore(std::size_t index) const;
+    void fill(std::size_t index, const Notice* notice);
+    Explanation explain(const Recipient& recipient, const ReplyCodes& codes, const Notice* notice);
+
+    const MessageReading& reading_;
+    RecipientList& list_;
     std::vector<Reported> reported_;
     std::optional<ReasonFinding> noticeFinding_;
     /// By address.
