@@ -2,12 +2,9 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
-#include <array>
 #include <climits>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string_view>
 #include <utility>
 
@@ -16,6 +13,8 @@
 #include "tool/sources/FileReader.h"
 #include "tool/sources/FolderListing.h"
 #include "tool/sources/InputStream.h"
+#include "tool/sources/OwnFiles.h"
+#include "tool/sources/PathList.h"
 #include "tool/sources/RenamedMessages.h"
 
 namespace bouncecheck {
@@ -66,10 +65,10 @@ class SourceReader {
 public:
     SourceReader(const SourceOptions& options, const OnMessage& onMessage,
                  const OnProblem& onProblem)
-        : options_(options), onProblem_(onProblem), files_(options, onMessage, onProblem) {
-        remember(options.excluded, excluded_);
-        remember(options.written, written_);
-    }
+        : options_(options),
+          onProblem_(onProblem),
+          ownFiles_(options),
+          files_(options, onMessage, onProblem) {}
 
     void readAll() {
         for (std::size_t i = 0; i < options_.paths.size(); ++i) {
@@ -81,8 +80,6 @@ public:
     }
 
 private:
-    using Files = std::vector<FileIdentity>;
-
     /// Counts a folder while it is read.
     class Level {
     public:
@@ -95,16 +92,6 @@ private:
         unsigned& levels_;
     };
 
-    static void remember(const std::vector<std::string>& paths, Files& files) {
-        for (const std::string& path : paths) {
-            if (const auto file = identityOf(path)) files.push_back(*file);
-        }
-    }
-
-    static bool isAmong(const Files& files, const FileIdentity& file) {
-        return std::ranges::find(files, file) != files.end();
-    }
-
     template <class Read>
     void tryReading(const std::string& name, Read&& read) {
         reportingProblems(onProblem_, name, std::forward<Read>(read));
@@ -114,63 +101,26 @@ private:
         tryReading(name, [&] {
             const auto list = open({name});
             if (!list) return;
-            const char end = options_.nulSeparated ? '\0' : '\n';
-            std::array<char, 4096> piece;
-            std::string path;
-            const auto readNext = [&] {
-                if (!path.empty()) readPath(path, {0, 0});
-                path.clear();
-            };
-            while (const std::size_t size = list->read(piece)) {
-                for (const char c : std::string_view(piece.data(), size)) {
-                    if (c == end) {
-                        readNext();
-                    } else if (path.size() <= PATH_MAX) {  // no file has a longer one
-                        path += c;
-                    }
-                }
-            }
-            readNext();
+            forEachPath(*list, options_.nulSeparated ? '\0' : '\n',
+                        [this](const std::string& path) {
+                            readPath(path, {0, 0});
+                        });
         });
     }
 
-    /// Null for what is no source but written by the run. Once it is open, it cannot
-    /// become another file.
+    /// Null for what is the run's own.
     std::unique_ptr<InputStream> open(const FileName& name) const {
         // Opening and closing a database would take away its locks.
-        if (name.path != "-" && !excluded_.empty()) {
-            const auto excluded = identityOf(name.path);
-            if (excluded && isAmong(excluded_, *excluded)) return nullptr;
-        }
+        if (name.path != "-" && ownFiles_.isExcluded(name.path)) return nullptr;
         auto stream = name.open();
-        const auto file = stream->identity();
-        if (file && isAmong(excluded_, *file)) return nullptr;
-        if (file && isAmong(written_, *file)) {
-            if (!options_.holdsOutput(beginningOf(*stream))) {
-                throw SourceIsOutput(name.path +
-                                     ": is read as mail, so no output is written to it");
-            }
-            return nullptr;
-        }
-        return stream;
-    }
-
-    static std::string beginningOf(InputStream& stream) {
-        constexpr std::size_t enough = std::size_t{2} * PATH_MAX;
-        std::string beginning(enough, '\0');
-        std::size_t size = 0;
-        while (const std::size_t count = stream.read(std::span(beginning).subspan(size))) {
-            size += count;
-        }
-        beginning.resize(size);
-        return beginning;
+        return ownFiles_.has(*stream, name.path) ? nullptr : std::move(stream);
     }
 
     void readPath(const std::string& path, Stretch stretch) {
         struct stat status;
         if (path == "-" || ::stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
             tryReading(path, [&] { readFile({path}, isOfMaildir(path), stretch); });
-        } else if (isAmong(excluded_, identityIn(status))) {
+        } else if (ownFiles_.isExcluded(identityIn(status))) {
             onProblem_(path, "is the folder that messages are delivered to");
         } else {
             readFolder(path, stretch, isInMaildir(path));
@@ -190,16 +140,10 @@ private:
         return lastIsInMaildir_;
     }
 
-    bool isExcludedFolder(const std::string& path) const {
-        if (excluded_.empty()) return false;
-        const auto folder = identityOf(path);
-        return folder && isAmong(excluded_, *folder);
-    }
-
     void readFolder(const std::string& folder, Stretch stretch, bool isOfMaildir = false) {
         // Each takes some of the stack.
         constexpr unsigned mostLevels = 100;
-        if (isExcludedFolder(folder)) return;
+        if (ownFiles_.isExcluded(folder)) return;
         const Level level(levels_);
         tryReading(folder, [&] {
             if (levels_ > mostLevels) throw ReadError("is in too many folders, one in the other");
@@ -306,14 +250,13 @@ private:
 
     const SourceOptions& options_;
     const OnProblem& onProblem_;
+    OwnFiles ownFiles_;
     FileReader files_;
     /// The folder of the last file that was named, and whether it is of a Maildir.
     std::string lastFolder_;
     bool lastIsInMaildir_ = false;
     /// How many folders are being read, one in the other.
     unsigned levels_ = 0;
-    Files excluded_;
-    Files written_;
 };
 
 }  // namespace
