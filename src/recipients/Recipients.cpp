@@ -37,8 +37,11 @@ bool saysPermanent(std::string_view said) {
 }
 
 bool quotesFailure(std::string_view notice) {
-    const std::string_view reply = codesIn(notice).reply;
-    return reply.starts_with('4') || reply.starts_with('5');
+    const auto isFailure = [](std::string_view code) {
+        return code.starts_with('4') || code.starts_with('5');
+    };
+    const ReplyCodes codes = codesIn(notice);
+    return isFailure(codes.reply) || isFailure(codes.status);
 }
 
 /// Whether the only reply in `said` is that of a success, and no words are about a failure.

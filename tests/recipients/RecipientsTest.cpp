@@ -261,6 +261,7 @@ TEST(Recipients, KnowsARefusalInAnyLanguage) {
         ">>> RCPT To:<a@x.example>\n<<< 550 nihil\n",
         "'a@x.example' 550 nihil\n",
         "a@x.example => 550 nihil\n",
+        "<a@x.example>:\nNihil (#5.4.4)\n",
     };
     const std::string greeting = "\n\nLorem ipsum dolor sit amet.\n\n";
     for (const std::string& reply : quoted) {
