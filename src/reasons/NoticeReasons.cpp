@@ -16,10 +16,10 @@ namespace bouncecheck {
 namespace {
 
 /// Whether the byte `at` of `notice` is in what sendmail says for any reply 550 to a recipient:
-/// "550 5.1.1 <a@b.example>... User unknown", below the reply itself.
+/// "550 5.1.1 <a@b.example>... User unknown", below the reply itself; older ones have no status.
 bool restatesReply(std::string_view notice, std::size_t at) {
     const std::string_view line = lineAt(notice, at);
-    return line.starts_with("550 5.1.1 <") && contains(line, ">... ") &&
+    return line.starts_with("550 ") && contains(line, "... ") && line.find('@') != npos &&
            contains(notice.substr(0, at), "\n<<< ");
 }
 

@@ -1,16 +1,46 @@
 #include "recipients/Dialogue.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "mime/AddressSpans.h"
+#include "reasons/CodeShapes.h"
+#include "reasons/ReplyCodes.h"
+#include "text/Ascii.h"
+#include "text/Search.h"
 
 namespace bouncecheck {
+namespace {
+
+bool isFailureReply(std::string_view line) noexcept {
+    return !line.empty() && ascii::isOneOf(line.front(), "45") && replyCodeLength(line, 0) > 0;
+}
+
+/// Whether nothing but codes is in front of the first address in `reply`: "550 <a@b.example> gone".
+bool beginsWithAddress(std::string_view reply, const AddressSpan& address) {
+    return reply.substr(0, address.begin).find_first_not_of("0123456789.- <") == npos;
+}
+
+}  // namespace
 
 bool Dialogue::read(std::string_view line) {
+    if (std::exchange(endsReply_, false) && restatesReply(line)) return true;
     const DialogueLine dialogue(line);
     if (dialogue.isCommand()) readCommand(dialogue);
-    return dialogue.isCommand() || (dialogue.isReply() && readReply(dialogue.said()));
+    if (!dialogue.isReply()) return dialogue.isCommand();
+    endsReply_ = isFailureReply(dialogue.said()) && !isFirstLineOnly(dialogue.said());
+    return readReply(dialogue.said());
+}
+
+/// "550 5.1.1 <a@b.example>... User unknown": below any reply 550, the system that writes says so
+/// in its own words.
+bool Dialogue::restatesReply(std::string_view line) const {
+    if (!isFailureReply(line)) return false;
+    return std::ranges::all_of(findAddresses(line), [&](const AddressSpan& span) {
+        const auto known = named_.find(span.in(line));
+        return known && !named_.of(Tier::stated)[*known].said.empty();
+    });
 }
 
 /// ">>> RCPT TO:<a@b.example>"
@@ -37,7 +67,9 @@ bool Dialogue::readReply(std::string_view reply) {
     }
     const bool namesOther = std::ranges::any_of(
         spans, [&](const AddressSpan& span) { return !others_.isOfSender(span.in(reply)); });
-    if (!isOfAll_ || (namesOther && named_.of(Tier::stated).empty())) return false;
+    const bool isOfOther =
+        namesOther && (named_.of(Tier::stated).empty() || beginsWithAddress(reply, spans.front()));
+    if (!isOfAll_ || isOfOther) return false;
     named_.share(reply);
     return true;
 }

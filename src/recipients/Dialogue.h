@@ -25,6 +25,7 @@ public:
 private:
     void readCommand(const DialogueLine& command);
     bool readReply(std::string_view reply);
+    bool restatesReply(std::string_view line) const;
 
     NamedRecipients& named_;
     const Bystanders& others_;
@@ -32,6 +33,8 @@ private:
     std::optional<std::size_t> recipient_;
     /// Whether the last command was about the mail to all of them.
     bool isOfAll_ = false;
+    /// Whether the last line ended a reply.
+    bool endsReply_ = false;
 };
 
 }  // namespace bouncecheck

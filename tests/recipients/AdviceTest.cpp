@@ -121,6 +121,7 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
         {"<a@x.example>: 517 Domain does not exist: own.example", "a@x.example policy fix"},
         {">>> RCPT TO:<a@x.example>\n<<< 517 Domain does not exist: own.example\n",
          "a@x.example policy fix"},
+        {"<a@x.example>: 517 Domain does not exist:\n  own.example", "a@x.example policy fix"},
         {"<a@x.example>: 550 No such domain: x.example, said mx.own.example",
          "a@x.example unknown-domain suppress"},
         // a code without words, and a sentence that goes on
@@ -298,6 +299,19 @@ TEST(Advice, IsToSuppressOnlyForWhatIsSaidOfTheRecipient) {
          "a@x.example inactive-mailbox retry"},
         {"<a@x.example>: 550 5.1.1 account temporarily deactivated",
          "a@x.example unknown-mailbox retry"},
+        // below a reply, in the words of the system that quotes it
+        {">>> RCPT To:<a@x.example>\n<<< 550 5.7.1 refused\n550 5.1.1 <a@x.example>... User "
+         "unknown",
+         "a@x.example policy fix"},
+        {">>> RCPT To:<a@x.example>\n<<< 550-5.7.1 refused, see\n<<< 550 5.7.1 us\n"
+         "550 <a@x.example>... User unknown",
+         "a@x.example policy fix"},
+        {">>> DATA\n<<< 550 <a@x.example> no\n550 <a@x.example>... User unknown\n"
+         "<<< 550 <b@x.example> no such user\n550 <b@x.example>... User unknown",
+         "a@x.example other retry; b@x.example unknown-mailbox suppress"},
+        {"<a@x.example>\n\n>>> DATA\n<<< 554 rejected as spam\n554 5.0.0 Service unavailable",
+         "a@x.example content fix"},
+        {"550 <a@x.example>... User unknown", "a@x.example unknown-mailbox suppress"},
         // a success
         {"<a@x.example>: delivery via mx.x.example: 250 2.0.0 Ok\n\n<b@x.example>: " + gone,
          "a@x.example  none; b@x.example unknown-mailbox suppress"},
