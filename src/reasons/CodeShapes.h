@@ -30,6 +30,23 @@ constexpr std::size_t statusLength(std::string_view text, std::size_t at) noexce
     return 4 + detail;
 }
 
+/// Whether the start of `text` looks like the address of a host: "192.0.2.1".
+constexpr bool beginsWithHostAddress(std::string_view text) noexcept {
+    int points = 0;
+    std::size_t digits = 0;
+    for (const char c : text.substr(0, 15)) {
+        if (ascii::isDigit(c)) {
+            ++digits;
+        } else if (c == '.' && digits > 0 && digits < 4 && points < 3) {
+            ++points;
+            digits = 0;
+        } else {
+            break;
+        }
+    }
+    return points == 3 && digits > 0 && digits < 4;
+}
+
 /// The same of a reply code (RFC 5321, section 4.2).
 constexpr std::size_t replyCodeLength(std::string_view text, std::size_t at) noexcept {
     constexpr std::size_t length = 3;
@@ -41,7 +58,9 @@ constexpr std::size_t replyCodeLength(std::string_view text, std::size_t at) noe
     if (ascii::isAlnum(next) || ascii::isOneOf(next, "_@/%") || !ascii::isAscii(next)) return 0;
     if (end + 1 < text.size() && ascii::isDigit(text[end + 1])) {
         if (ascii::isOneOf(next, ".,")) return 0;
-        if (next == '-' && statusLength(text, end + 1) == 0) return 0;
+        const bool mayFollow =
+            statusLength(text, end + 1) > 0 || beginsWithHostAddress(text.substr(end + 1));
+        if (next == '-' && !mayFollow) return 0;
     }
     return length;
 }

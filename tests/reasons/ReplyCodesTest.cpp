@@ -13,6 +13,8 @@ TEST(ReplyCodes, AreFoundInReplies) {
     const std::pair<std::string_view, std::string_view> cases[] = {
         {"550 5.1.1 no", "550 5.1.1"},
         {"550-5.1.1 no\r\n550 5.1.1 no", "550 5.1.1"},
+        {"550-192.0.2.1 is listed", "550 "},
+        {"550-192.0.2, 550-123-4567, 450-1.2.3", " "},
         {"said: 452 4.2.2 full", "452 4.2.2"},
         {"Sorry. (#5.1.1)", " 5.1.1"},
         {"SMTP error 550", "550 "},
