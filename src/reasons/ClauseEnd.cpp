@@ -16,16 +16,14 @@ bool goesOnOtherwise(std::string_view text, std::size_t at) {
     // "Script finished", below "User unknown", is another sentence.
     if (isNextLine && !rest.empty() && rest[0] >= 'A' && rest[0] <= 'Z') return false;
     return std::ranges::any_of(
-        otherEnds, [&](std::string_view words) { return ascii::startsWithNoCase(rest, words); });
+        otherEnds, [&](std::string_view words) { return beginsWithWords(rest, words); });
 }
 
 bool endsClause(std::string_view text, std::size_t at) {
     const std::string_view behind = text.substr(at);
     const std::string_view rest = ascii::trimLeft(behind);
     if (rest.empty() || ascii::isOneOf(behind[0], "\r\n")) return true;
-    const auto begins = [&](std::string_view words) {
-        return ascii::startsWithNoCase(rest, words);
-    };
+    const auto begins = [&](std::string_view words) { return beginsWithWords(rest, words); };
     return ascii::isOneOf(rest[0], ".,;!)]>\"'") ||
            (std::ranges::any_of(closings, begins) && !goesOnOtherwise(text, at));
 }

@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "phrases/CompiledMatcher.h"
+#include "reasons/Words.h"
 #include "reasons/tables/StageWords.h"
 
 namespace bouncecheck {
@@ -33,7 +34,7 @@ struct FirstStage {
 
 Stage stageIn(std::string_view text) {
     FirstStage first;
-    StagePhrases::matcher.scan(text, first);
+    StagePhrases::matcher.scan(unfolded(text), first);
     if (first.row == stageRows.size()) return Stage::unknown;
     return first.row < std::size(senderStages) ? Stage::sender : Stage::data;
 }

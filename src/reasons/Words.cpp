@@ -17,6 +17,33 @@ bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
         words, [&](std::string_view known) { return ascii::equalsNoCase(word, known); });
 }
 
+std::string unfolded(std::string_view text) {
+    std::string all;
+    all.reserve(text.size());
+    for (const char c : text) {
+        if (!ascii::isSpace(c)) {
+            all += c;
+        } else if (!all.ends_with(' ')) {
+            all += ' ';
+        }
+    }
+    return all;
+}
+
+bool beginsWithWords(std::string_view text, std::string_view words) {
+    for (const char c : words) {
+        if (text.empty()) return false;
+        if (c == ' ' && ascii::isSpace(text.front())) {
+            text = ascii::trimLeft(text);
+        } else if (ascii::toLower(text.front()) == ascii::toLower(c)) {
+            text.remove_prefix(1);
+        } else {
+            return false;
+        }
+    }
+    return true;
+}
+
 std::string_view unquoted(std::string_view text) {
     const std::size_t begin = std::min(text.find_first_not_of(quotes), text.size());
     const std::size_t end = text.find_last_not_of(quotes);

@@ -2,12 +2,20 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace bouncecheck {
 
 /// Whether `word` is one of `words`, letter case ignored (for ASCII).
 bool isOneOf(std::string_view word, std::span<const std::string_view> words);
+
+/// `text` with a blank for each stretch of white space.
+std::string unfolded(std::string_view text);
+
+/// Whether `text` begins with `words`, in any letter case, however it was folded: a blank stands
+/// for any white space.
+bool beginsWithWords(std::string_view text, std::string_view words);
 
 /// `text` without blanks, quotes, brackets and marks at both ends.
 std::string_view unquoted(std::string_view text);

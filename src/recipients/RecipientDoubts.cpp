@@ -1,13 +1,16 @@
 #include "recipients/RecipientDoubts.h"
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "mime/AddressForms.h"
 #include "mime/AddressSpans.h"
+#include "reasons/CodeShapes.h"
 #include "reasons/ReasonRow.h"
 #include "reasons/Stage.h"
 #include "reasons/UnknownHost.h"
+#include "reasons/Words.h"
 #include "recipients/tables/OwnHostWords.h"
 #include "recipients/tables/PartialWords.h"
 #include "text/Ascii.h"
@@ -56,9 +59,31 @@ bool isBeside(const AddressSpan& span, std::size_t at, const ReasonFinding& find
 }
 
 /// Whether nothing but words says that there is no mailbox. Where a status says so as well, it does
-/// not matter who else is named, and when.
+/// not matter who else is named, and when. That of any failure, 5.0.0, says nothing.
 bool areOnlyWords(const Explanation& explanation) {
-    return explanation.finding.basis == ReasonBasis::phrase && explanation.codes.status.empty();
+    const std::string_view status = explanation.codes.status;
+    return explanation.finding.basis == ReasonBasis::phrase &&
+           (status.empty() || status.ends_with(".0.0"));
+}
+
+/// The reply around what was found at `at` of `text`, from its code on, as one line: replies are
+/// folded anywhere. Not much more than a sentence of it.
+std::string replyAround(std::string_view text, std::size_t at) {
+    constexpr std::size_t near = 300;
+    const std::size_t first = at - std::min(at, near);
+    const auto line = static_cast<std::size_t>(lineAt(text, at).data() - text.data());
+    std::size_t begin = std::max(first, line);
+    std::string_view code;
+    for (std::size_t i = at; i-- > first;) {
+        const bool beginsWord = i == 0 || ascii::isSpace(text[i - 1]) || text[i - 1] == ';';
+        if (!beginsWord || replyCodeLength(text, i) == 0) continue;
+        // "550-One or more", "550 recipients failed"
+        if (!code.empty() && text.substr(i, code.size()) != code) break;
+        code = text.substr(i, 3);
+        begin = i;
+    }
+    const std::size_t end = std::min(text.find("\r\n\r\n", at), at + near);
+    return unfolded(text.substr(begin, std::min(end, text.size()) - begin));
 }
 
 /// "No such account (ann@x.example)": the words of a reply go on, in their line, with the
@@ -121,10 +146,10 @@ bool saysSome(const Explanation& explanation) {
     const ReasonFinding& finding = explanation.finding;
     const std::string_view text = explanation.recipient.diagnostic;
     if (finding.inNotice || finding.basis != ReasonBasis::phrase) return false;
-    if (containsNoCase(text, explanation.recipient.address)) return false;
-    const std::string_view line = lineAt(text, finding.at);
-    return std::ranges::any_of(partialWords,
-                               [&](std::string_view words) { return containsNoCase(line, words); });
+    const std::string reply = replyAround(text, finding.at);
+    if (containsNoCase(reply, explanation.recipient.address)) return false;
+    return std::ranges::any_of(
+        partialWords, [&](std::string_view words) { return containsNoCase(reply, words); });
 }
 
 /// "Host not found, name=relay.z.example", "relay.z.example: no such host", "Smart host not found":
@@ -179,7 +204,7 @@ bool RecipientDoubts::namesDomainOfSender(const Explanation& explanation) const 
     if (finding.reason != Reason::unknownDomain || finding.inNotice) return false;
     // What a name server does not know may be the relay of the sender's system.
     if (!unknownHostIn(recipient.diagnostic).empty()) return false;
-    const std::string_view line = lineAt(recipient.diagnostic, finding.at);
+    const std::string line = replyAround(recipient.diagnostic, finding.at);
     const auto isIn = [&](std::string_view address) {
         const std::string_view domain = domainOf(address);
         return !domain.empty() && containsNoCase(line, domain);

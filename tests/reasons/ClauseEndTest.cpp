@@ -8,8 +8,8 @@ namespace bouncecheck {
 namespace {
 
 TEST(ClauseEnd, EndsASentence) {
-    for (const std::string_view text :
-         {"no", "no ", "no.", "no here", "no\r\n550 x", "no and no longer"}) {
+    for (const std::string_view text : {"no", "no ", "no.", "no here", "no\r\n550 x",
+                                        "no and no longer", "no and no\r\n longer"}) {
         EXPECT_TRUE(endsClause(text, 2)) << text;
     }
     for (const std::string_view text :

@@ -37,6 +37,7 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         {"550 user removed from the list", mailbox, false},
         {"550 user removed\nServer ready", mailbox, true},
         {"550 user removed\n server table", mailbox, false},
+        {"550 user removed from\nthe list", mailbox, false},
         {"550 proxy user unknown", mailbox, false},
         {"550 If the following users are unknown", mailbox, false},
         {"550 no address by that name", mailbox, true},
@@ -91,6 +92,7 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         // hints
         {"550 User a does not exist, spam", mailbox, true},
         {"550 It does not exist", mailbox, false},
+        {"smtp;550 a does not exist", mailbox, true},
     };
     for (const Case& c : cases) {
         const ReasonFinding finding = reasonOf({.text = c.text, .address = "a@x.example"});

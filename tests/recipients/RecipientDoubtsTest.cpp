@@ -30,12 +30,17 @@ TEST(RecipientDoubts, AreWhetherOthersAreMeant) {
         {"550 User unknown (c@x.example)", gone + " suppress"},
         {"550 User unknown (b@y.example)", gone + " suppress"},
         {"550 User unknown, ask c@z.example", gone + " suppress"},
+        {"550 5.0.0 User unknown (c@z.example)", gone + " retry"},
         {"550 5.1.1 User unknown: c@z.example", gone + " suppress"},
         // some of several
         {"550 One or more recipients do not exist", gone + " retry"},
+        {"550 One or more\n recipients do not exist", gone + " retry"},
+        {"550-One or more\n 550 recipients do not exist", gone + " retry"},
+        {"after RCPT TO:<a@x.example>:\n 550 One or more recipients do not exist", gone + " retry"},
         {"550 One or more recipients failed (a@x.example: no such user)", gone + " suppress"},
         // after the message was sent
         {"550 User unknown (in reply to end of DATA command)", gone + " retry"},
+        {"550 User unknown (in reply to end of\n    DATA command)", gone + " retry"},
         {"550 User unknown: a@x.example (in reply to end of DATA command)", gone + " retry"},
         {"550 User unknown (a@x.example) (in reply to end of DATA command)", gone + " suppress"},
         {"550 <a@x.example>: User unknown (in reply to end of DATA command)", gone + " suppress"},

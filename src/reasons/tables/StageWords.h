@@ -4,8 +4,9 @@
 
 namespace bouncecheck {
 
-/// Words by which replies say at which stage of SMTP they were given, searched in the text as it
-/// stands. Of those that stand in a text the first row counts, the stages of the sender first.
+/// Words by which replies say at which stage of SMTP they were given, searched in the text however
+/// it was folded. Of those that stand in a text the first row counts, the stages of the sender
+/// first.
 
 /// The reply came before any recipient was named: it is about the sender, whatever it says does not
 /// exist.
