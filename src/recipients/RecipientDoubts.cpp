@@ -66,9 +66,9 @@ bool areOnlyWords(const Explanation& explanation) {
            (status.empty() || status.ends_with(".0.0"));
 }
 
-/// The reply around what was found at `at` of `text`, from its code on, as one line: replies are
-/// folded anywhere. Not much more than a sentence of it.
-std::string replyAround(std::string_view text, std::size_t at) {
+/// The reply around what was found at `at` of `text`, from its code up to `end`, as one line:
+/// replies are folded anywhere. Not much more than a sentence of it.
+std::string replyAround(std::string_view text, std::size_t at, std::size_t end) {
     constexpr std::size_t near = 300;
     const std::size_t first = at - std::min(at, near);
     const auto line = static_cast<std::size_t>(lineAt(text, at).data() - text.data());
@@ -78,12 +78,13 @@ std::string replyAround(std::string_view text, std::size_t at) {
         const bool beginsWord = i == 0 || ascii::isSpace(text[i - 1]) || text[i - 1] == ';';
         if (!beginsWord || replyCodeLength(text, i) == 0) continue;
         // "550-One or more", "550 recipients failed"
-        if (!code.empty() && text.substr(i, code.size()) != code) break;
+        const bool goesOn = text.substr(i, code.size()) == code && text.substr(i + 3, 1) == "-";
+        if (!code.empty() && !goesOn) break;
         code = text.substr(i, 3);
         begin = i;
     }
-    const std::size_t end = std::min(text.find("\r\n\r\n", at), at + near);
-    return unfolded(text.substr(begin, std::min(end, text.size()) - begin));
+    end = std::min({end, at + near, text.size()});
+    return unfolded(text.substr(begin, end - begin));
 }
 
 /// "No such account (ann@x.example)": the words of a reply go on, in their line, with the
@@ -124,7 +125,7 @@ bool namesRecipient(const Explanation& explanation) {
 bool namesAnother(const Explanation& explanation) {
     const ReasonFinding& finding = explanation.finding;
     if (finding.inNotice) return false;
-    constexpr std::string_view between = " (<[:'\"";
+    constexpr std::string_view between = " \r\n(<[:'\"";
     constexpr std::size_t most = 300;
     const std::string_view text =
         std::string_view(explanation.recipient.diagnostic).substr(finding.at, most);
@@ -146,7 +147,8 @@ bool saysSome(const Explanation& explanation) {
     const ReasonFinding& finding = explanation.finding;
     const std::string_view text = explanation.recipient.diagnostic;
     if (finding.inNotice || finding.basis != ReasonBasis::phrase) return false;
-    const std::string reply = replyAround(text, finding.at);
+    const std::size_t lineEnd = text.find_first_of("\r\n", finding.end());
+    const std::string reply = replyAround(text, finding.at, lineEnd);
     if (containsNoCase(reply, explanation.recipient.address)) return false;
     return std::ranges::any_of(
         partialWords, [&](std::string_view words) { return containsNoCase(reply, words); });
@@ -204,12 +206,16 @@ bool RecipientDoubts::namesDomainOfSender(const Explanation& explanation) const 
     if (finding.reason != Reason::unknownDomain || finding.inNotice) return false;
     // What a name server does not know may be the relay of the sender's system.
     if (!unknownHostIn(recipient.diagnostic).empty()) return false;
-    const std::string line = replyAround(recipient.diagnostic, finding.at);
-    const auto isIn = [&](std::string_view address) {
+    const auto isIn = [](std::string_view text, std::string_view address) {
         const std::string_view domain = domainOf(address);
-        return !domain.empty() && containsNoCase(line, domain);
+        return !domain.empty() && containsNoCase(text, domain);
     };
-    return !anyAddressOf(recipient, isIn) && reading_.bystanders().isDomainOfSenderIn(line);
+    const auto isSaidOfSender = [&](std::string_view text) {
+        return !anyAddressOf(recipient, [&](std::string_view own) { return isIn(text, own); }) &&
+               reading_.bystanders().isDomainOfSenderIn(text);
+    };
+    return isSaidOfSender(lineAt(recipient.diagnostic, finding.at)) ||
+           isSaidOfSender(replyAround(recipient.diagnostic, finding.at, npos));
 }
 
 /// "Unknown user me@own.example": in the reply, or in the line of the notice.
