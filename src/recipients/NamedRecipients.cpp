@@ -5,6 +5,7 @@
 
 #include <bouncecheck/Limits.h>
 #include "reasons/ReasonFinder.h"
+#include "reasons/ReplyCodes.h"
 #include "recipients/CueSearch.h"
 #include "text/Ascii.h"
 #include "text/Utf8.h"
@@ -13,6 +14,13 @@ namespace bouncecheck {
 namespace {
 
 constexpr std::size_t mostSharing = 100;
+
+/// "(reason: 550-Not delivered)": the other lines stand in the dialogue.
+bool isOneLineOfMore(std::string_view said) {
+    const std::string_view code = codesIn(said).reply;
+    return !code.empty() &&
+           isFirstLineOnly(said.substr(static_cast<std::size_t>(code.data() - said.data())));
+}
 
 bool isSuccess(std::string_view reply) { return reply.starts_with('2') || reply.starts_with('3'); }
 
@@ -96,7 +104,8 @@ void NamedRecipients::spreadShared() {
     if (shared_.empty()) return;
     std::vector<TextRecipient>& stated = of(Tier::stated);
     for (std::size_t i = 0; i < std::min(stated.size(), mostSharing); ++i) {
-        const bool isSharing = !answered_.contains(i) && !saysWhy(stated[i].said);
+        const bool isSharing =
+            !answered_.contains(i) && (isOneLineOfMore(stated[i].said) || !saysWhy(stated[i].said));
         if (isSharing) stated[i].said.append(shared_);
     }
 }
