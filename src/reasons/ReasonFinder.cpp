@@ -180,6 +180,7 @@ ReasonFinding reasonOfInner(const Reply& reply, const InnerReply& inner) {
     Reply proper = reply;
     proper.text = inner.text.substr(inner.at);
     proper.codes.reset();
+    if (!inner.quotedCode.empty()) proper.replyCode = inner.quotedCode;
     if (contains(inner.text.substr(0, inner.at), reply.status)) proper.status = {};
     ReasonFinding finding = reasonOfWhole(proper, {});
     finding.isTransient = finding.isTransient || isTemporary(codesIn(inner.front).reply) ||

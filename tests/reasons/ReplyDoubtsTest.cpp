@@ -73,6 +73,9 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         {"550 5.7.26 user unknown", mailbox, false},
         {"535 user unknown", Reason::policy, false},
         {"550 5.1.8 user unknown", Reason::policy, false},
+        {"5.1.0 - Unknown address error 550-'user unknown'", mailbox, true},
+        {"5.1.0 - Unknown address error 535-'user unknown'", Reason::policy, false},
+        {"rejected by the recipient domain. It said: 550 550 a not found", mailbox, true},
         // hosts
         {"550 mailbox disabled: see us", Reason::inactiveMailbox, true},
         {"550 mailbox disabled: 192.0.2.1", Reason::reputation, true},

@@ -9,6 +9,6 @@ namespace bouncecheck {
 inline constexpr auto introductions = std::to_array<std::string_view>(
     {"unknown address error", "other mail system problem", "a smtp communication problem with",
      "remote smtp server has rejected address", "rejected by the server for the recipient domain",
-     "rejected by a remote mail server", "does not like recipient"});
+     "rejected by a remote mail server", "rejected by the recipient domain", "does not like recipient"});
 
 }  // namespace bouncecheck

@@ -252,6 +252,7 @@ inline constexpr auto noticeCues = std::to_array<NoticeCue>({
     {Cue::returned, "header of the original"},
     {Cue::returned, "headers of the original"},
     {Cue::returned, "headers of your message"},
+    {Cue::returned, "listed the initial part"},
     {Cue::returned, "mail headers follow"},
     {Cue::returned, "mail header follows"},
     {Cue::returned, "message body follows"},
