@@ -7,19 +7,14 @@
 #include "mime/AddressSpans.h"
 #include "reasons/CodeShapes.h"
 #include "reasons/ReplyCodes.h"
+#include "recipients/LineShape.h"
 #include "text/Ascii.h"
-#include "text/Search.h"
 
 namespace bouncecheck {
 namespace {
 
 bool isFailureReply(std::string_view line) noexcept {
     return !line.empty() && ascii::isOneOf(line.front(), "45") && replyCodeLength(line, 0) > 0;
-}
-
-/// Whether nothing but codes is in front of the first address in `reply`: "550 <a@b.example> gone".
-bool beginsWithAddress(std::string_view reply, const AddressSpan& address) {
-    return reply.substr(0, address.begin).find_first_not_of("0123456789.- <") == npos;
 }
 
 }  // namespace
@@ -68,7 +63,7 @@ bool Dialogue::readReply(std::string_view reply) {
     const bool namesOther = std::ranges::any_of(
         spans, [&](const AddressSpan& span) { return !others_.isOfSender(span.in(reply)); });
     const bool isOfOther =
-        namesOther && (named_.of(Tier::stated).empty() || beginsWithAddress(reply, spans.front()));
+        namesOther && (named_.of(Tier::stated).empty() || LineShape(reply, spans).beginsReply());
     if (!isOfAll_ || isOfOther) return false;
     named_.share(reply);
     return true;

@@ -145,6 +145,10 @@ std::string_view LineShape::restBehind(const AddressSpan& span) const {
     return ascii::trimRight(rest);
 }
 
+bool LineShape::beginsReply() const noexcept {
+    return line_.substr(0, spans_.front().begin).find_first_not_of("0123456789.- \t<") == npos;
+}
+
 bool LineShape::isFailureReply() const noexcept {
     return ascii::isOneOf(withoutMark(line_).front(), "45");
 }
@@ -174,7 +178,7 @@ LineShape::Kind LineShape::kindOf() {
         const std::string_view trimmed = ascii::trimLeft(rest);
         isSeparated_ = !trimmed.empty() && (ascii::isOneOf(trimmed.front(), ":([-|;=") ||
                                             rest.starts_with("...") || rest.starts_with("\t"));
-        hasReply_ = beginsWithReplyCode(rest);
+        isAnswered_ = beginsWithReplyCode(trimmed);
         return Kind::leading;
     }
     if (beginsWithReplyCode(line_)) return Kind::reply;

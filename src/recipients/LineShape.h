@@ -39,8 +39,10 @@ public:
     /// Whether punctuation, such as a colon, stands between a leading address and what is said
     /// of it.
     bool isSeparated() const noexcept { return isSeparated_; }
-    /// Whether the code of a reply stands right behind a leading address.
-    bool hasReply() const noexcept { return hasReply_; }
+    /// Whether a reply of SMTP follows a leading address at once: "a@b.example 550 unknown".
+    bool isAnswered() const noexcept { return isAnswered_; }
+    /// Of a reply: whether only codes are in front of its address: "550 <a@b.example> unknown".
+    bool beginsReply() const noexcept;
     /// Of a reply: whether its code is that of a failure.
     bool isFailureReply() const noexcept;
     /// Of a labelled line: what its label says.
@@ -68,7 +70,7 @@ private:
     std::vector<AddressSpan> spans_;
     LabelKind label_ = LabelKind::unlisted;
     bool isSeparated_ = false;
-    bool hasReply_ = false;
+    bool isAnswered_ = false;
     bool isCommand_ = false;
     bool isField_ = false;
     Kind kind_;

@@ -154,9 +154,11 @@ private:
         // The sender's own may begin a line where the one before was wrapped.
         const bool isOfSender =
             line.has(Cue::sender) || (!beginsParagraph_ && others_.isOfSender(shape.first()));
-        if (isOfSender && !shape.isSeparated()) return false;
-        const bool isStated = shape.isSeparated() || shape.hasReply() ||
-                              paragraph_.reportsFailure() || before_.reportsFailure();
+        // The words of a table's next column may be about the sender.
+        const bool isAnswered = shape.isAnswered() && !others_.isOfSender(shape.first());
+        if (isOfSender && !shape.isSeparated() && !isAnswered) return false;
+        const bool isStated = shape.isSeparated() || isAnswered || paragraph_.reportsFailure() ||
+                              before_.reportsFailure();
         if (!isStated || before_.tellsContact()) return false;
         openBlock(line, shape.first());
         addWords(shape.restBehind(shape.spans().front()));
@@ -167,10 +169,16 @@ private:
     bool readReply(const NoticeLine& line, const LineShape& shape) {
         const std::string_view address = shape.first();
         const std::optional<std::size_t> known = named_.find(address);
-        if (open_ && open_->hasWords && (!known || known == open_->recipient)) return false;
+        const bool isOfOpen = open_ && (open_->hasWords || !beginsParagraph_);
+        if (isOfOpen && (!known || known == open_->recipient)) return false;
         const bool isOfOther = line.has(Cue::sender) || others_.isOfSender(address) ||
                                shape.isOfSender(shape.spans().front());
-        if (isOfOther || !shape.isFailureReply()) return false;
+        // "550 User unknown (b@y.example)", below a sentence that names the recipient
+        const bool isOfNamed = !shape.beginsReply() && !named_.of(Tier::sentence).empty();
+        // "550-If this is wrong, write to", "550 postmaster@b.example"
+        const bool isOfHelper = tellsContact(line, shape) || before_.tellsContact();
+        if (isOfOther || isOfHelper || (!known && isOfNamed) || !shape.isFailureReply())
+            return false;
         if (known) {
             named_.say(*known, ascii::trim(line.text));
         } else if (const auto added = named_.add(Tier::stated, address)) {
@@ -182,7 +190,9 @@ private:
     bool readLabelled(const NoticeLine& line, const LineShape& shape) {
         switch (shape.label()) {
             case LabelKind::other: return shape.isField();
-            case LabelKind::addressee: named_.add(Tier::addressee, shape.first()); return false;
+            case LabelKind::addressee:
+                named_.add(Tier::addressee, shape.first());
+                return shape.isField();
             case LabelKind::original:
             case LabelKind::alias:
                 if (!open_ || !open_->mayBeSentOn()) break;
