@@ -7,6 +7,7 @@
 #include "mime/HtmlText.h"
 #include "mime/LineEnds.h"
 #include "mime/ReportTypes.h"
+#include "reasons/CodeShapes.h"
 #include "recipients/CueSearch.h"
 #include "recipients/DrawnRule.h"
 #include "recipients/HeaderRun.h"
@@ -20,6 +21,12 @@ namespace {
 bool isOwnType(std::string_view type) {
     return !isOfKind(type, ReportKind::delivery, ReportKind::complaint, ReportKind::receipt,
                      ReportKind::message, ReportKind::header);
+}
+
+/// Whether `line` begins with the code of a failure, and has words behind it.
+bool isFailureReply(std::string_view line) {
+    return line.size() > 4 && ascii::isOneOf(line[0], "45") && ascii::isOneOf(line[3], " -") &&
+           replyCodeLength(line, 0) > 0;
 }
 
 /// The start of `text`, `most` bytes at most. What is cut loses its last word: the rest of an
@@ -70,6 +77,24 @@ Notice::Notice(const Entity& message) {
     if (!lines_.empty()) findCues(lines_);
     cut(std::min(header, announced()));
     for (const NoticeLine& line : lines_) cues_.join(line.cues);
+}
+
+std::string_view Notice::quotedReply() const {
+    std::string_view quoted;
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+        const char* const begin = lines_[i].text.data();
+        const char* end = begin;
+        bool isReply = false;
+        for (; i < lines_.size() && !lines_[i].isBlank(); ++i) {
+            isReply = isReply || isFailureReply(ascii::trimLeft(lines_[i].text));
+            end = lines_[i].text.data() + lines_[i].text.size();
+        }
+        if (!isReply) continue;
+        const std::string_view paragraph(begin, static_cast<std::size_t>(end - begin));
+        if (!quoted.empty() && paragraph != quoted) return {};
+        quoted = paragraph;
+    }
+    return ascii::trim(quoted);
 }
 
 /// Divides the text into lines, up to where the third field of a returned message's header is

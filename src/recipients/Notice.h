@@ -31,6 +31,9 @@ public:
     std::string_view text() const noexcept { return text_; }
     /// The message that came back within the text, from its header on; "" without one.
     std::string_view returned() const noexcept { return returned_; }
+    /// The paragraph of which a line begins with a reply of SMTP about a failure; "" without one,
+    /// or with several that differ.
+    std::string_view quotedReply() const;
 
 private:
     std::size_t divide();

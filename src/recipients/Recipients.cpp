@@ -113,6 +113,20 @@ private:
             setOutcome(*recipient, named.said, outcome);
             addText(*recipient, std::move(named));
         }
+        if (list_.all().size() == 1) addQuotedReply(list_.all().front());
+    }
+
+    /// "The response was:", "550 5.1.1 no such user": a reply that stands by itself is that to the
+    /// only recipient.
+    void addQuotedReply(Recipient& recipient) {
+        std::string& diagnostic = recipient.diagnostic;
+        if (recipient.source == RecipientSource::report || !codesIn(diagnostic).reply.empty()) {
+            return;
+        }
+        const std::string_view reply = reading_.notice().quotedReply();
+        if (reply.empty()) return;
+        diagnostic = list_.budget().keep(
+            diagnostic.empty() ? std::string(reply) : diagnostic + '\n' + std::string(reply));
     }
 
     /// `said` is what the text says of the recipient, and `outcome` what it says of all.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "reasons/CodeShapes.h"
 #include "recipients/tables/LineMarks.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -12,6 +13,14 @@ namespace bouncecheck {
 namespace {
 
 constexpr auto stops = std::to_array<std::string_view>({". ", "! ", wideStop, wideComma});
+
+/// `text` without its last line, where that begins with the code of a reply: the start of one may
+/// say less than all of it.
+std::string_view withoutStartOfReply(std::string_view text) {
+    const std::string_view line = text.substr(text.find_last_of("\r\n") + 1);
+    const bool isReply = replyCodeLength(ascii::trimLeft(line), 0) > 0;
+    return isReply ? text.substr(0, text.size() - line.size()) : text;
+}
 
 }  // namespace
 
@@ -34,7 +43,7 @@ std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
     std::string_view after = wholeCharacters(line.substr(end), near);
     // Not even the start of another address.
     if (const std::size_t at = after.find('@'); at != npos) {
-        after = after.substr(0, after.substr(0, at).find_last_of(" \t") + 1);
+        after = withoutStartOfReply(after.substr(0, after.substr(0, at).find_last_of(" \t") + 1));
     }
     return ascii::trimRight(line.substr(begin, sentence.size() + after.size()));
 }
