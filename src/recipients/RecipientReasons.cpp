@@ -49,7 +49,8 @@ bool RecipientReasons::explainReported() {
     for (const Recipient& recipient : list_.all()) {
         const ReplyCodes codes = codesIn(recipient.diagnostic);
         const ReasonFinding finding = reasonOf(replyOf(recipient, codes));
-        if (isTrouble(recipient.outcome) && !isExplained(recipient, finding)) areExplained = false;
+        const bool isComplete = isExplained(recipient, finding) && !recipient.diagnostic.empty();
+        if (isTrouble(recipient.outcome) && !isComplete) areExplained = false;
         reported_.push_back({finding, !recipient.diagnostic.empty(), std::string(codes.reply),
                              std::string(codes.status)});
     }

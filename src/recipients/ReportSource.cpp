@@ -56,7 +56,9 @@ void ReportSource::addStatus(std::string_view text) {
         Recipient* recipient = list_.add(address, RecipientSource::report);
         if (!recipient) continue;
         const Outcome outcome = outcomeOf(reported);
-        const Outcome known = recipient->outcome;
+        // That the header names an address says no more than that it failed.
+        const bool isReported = recipient->source == RecipientSource::report;
+        const Outcome known = isReported ? recipient->outcome : Outcome::unknown;
         // The address is that of several, some of whom the mail reached, or may reach.
         const bool differs =
             isSuccess(known) != isSuccess(outcome) || reported.status != recipient->status;
