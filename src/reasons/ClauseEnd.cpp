@@ -24,7 +24,7 @@ bool endsClause(std::string_view text, std::size_t at) {
     const std::string_view rest = ascii::trimLeft(behind);
     if (rest.empty() || ascii::isOneOf(behind[0], "\r\n")) return true;
     const auto begins = [&](std::string_view words) { return beginsWithWords(rest, words); };
-    return ascii::isOneOf(rest[0], ".,;!)]>\"'") ||
+    return ascii::isOneOf(rest[0], ".,;!)]>\"'#") ||
            (std::ranges::any_of(closings, begins) && !goesOnOtherwise(text, at));
 }
 

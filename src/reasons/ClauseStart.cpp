@@ -23,8 +23,8 @@ bool endsWithNamedSender(std::string_view text) {
 }  // namespace
 
 bool isCode(std::string_view word) {
-    // "smtp;550"
-    word = word.substr(word.rfind(';') + 1);
+    // "smtp;550", "#550"
+    word = word.substr(word.find_last_of(";#") + 1);
     return std::ranges::all_of(word, [](char c) { return ascii::isDigit(c) || c == '.'; });
 }
 

@@ -32,7 +32,7 @@ bool isHostLink(std::string_view word) { return isLink(word) || isOneOf(word, ho
 bool beginsWithIp(std::string_view text) {
     for (;;) {
         text = unquoted(text);
-        const std::string_view word = text.substr(0, text.find_first_of(" \t\r\n])>,;"));
+        const std::string_view word = text.substr(0, text.find_first_of(" \t\r\n])>,;\"'"));
         const std::string_view name = word.substr(0, word.find_last_not_of(".:") + 1);
         if (isIp(name)) return true;
         if (!isHostLink(name)) return false;

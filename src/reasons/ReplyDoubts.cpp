@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <string>
 
 #include "reasons/ClauseEnd.h"
 #include "reasons/Findings.h"
@@ -11,6 +12,7 @@
 #include "reasons/Said.h"
 #include "reasons/Stage.h"
 #include "reasons/TopicWords.h"
+#include "reasons/Words.h"
 #include "reasons/tables/PartyNames.h"
 #include "text/Ascii.h"
 #include "text/Search.h"
@@ -122,8 +124,9 @@ ReasonFinding judgedClearWordsOfNotice(const PhraseMatches& matches, std::string
     return finding;
 }
 
-bool mayBeAboutSender(const PhraseMatches& front) {
-    return contains(front.plain(), " or ") || containsNoCase(front.plain(), "sender");
+bool mayBeAboutSender(std::string_view front) {
+    const std::string plain = unfolded(front);
+    return contains(plain, " or ") || containsNoCase(plain, "sender");
 }
 
 ReasonFinding doubted(ReasonFinding finding, const ReplyReading& reading) {

@@ -24,9 +24,9 @@ ReasonFinding judgedClearWords(const PhraseMatches& matches, std::string_view te
 ReasonFinding judgedClearWordsOfNotice(const PhraseMatches& matches, std::string_view notice,
                                        bool isTransient);
 
-/// Whether `front`, the words in front of an advice, are about the sender as much as about the
+/// Whether `front`, the part of a reply in front of an advice, is about the sender as much as about the
 /// mailbox: "Unknown user or sender refused. If you think ..."
-bool mayBeAboutSender(const PhraseMatches& front);
+bool mayBeAboutSender(std::string_view front);
 
 // --- Questions of all findings -----------------------------------------------------------
 

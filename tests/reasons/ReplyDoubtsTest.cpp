@@ -79,6 +79,7 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         // hosts
         {"550 mailbox disabled: see us", Reason::inactiveMailbox, true},
         {"550 mailbox disabled: 192.0.2.1", Reason::reputation, true},
+        {"error 550-'mailbox disabled: 192.0.2.1'", Reason::reputation, true},
         {"550 Host unknown: 192.0.2.1", Reason::reputation, true},
         // the sender
         {"550 User unknown (in reply to RCPT TO command)", mailbox, true},
@@ -95,6 +96,7 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         // hints
         {"550 User a does not exist, spam", mailbox, true},
         {"550 It does not exist", mailbox, false},
+        {"#550 a does not exist [RCPT_TO]", mailbox, true},
         {"smtp;550 a does not exist", mailbox, true},
     };
     for (const Case& c : cases) {

@@ -131,7 +131,7 @@ inline constexpr auto closings = std::to_array<std::string_view>({
     "in our records", "in our directory", "in our user", "from the system", "from our system",
     "from this server", "from this system", "from our server", "from the server", "by our system",
     "by this system", "by our server", "by this server", "of this host", "of this server",
-    "of this system", "(in reply to rcpt", "and no longer", "and is no longer", "and can no longer",
+    "of this system", "(in reply to rcpt", "[rcpt_to]", "(state ", "and no longer", "and is no longer", "and can no longer",
     // German, Dutch
     "mehr", "hier", "bei uns", "im system", "in unserem system", "auf dem server",
     "auf diesem server", "auf unserem server", "endgültig", "dauerhaft", "meer", "op de server",
