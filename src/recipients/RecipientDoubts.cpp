@@ -7,6 +7,7 @@
 #include "mime/AddressForms.h"
 #include "mime/AddressSpans.h"
 #include "reasons/CodeShapes.h"
+#include "reasons/InnerReply.h"
 #include "reasons/ReasonRow.h"
 #include "reasons/Stage.h"
 #include "reasons/UnknownHost.h"
@@ -59,11 +60,16 @@ bool isBeside(const AddressSpan& span, std::size_t at, const ReasonFinding& find
 }
 
 /// Whether nothing but words says that there is no mailbox. Where a status says so as well, it does
-/// not matter who else is named, and when. That of any failure, 5.0.0, says nothing.
+/// not matter who else is named, and when. That of any failure, 5.0.0, says nothing, nor does one
+/// in front of any reply: "5.1.0 Unknown address error 550-'User unknown'".
 bool areOnlyWords(const Explanation& explanation) {
-    const std::string_view status = explanation.codes.status;
-    return explanation.finding.basis == ReasonBasis::phrase &&
-           (status.empty() || status.ends_with(".0.0"));
+    if (explanation.finding.basis != ReasonBasis::phrase) return false;
+    const auto saysNothing = [](std::string_view status) {
+        return status.empty() || status.ends_with(".0.0");
+    };
+    if (saysNothing(explanation.codes.status)) return true;
+    const InnerReply inner = innerReplyOf(explanation.recipient.diagnostic, {});
+    return inner.isFound() && saysNothing(codesIn(inner.text.substr(inner.at)).status);
 }
 
 /// The reply around what was found at `at` of `text`, from its code up to `end`, as one line:
@@ -75,7 +81,8 @@ std::string replyAround(std::string_view text, std::size_t at, std::size_t end) 
     std::size_t begin = std::max(first, line);
     std::string_view code;
     for (std::size_t i = at; i-- > first;) {
-        const bool beginsWord = i == 0 || ascii::isSpace(text[i - 1]) || text[i - 1] == ';';
+        const bool beginsWord =
+            i == 0 || ascii::isSpace(text[i - 1]) || ascii::isOneOf(text[i - 1], ";#'");
         if (!beginsWord || replyCodeLength(text, i) == 0) continue;
         // "550-One or more", "550 recipients failed"
         const bool goesOn = text.substr(i, code.size()) == code && text.substr(i + 3, 1) == "-";

@@ -22,6 +22,12 @@ std::string_view withoutStartOfReply(std::string_view text) {
     return isReply ? text.substr(0, text.size() - line.size()) : text;
 }
 
+/// Whether the sign at `at` of `text` is that of `address`.
+bool isAt(std::string_view text, std::size_t at, std::string_view address) {
+    const std::size_t sign = address.rfind('@');
+    return sign != npos && at >= sign && ascii::startsWithNoCase(text.substr(at - sign), address);
+}
+
 }  // namespace
 
 bool endsSentence(std::string_view text) noexcept {
@@ -36,14 +42,21 @@ bool beginsWithCondition(std::string_view sentence) {
     });
 }
 
-std::string_view wordsFrom(std::string_view line, std::string_view sentence) {
+std::string_view wordsFrom(std::string_view line, std::string_view sentence,
+                           std::string_view address) {
     constexpr std::size_t near = 600;
     const auto begin = static_cast<std::size_t>(sentence.data() - line.data());
     const std::size_t end = begin + sentence.size();
     std::string_view after = wholeCharacters(line.substr(end), near);
     // Not even the start of another address.
-    if (const std::size_t at = after.find('@'); at != npos) {
-        after = withoutStartOfReply(after.substr(0, after.substr(0, at).find_last_of(" \t") + 1));
+    std::size_t at = after.find('@');
+    while (at != npos && isAt(after, at, address)) at = after.find('@', at + 1);
+    if (at != npos) {
+        const std::size_t cut = after.substr(0, at).find_last_of(" \t") + 1;
+        // "550 User unknown", "(b@y.example)"
+        const bool isInBrackets = after[cut] == '(';
+        after = after.substr(0, cut);
+        after = withoutStartOfReply(isInBrackets ? ascii::trimRight(after) : after);
     }
     return ascii::trimRight(line.substr(begin, sentence.size() + after.size()));
 }

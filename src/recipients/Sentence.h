@@ -7,9 +7,10 @@
 
 namespace bouncecheck {
 
-/// What `line` says from the start of `sentence` on, as far as it is near and names nobody else.
-/// A reply may follow in a sentence of its own.
-std::string_view wordsFrom(std::string_view line, std::string_view sentence);
+/// What `line` says from the start of `sentence`, which names `address`, on, as far as it is near
+/// and names nobody else. A reply may follow in a sentence of its own.
+std::string_view wordsFrom(std::string_view line, std::string_view sentence,
+                           std::string_view address);
 
 /// Whether `sentence` supposes something rather than saying it: "If your mail did not arrive".
 bool beginsWithCondition(std::string_view sentence);

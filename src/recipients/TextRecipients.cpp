@@ -7,6 +7,7 @@
 
 #include "mime/AddressSpans.h"
 #include "reasons/ReasonFinder.h"
+#include "reasons/ReplyCodes.h"
 #include "recipients/AddressLines.h"
 #include "recipients/CueSearch.h"
 #include "recipients/Dialogue.h"
@@ -119,7 +120,7 @@ private:
 
     bool readAlone(const NoticeLine& line, const LineShape& shape) {
         if (before_.tellsContact() || followsSender(shape) || line.has(Cue::sender)) return true;
-        if (continuesOpen(line, shape.first())) return false;
+        if (continuesOpen(line, shape.first()) || goesOnInBrackets(line)) return false;
         if (alone_.take()) alone_.setHeading(before_.heading(), !isAnnounced());
         for (const AddressSpan& span : shape.spans()) {
             const std::size_t known = stated().size();
@@ -131,6 +132,13 @@ private:
             if (alone_.areLone() && isBelowRule_) named_.noteBelowRule();
         }
         return true;
+    }
+
+    /// "550 User unknown", "(b@y.example)": the line before goes on.
+    bool goesOnInBrackets(const NoticeLine& line) const {
+        return !beginsParagraph_ && !before_.isIntroduction() &&
+               ascii::trimLeft(line.text).starts_with('(') &&
+               !codesIn(before_.text()).reply.empty();
     }
 
     /// Below a heading, or among others of a list, a name and an address stand for a recipient;
@@ -199,11 +207,11 @@ private:
                 replaceOpen(shape);
                 return true;
             case LabelKind::recipient:
-                if (isOfOther(line, shape)) return false;
+                if (isOfOther(line, shape) || isOfReplyToOpen(line, shape)) return false;
                 break;
             case LabelKind::unlisted:
                 // "550 Blocked sender: me@own.example"
-                if (isOfOther(line, shape) ||
+                if (isOfOther(line, shape) || isOfReplyToOpen(line, shape) ||
                     (!stated().empty() && others_.isOfSender(shape.first()))) {
                     return false;
                 }
@@ -227,6 +235,13 @@ private:
     /// Whether a label is in front of a sender's address, or of one to write to.
     static bool isOfOther(const NoticeLine& line, const LineShape& shape) {
         return line.has(Cue::sender) || tellsContact(line, shape);
+    }
+
+    /// "550 User unknown: b@y.example", in the lines about another one: what a reply to the mail
+    /// for them says.
+    bool isOfReplyToOpen(const NoticeLine& line, const LineShape& shape) const {
+        if (!open_ || beginsParagraph_) return false;
+        return !codesIn(line.text.substr(0, shape.spans().front().begin)).reply.empty();
     }
 
     /// Whether the command in the line tells that the mail of another one, whose lines are being
@@ -272,7 +287,9 @@ private:
             const auto added = named_.add(Tier::sentence, address);
             if (!added) continue;
             std::string& said = all[*added].said;
-            if (said.size() < mostSaid) said.append(wordsFrom(restOfParagraph, sentence)) += '\n';
+            const bool isNews = said.find(sentence) == npos;
+            if (isNews && said.size() < mostSaid)
+                said.append(wordsFrom(restOfParagraph, sentence, address)) += '\n';
             paragraph_.noteNaming(sentence);
             // Of two who are not in a list, one may have failed, and the other be the way there.
             if (last.data() == sentence.data() && *added != lastAdded && !shape.isJoined(i)) {

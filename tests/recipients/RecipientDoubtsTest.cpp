@@ -31,6 +31,7 @@ TEST(RecipientDoubts, AreWhetherOthersAreMeant) {
         {"550 User unknown (b@y.example)", gone + " suppress"},
         {"550 User unknown, ask c@z.example", gone + " suppress"},
         {"550 5.0.0 User unknown (c@z.example)", gone + " retry"},
+        {"5.1.0 Unknown address error 550-'User unknown (c@z.example)'", gone + " retry"},
         {"550 5.1.1 User unknown: c@z.example", gone + " suppress"},
         // some of several
         {"550 One or more recipients do not exist", gone + " retry"},
