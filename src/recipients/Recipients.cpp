@@ -101,6 +101,7 @@ private:
         if (!report_.isFound() && reading_.isNotice()) readReportInText();
         const bool isKnown = !list_.isEmpty();
         if (!isKnown && !(reading_.isNotice() && isAboutTrouble())) return;
+        const bool isAnswered = isKnown && !list_.all().front().diagnostic.empty();
         const Outcome outcome = outcomeOfText();
         std::vector<TextRecipient> all =
             recipientsNamedIn(reading_.notice(), reading_.bystanders());
@@ -113,16 +114,14 @@ private:
             setOutcome(*recipient, named.said, outcome);
             addText(*recipient, std::move(named));
         }
-        if (list_.all().size() == 1) addQuotedReply(list_.all().front());
+        if (list_.all().size() == 1 && !isAnswered) addQuotedReply(list_.all().front());
     }
 
     /// "The response was:", "550 5.1.1 no such user": a reply that stands by itself is that to the
     /// only recipient.
     void addQuotedReply(Recipient& recipient) {
         std::string& diagnostic = recipient.diagnostic;
-        if (recipient.source == RecipientSource::report || !codesIn(diagnostic).reply.empty()) {
-            return;
-        }
+        if (!codesIn(diagnostic).reply.empty()) return;
         const std::string_view reply = reading_.notice().quotedReply();
         if (reply.empty()) return;
         diagnostic = list_.budget().keep(

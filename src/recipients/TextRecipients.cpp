@@ -162,6 +162,9 @@ private:
         // The sender's own may begin a line where the one before was wrapped.
         const bool isOfSender =
             line.has(Cue::sender) || (!beginsParagraph_ && others_.isOfSender(shape.first()));
+        // "It gave this error:", "<me@own.example>: user unknown"
+        const bool isSaid = !beginsParagraph_ && before_.isIntroduction();
+        if (isSaid && others_.isOfSender(shape.first())) return false;
         // The words of a table's next column may be about the sender.
         const bool isAnswered = shape.isAnswered() && !others_.isOfSender(shape.first());
         if (isOfSender && !shape.isSeparated() && !isAnswered) return false;

@@ -80,6 +80,8 @@ TEST(QuotedReply, IsToldFromWhatIsAroundIt) {
         // with the address of a helper, of another, or of the recipient
         {failed + "\n550-No such user. If this is wrong, write to\n550 c@x.example",
          "a@x.example unknown-mailbox suppress"},
+        {"a@x.example\n\nmx.x.example gave this error:\n<me@own.example>: user unknown",
+         "a@x.example policy fix"},
         {"<a@x.example>:\nIt said: 550 5.1.1 User unknown: b@y.example",
          "a@x.example unknown-mailbox suppress"},
         {failed + "\nUnknown address error 550-'Mailbox a@x.example does not exist'\n",
@@ -105,6 +107,10 @@ TEST(QuotedReply, AddsToAReport) {
     };
     EXPECT_EQ(read("<a@x.example>: 552 5.2.2 Mailbox is full", "Status: 5.1.1"),
               "a@x.example mailbox-full retry");
+    EXPECT_EQ(read("Failed to deliver to 'a@x.example'\nmx.x.example says:\n 550 User unknown "
+                   "(b@y.example)",
+                   "Status: 5.0.0"),
+              "a@x.example unknown-mailbox retry");
     // the first line of a reply, and all of it
     EXPECT_EQ(read("<a@x.example>\n    (reason: 550-mailbox unavailable)\n\n>>> DATA\n"
                    "<<< 550-mailbox unavailable\n<<< 550 Sender address is not allowed",
