@@ -22,7 +22,9 @@ bool goesOnOtherwise(std::string_view text, std::size_t at) {
 bool endsClause(std::string_view text, std::size_t at) {
     const std::string_view behind = text.substr(at);
     const std::string_view rest = ascii::trimLeft(behind);
-    if (rest.empty() || ascii::isOneOf(behind[0], "\r\n")) return true;
+    // A line that goes on in small letters was folded there.
+    const bool isFolded = !rest.empty() && rest[0] >= 'a' && rest[0] <= 'z';
+    if (rest.empty() || (ascii::isOneOf(behind[0], "\r\n") && !isFolded)) return true;
     const auto begins = [&](std::string_view words) { return beginsWithWords(rest, words); };
     return ascii::isOneOf(rest[0], ".,;!)]>\"'#") ||
            (std::ranges::any_of(closings, begins) && !goesOnOtherwise(text, at));

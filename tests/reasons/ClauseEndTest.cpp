@@ -14,7 +14,7 @@ TEST(ClauseEnd, EndsASentence) {
     }
     for (const std::string_view text :
          {"no in the list", "no (see)", "no at this time", "no and late", "no en este momento",
-          "no: /home/ann", "nothing"}) {
+          "no\n such key", "no: /home/ann", "nothing"}) {
         EXPECT_FALSE(endsClause(text, 2)) << text;
     }
 }
