@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "reasons/CodeReasons.h"
+#include "reasons/CodeShapes.h"
 #include "reasons/Findings.h"
 #include "reasons/HintParty.h"
 #include "reasons/InnerReply.h"
@@ -190,7 +191,11 @@ ReasonFinding reasonOfInner(const Reply& reply, const InnerReply& inner) {
     Reply proper = reply;
     proper.text = inner.text.substr(inner.at);
     proper.codes.reset();
-    if (!inner.quotedCode.empty()) proper.replyCode = inner.quotedCode;
+    // "550-'Unknown recipient [421]'"
+    if (!inner.quotedCode.empty() && replyCodeLength(proper.text, 0) == 0) {
+        proper.replyCode = inner.quotedCode;
+        proper.codes = ReplyCodes{.reply = {}, .status = codesIn(proper.text).status};
+    }
     if (contains(inner.text.substr(0, inner.at), reply.status)) proper.status = {};
     ReasonFinding finding = reasonOfWhole(proper, {});
     finding.isTransient = finding.isTransient || isTemporary(codesIn(inner.front).reply) ||

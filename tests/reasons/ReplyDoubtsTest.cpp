@@ -104,6 +104,7 @@ TEST(ReplyDoubts, AreAboutWhatElseAReplySays) {
         EXPECT_EQ(nameOf(finding.reason), nameOf(c.reason)) << c.text << " by " << finding.row;
         EXPECT_EQ(finding.isSure, c.isSure) << c.text << " by " << finding.row;
     }
+    EXPECT_FALSE(reasonOf({.text = "Unknown address error 550-'No such user [421]'"}).isTransient);
     EXPECT_TRUE(reasonOf({.text = "550 Unknown user, temporarily. If you think so"}).isTransient);
 }
 
