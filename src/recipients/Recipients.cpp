@@ -13,6 +13,7 @@
 #include "mime/Mailbox.h"
 #include "reasons/ReplyCodes.h"
 #include "recipients/Bystanders.h"
+#include "recipients/LinesAround.h"
 #include "recipients/MessageReading.h"
 #include "recipients/Origin.h"
 #include "recipients/RecipientList.h"
@@ -122,10 +123,15 @@ private:
     void addQuotedReply(Recipient& recipient) {
         std::string& diagnostic = recipient.diagnostic;
         if (!codesIn(diagnostic).reply.empty()) return;
-        const std::string_view reply = reading_.notice().quotedReply();
+        const Notice& notice = reading_.notice();
+        const std::string_view reply = notice.quotedReply();
         if (reply.empty()) return;
-        diagnostic = list_.budget().keep(
-            diagnostic.empty() ? std::string(reply) : diagnostic + '\n' + std::string(reply));
+        const auto at = static_cast<std::size_t>(reply.data() - notice.text().data());
+        const std::string lines = linesAround(notice.text(), {at, reply.size()});
+        // "Size: 222"
+        if (!explains(diagnostic)) diagnostic.clear();
+        if (!diagnostic.empty()) diagnostic += '\n';
+        diagnostic = list_.budget().keep(diagnostic.append(ascii::trim(lines)));
     }
 
     /// `said` is what the text says of the recipient, and `outcome` what it says of all.
