@@ -24,8 +24,8 @@ ReasonFinding judgedClearWords(const PhraseMatches& matches, std::string_view te
 ReasonFinding judgedClearWordsOfNotice(const PhraseMatches& matches, std::string_view notice,
                                        bool isTransient);
 
-/// Whether `front`, the part of a reply in front of an advice, is about the sender as much as about the
-/// mailbox: "Unknown user or sender refused. If you think ..."
+/// Whether `front`, the part of a reply in front of an advice, is about the sender as much as about
+/// the mailbox: "Unknown user or sender refused. If you think ..."
 bool mayBeAboutSender(std::string_view front);
 
 // --- Questions of all findings -----------------------------------------------------------

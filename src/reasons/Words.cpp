@@ -18,16 +18,14 @@ bool isOneOf(std::string_view word, std::span<const std::string_view> words) {
 }
 
 std::string unfolded(std::string_view text) {
-    std::string all;
-    all.reserve(text.size());
-    for (const char c : text) {
-        if (!ascii::isSpace(c)) {
-            all += c;
-        } else if (!all.ends_with(' ')) {
-            all += ' ';
-        }
+    std::string line;
+    line.reserve(text.size());
+    for (;;) {
+        const std::size_t end = text.find('\n');
+        if (end == std::string_view::npos) return line.append(text);
+        line.append(ascii::trimRight(text.substr(0, end))) += ' ';
+        text = ascii::trimLeft(text.substr(end + 1));
     }
-    return all;
 }
 
 bool beginsWithWords(std::string_view text, std::string_view words) {

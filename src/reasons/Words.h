@@ -10,7 +10,7 @@ namespace bouncecheck {
 /// Whether `word` is one of `words`, letter case ignored (for ASCII).
 bool isOneOf(std::string_view word, std::span<const std::string_view> words);
 
-/// `text` with a blank for each stretch of white space.
+/// `text` in one line: a blank for each line end and the white space around it.
 std::string unfolded(std::string_view text);
 
 /// Whether `text` begins with `words`, in any letter case, however it was folded: a blank stands
