@@ -99,7 +99,7 @@ def _of_file(path: str, onerror: OnError, one_each: bool) -> Iterator[StoredMess
             mail = _native.MailFile(_reader(file, failures), source, one_each, MOST_BYTES)
             while (found := mail.next()) is not None:
                 if isinstance(found, str):
-                    raise failures[0]
+                    raise failures.pop()
                 index, content = found
                 if content is None:
                     words = f"message {index} is larger than {MOST_BYTES} bytes"
@@ -117,7 +117,9 @@ def _reader(file: IO[bytes], failures: List[OSError]) -> Callable[[int], Union[b
         try:
             return file.read(size)
         except OSError as error:
-            failures.append(error)
+            # Its traceback would lead back here through an object that garbage collection cannot
+            # look into, and which would never be freed.
+            failures.append(error.with_traceback(None))
             return str(error)
 
     return read
