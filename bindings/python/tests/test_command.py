@@ -54,6 +54,28 @@ def test_as_a_program() -> None:
     assert (broken.returncode, broken.stderr) == (1, b"")
 
 
+@pytest.mark.skipif(
+    not os.path.exists("/dev/full") or not os.path.exists("/proc/self/mem"),
+    reason="only Linux has files that fail for everybody",
+)
+def test_files_that_fail() -> None:
+    def run(path: str, given: str, out: str) -> tuple[int, bytes]:
+        command = [sys.executable, "-m", "bouncecheck", path]
+        with open(given, "rb") as stdin, open(out, "wb") as stdout:
+            done = subprocess.run(command, stdin=stdin, stdout=stdout, stderr=subprocess.PIPE)
+        return done.returncode, done.stderr
+
+    cannot_read = b"bouncecheck: [Errno 5] Input/output error: '%s'\n"
+    disk_is_full = b"bouncecheck: standard output: No space left on device\n"
+    for path, given, out, said in [
+        (FAILED, os.devnull, "/dev/full", disk_is_full),
+        ("samples", os.devnull, "/dev/full", disk_is_full),
+        ("/proc/self/mem", os.devnull, os.devnull, cannot_read % b"/proc/self/mem"),
+        ("-", "/proc/self/mem", os.devnull, cannot_read % b"-"),
+    ]:
+        assert run(path, given, out) == (1, said)
+
+
 def test_problems_of_mailboxes(tmp_path: Path) -> None:
     with pytest.raises(FileNotFoundError):
         mailbox(tmp_path / "absent")

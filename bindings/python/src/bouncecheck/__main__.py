@@ -21,7 +21,7 @@ _DESCRIPTION = (
 )
 _EPILOG = (
     "Exit status: 0 when all was classified, 1 when something could not be read (the rest is "
-    "still done), 2 for wrong usage."
+    "still done) or the results could not be written, 2 for wrong usage."
 )
 
 
@@ -57,17 +57,29 @@ class _Reader:
 
     def messages(self) -> Iterator[StoredMessage]:
         for path in self._paths:
-            if path == "-":
-                yield StoredMessage(sys.stdin.buffer.read(), "-")
-                continue
             try:
-                yield from mailbox(path, onerror=self._report)
+                if path == "-":
+                    yield _standard_input()
+                else:
+                    yield from mailbox(path, onerror=self._report)
             except OSError as error:
                 self._report(error)
 
     def _report(self, error: OSError) -> None:
         self.failed = True
-        print(f"bouncecheck: {_shown(str(error))}", file=sys.stderr)
+        _complain(str(error))
+
+
+def _standard_input() -> StoredMessage:
+    try:
+        return StoredMessage(sys.stdin.buffer.read(), "-")
+    except OSError as error:
+        error.filename = "-"
+        raise
+
+
+def _complain(text: str) -> None:
+    print(f"bouncecheck: {_shown(text)}", file=sys.stderr)
 
 
 def _shown(text: str) -> str:
@@ -104,8 +116,10 @@ def main(arguments: Optional[List[str]] = None) -> int:
         for result in classify_many(reader.messages(), verp=options.verp):
             _print(result, options.json)
         sys.stdout.flush()
-    except BrokenPipeError:
-        # Nobody reads on. Nor is anything to be said when Python flushes at the end.
+    except OSError as error:
+        # Where nobody reads on there is nothing to say, nor when Python flushes at the end.
+        if not isinstance(error, BrokenPipeError):
+            _complain(f"standard output: {error.strerror}")
         os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
         return 1
     return int(reader.failed)

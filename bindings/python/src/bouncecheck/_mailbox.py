@@ -107,6 +107,7 @@ def _of_file(path: str, onerror: OnError, one_each: bool) -> Iterator[StoredMess
                 else:
                     yield StoredMessage(content, source, index)
     except OSError as error:
+        error.filename = error.filename or path  # which reading leaves out
         _report(error, onerror)
 
 
