@@ -82,8 +82,9 @@ def test_odd_columns(mails: Any) -> None:
     assert rows(mails) == [known(wanted(mail)) for mail in mails.to_pylist()]
 
 
-def test_columns_stand_beside_what_is_there() -> None:
-    table = pa.table({"n": range(3), "mail": MAILS[:3], "type_": ["a", None, "c"]})
+@pytest.mark.parametrize("mails", [pa.array(MAILS[:3]), pa.array(MAILS[:3]).dictionary_encode()])
+def test_columns_stand_beside_what_is_there(mails: Any) -> None:
+    table = pa.table({"n": range(3), "mail": mails, "type_": ["a", None, "c"]})
     names = arrow.schema().names
     found = arrow.classify(table, "mail")
     assert found.column_names == ["n", "mail", "type_", *names]
@@ -94,11 +95,12 @@ def test_columns_stand_beside_what_is_there() -> None:
 
 
 def test_large_results_come_in_pieces(monkeypatch: pytest.MonkeyPatch) -> None:
-    (batch,) = pa.table({"n": range(len(MAILS)), "mail": MAILS}).to_batches()
     monkeypatch.setattr(arrow, "_MOST_TEXT", 1000)
-    pieces = list(arrow.batches([batch], "mail"))
-    assert len(pieces) > 10
-    assert pa.Table.from_batches(pieces).equals(arrow.classify(batch, "mail"))
+    for mails in (pa.array(MAILS), pa.array(MAILS).dictionary_encode()):
+        (batch,) = pa.table({"n": range(len(MAILS)), "mail": mails}).to_batches()
+        pieces = list(arrow.batches([batch], "mail"))
+        assert len(pieces) > 10
+        assert pa.Table.from_batches(pieces).equals(arrow.classify(batch, "mail"))
 
 
 @pytest.mark.parametrize(
@@ -200,14 +202,17 @@ def test_ledger_column_is_what_a_ledger_has(tool_path: str, tmp_path: Path) -> N
 
 
 def test_as_a_program() -> None:
-    table = pa.table({"n": range(len(MAILS)), "mail": MAILS})
+    mails = pa.array([TAGGED, *MAILS])
+    table = pa.table({"n": range(len(mails)), "mail": mails})
     sink = pa.BufferOutputStream()
     with pa.ipc.new_stream(sink, table.schema) as stream:
         stream.write_table(table, max_chunksize=50)
     command = [sys.executable, "-m", "bouncecheck.arrow", "--message", "mail", "--keep", "n"]
+    command += ["--verp", VERP]
     done = subprocess.run(command, input=sink.getvalue(), stdout=subprocess.PIPE, check=True)
     found = pa.ipc.open_stream(done.stdout).read_all()
-    assert found.equals(arrow.classify(table, "mail", keep=["n"]))
+    assert found.equals(arrow.classify(table, "mail", keep=["n"], verp=VERP))
+    assert found["recipients"][0][0]["tag"].as_py() == "x=1"
     for given in (b"", b"no stream", sink.getvalue().to_pybytes()[:3000]):
         run = subprocess.run(command, input=given, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         assert (run.returncode, run.stderr.count(b"\n")) == (1, 1)

@@ -12,7 +12,7 @@ from ._classify import classify_many
 from ._inputs import StoredMessage
 from ._mailbox import mailbox
 from ._results import Recipient, Result
-from ._verp import VerpPattern
+from ._verp import add_verp_option
 
 _DESCRIPTION = (
     "Prints a line for each recipient that a message says something about: the address (or tag), "
@@ -25,13 +25,6 @@ _EPILOG = (
 )
 
 
-def _pattern(text: str) -> VerpPattern:
-    try:
-        return VerpPattern(text)
-    except ValueError as error:
-        raise argparse.ArgumentTypeError(str(error)) from None
-
-
 def _parsed(arguments: Optional[List[str]]) -> argparse.Namespace:
     parser = argparse.ArgumentParser("python -m bouncecheck", None, _DESCRIPTION, _EPILOG)
     parser.add_argument(
@@ -41,10 +34,7 @@ def _parsed(arguments: Optional[List[str]]) -> argparse.Namespace:
     parser.add_argument(
         "--json", action="store_true", help="print an object of JSON for each message instead"
     )
-    parser.add_argument(
-        "--verp", action="append", default=[], type=_pattern, metavar="PATTERN",
-        help="the form of the addresses that mail comes back to, one for each recipient",
-    )
+    add_verp_option(parser)
     return parser.parse_args(arguments)
 
 

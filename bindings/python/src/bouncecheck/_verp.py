@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import argparse
 from dataclasses import dataclass
 from typing import Iterable, List, NamedTuple, Optional, Tuple, Union
 
@@ -57,3 +58,18 @@ def natives_of(verp: Verp) -> List[_native.VerpPattern]:
     if isinstance(verp, (str, VerpPattern)):
         verp = (verp,)
     return [native_of(pattern) for pattern in verp]
+
+
+def _argument(text: str) -> VerpPattern:
+    """A pattern on a command line."""
+    try:
+        return VerpPattern(text)
+    except ValueError as error:
+        raise argparse.ArgumentTypeError(str(error)) from None
+
+
+def add_verp_option(parser: argparse.ArgumentParser) -> None:
+    parser.add_argument(
+        "--verp", action="append", default=[], type=_argument, metavar="PATTERN",
+        help="the form of the addresses that mail comes back to, one for each recipient",
+    )

@@ -21,7 +21,7 @@ import pyarrow as pa
 from . import _native
 from ._classify import processors
 from ._stored import Exported
-from ._verp import Verp, natives_of
+from ._verp import Verp, add_verp_option, natives_of
 
 __all__ = ["batches", "classify", "schema"]
 
@@ -53,9 +53,9 @@ def classify(
 
     `data` is anything that exports Arrow: a table or record batch of PyArrow, a data frame of
     Polars or pandas, a relation of DuckDB; or a column of messages alone. `message` names the
-    column that has the bytes of a message in each row, as any type of binary or string. Where it
-    is null, so are the results. `keep` names the columns of `data` that the table has, too; by
-    default all.
+    column that has the bytes of a message in each row, as any type of binary or string, or as a
+    dictionary of them. Where it is null, so are the results. `keep` names the columns of `data`
+    that the table has, too; by default all.
 
     The columns are those of docs/result.schema.json, `name` being `verdict` and `label` being
     `rule`; texts that JSON leaves out are null. With `ledger` there is one more, which docs/scale.md
@@ -101,9 +101,10 @@ def joined(
     given: pa.Schema, message: str, keep: Optional[Sequence[str]], ledger: bool
 ) -> pa.Schema:
     """The columns that `classify` makes of those that are `given`."""
-    column = given.field(message)
-    if not any(getattr(pa.types, f"is_{name}", _never)(column.type) for name in _MESSAGE_TYPES):
-        raise TypeError(f"the column {message!r} holds {column.type}, not messages as binary")
+    held = given.field(message).type
+    values = held.value_type if pa.types.is_dictionary(held) else held
+    if not any(getattr(pa.types, f"is_{name}", _never)(values) for name in _MESSAGE_TYPES):
+        raise TypeError(f"the column {message!r} holds {held}, not messages as binary")
     kept = list(given) if keep is None else [given.field(name) for name in keep]
     made = schema(ledger=ledger)
     for field in kept:
@@ -125,12 +126,8 @@ def _table_of(data: Any, message: str) -> pa.Table:
         table = data
     else:
         table = pa.table(data)
-    at = table.schema.get_field_index(message)
-    if at < 0:
+    if table.schema.get_field_index(message) < 0:
         raise KeyError(f"there is no column {message!r}, or more than one")
-    if pa.types.is_dictionary(table.schema.field(at).type):
-        values = table.schema.field(at).type.value_type
-        table = table.set_column(at, message, table.column(at).cast(values))
     return table
 
 
@@ -149,10 +146,14 @@ _Piece = Tuple[pa.RecordBatch, pa.RecordBatch]
 def _pieces(
     batch: pa.RecordBatch, message: str, patterns: List[_native.VerpPattern], ledger: bool
 ) -> Iterator[_Piece]:
+    messages = batch.column(message)
+    if pa.types.is_dictionary(messages.type):
+        messages = messages.cast(messages.type.value_type)
     while batch.num_rows:
-        results = _results_of(batch.column(message), patterns, ledger)
+        results = _results_of(messages, patterns, ledger)
         yield batch.slice(0, results.num_rows), results
         batch = batch.slice(results.num_rows)
+        messages = messages.slice(results.num_rows)
 
 
 def _beside(
@@ -190,13 +191,15 @@ def main(arguments: Optional[List[str]] = None) -> int:
         help="the columns to write besides, with commas between [all]",
     )
     parser.add_argument("--ledger", action="store_true", help="add the column ledger")
+    add_verp_option(parser)
     options = parser.parse_args(arguments)
     try:
         with pa.ipc.open_stream(sys.stdin.buffer) as given:
             wanted = joined(given.schema, options.message, options.keep, options.ledger)
             with pa.ipc.new_stream(sys.stdout.buffer, wanted) as out:
                 for batch in batches(
-                    given, options.message, keep=options.keep, ledger=options.ledger
+                    given, options.message, keep=options.keep, verp=options.verp,
+                    ledger=options.ledger,
                 ):
                     out.write_batch(batch)
                     sys.stdout.buffer.flush()
