@@ -26,19 +26,32 @@ HOSTILE = (b"Subject: Mail delivery failed </script><script>hit=1</script><img s
 # Before anything else in the page: what it makes can be looked at.
 WATCH = """made = []; createUrl = URL.createObjectURL;
     URL.createObjectURL = (one) => (made.push(one), createUrl.call(URL, one))"""
-# In its worker, the module stops while the 3000th message is read.
-STOP_MODULE = """window.Blob = class extends Blob { constructor(parts, options) {
-    const before = `let left = 3000; const Instance = WebAssembly.Instance;
-        WebAssembly.Instance = function (module, imports) {
-            const { classified } = imports.host;
-            imports.host.classified = () => {
-                if (--left === 0) throw new WebAssembly.RuntimeError("unreachable");
-                return classified();
-            };
-            return new Instance(module, imports);
-        };`;
-    super(options?.type === "text/javascript" ? [before, ...parts] : parts, options);
-} }"""
+
+
+def in_worker(script):
+    """Runs a script in the worker, before its own."""
+    return f"""window.Blob = class extends Blob {{ constructor(parts, options) {{
+        const isScript = options?.type === "text/javascript";
+        super(isScript ? [`{script}`, ...parts] : parts, options);
+    }} }};"""
+
+
+# The module stops while the 3000th message is read.
+STOP_MODULE = """let left = 3000; const Instance = WebAssembly.Instance;
+    WebAssembly.Instance = function (module, imports) {
+        const { classified } = imports.host;
+        imports.host.classified = () => {
+            if (--left === 0) throw new WebAssembly.RuntimeError("unreachable");
+            return classified();
+        };
+        return new Instance(module, imports);
+    };"""
+# There is memory for some instances of the module and for no more.
+FAIL_AFTER = """{ let left = %d; const Instance = WebAssembly.Instance;
+    WebAssembly.Instance = function (...given) {
+        if (left-- === 0) throw new RangeError("out of memory");
+        return new Instance(...given);
+    } };"""
 
 
 class Quiet(http.server.SimpleHTTPRequestHandler):
@@ -70,9 +83,9 @@ class WebTest(unittest.TestCase):
         self.assertEqual(self.browser.complaints, [])
 
     def open(self, url, before=WATCH):
-        if self.before != before:
-            self.browser.call("Page.addScriptToEvaluateOnNewDocument", source=before)
-            self.before = before
+        if self.before:
+            self.browser.call("Page.removeScriptToEvaluateOnNewDocument", **self.before)
+        self.before = self.browser.call("Page.addScriptToEvaluateOnNewDocument", source=before)
         self.browser.open(url)
 
     def write(self, name, content):
@@ -252,12 +265,21 @@ class WebTest(unittest.TestCase):
         self.expect_rows("2 rows")
 
     def test_keeps_what_it_has_when_the_module_stops(self):
-        self.open(self.file, STOP_MODULE)
+        self.open(self.file, in_worker(STOP_MODULE))
         self.browser.choose("#files", [self.write("some.mbox", self.mailbox(4000))])
         self.expect_state("2,999 messages in 1 file. Reading stopped in some.mbox (unreachable): "
                           "the report lacks its last messages.")
         self.expect("document.querySelector('#totals')?.textContent.split('\\u00a0')[0]", "2,000",
                     in_frame=True)
+
+    def test_tells_that_the_module_cannot_start(self):
+        for instances in (0, 1):
+            with self.subTest(instances):
+                # The second one would end the page of the first.
+                self.open(self.file, in_worker(FAIL_AFTER % instances + STOP_MODULE))
+                self.browser.choose("#files", [self.write("some.mbox", self.mailbox(4000))])
+                self.expect_state("The mail cannot be read: out of memory")
+                self.expect("document.querySelector('#progress').hidden", True)
 
     def test_works_without_a_network(self):
         self.open(self.host)

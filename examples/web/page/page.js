@@ -60,6 +60,10 @@ async function read(files) {
                 .filter(Boolean).join(". "));
             if (messages > 0) show(page);
         },
+        failed({ reason }) {
+            endReading();
+            tell(`The mail cannot be read: ${reason}`);
+        },
     };
     worker.onmessage = ({ data }) => handlers[data.kind](data);
     worker.onerror = () => {

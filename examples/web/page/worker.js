@@ -197,4 +197,11 @@ class Run {
     }
 }
 
-onmessage = ({ data: { module, files } }) => new Run(module, files).make();
+// A promise that nobody waits for would fail unseen.
+onmessage = async ({ data: { module, files } }) => {
+    try {
+        await new Run(module, files).make();
+    } catch (error) {
+        postMessage({ kind: "failed", reason: error.message });
+    }
+};
