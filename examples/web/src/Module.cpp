@@ -18,7 +18,7 @@
 #include "tool/sources/PeekedStream.h"
 
 // What the page in the browser does with files: the page of --html is made of them. The host
-// (js/worker.js) reads and writes for the module, which never waits.
+// (page/worker.js) reads and writes for the module, which never waits.
 
 extern "C" {
 
