@@ -26,6 +26,11 @@ HOSTILE = (b"Subject: Mail delivery failed </script><script>hit=1</script><img s
 # Before anything else in the page: what it makes can be looked at.
 WATCH = """made = []; createUrl = URL.createObjectURL;
     URL.createObjectURL = (one) => (made.push(one), createUrl.call(URL, one))"""
+# How far the worker says that it is.
+WATCH_PROGRESS = """told = []; window.Worker = class extends Worker { constructor(url) {
+    super(url);
+    this.addEventListener("message", ({ data }) => data.kind === "progress" && told.push(data.bytes));
+} };"""
 
 
 def in_worker(script):
@@ -251,6 +256,23 @@ class WebTest(unittest.TestCase):
             ["a.pdf: is a PDF document, not mail", "c.gz: cannot be read, or is no whole gzip file",
              "d.eml: cannot be read, or is no whole gzip file",
              "e.mbox:1: the message is larger than 64 MiB"])
+
+    def test_counts_its_progress_in_bytes_of_the_files(self):
+        files = [self.write("a.gz", gzip.compress(self.mailbox(2000))[:-40]),
+                 self.write("b.mbox.gz", gzip.compress(self.mailbox(2000))),
+                 self.write("c.eml", b""), self.write("d.mbox", self.mailbox(20))]
+        # Each message tells how far it is.
+        self.open(self.file, WATCH_PROGRESS + in_worker("let clock = 0; "
+                                                        "performance.now = () => clock += 1000;"))
+        self.browser.choose("#files", files)
+        self.expect_state("2,021 messages in 4 files")
+        sizes = [file.stat().st_size for file in files]
+        told = self.browser.evaluate("told")
+        self.assertEqual(len(told), 2021)
+        self.assertEqual(told, sorted(told))
+        self.assertGreater(told[0], sizes[0])
+        self.assertAlmostEqual(told[1999], sum(sizes[:2]), places=3)
+        self.assertAlmostEqual(told[-1], sum(sizes), places=3)
 
     def test_stays_usable_while_it_reads(self):
         large = self.write("large.mbox", self.mailbox(60000))

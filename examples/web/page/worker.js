@@ -95,7 +95,10 @@ class Run {
     #output = new Output();
     #name = "";
     #messages = 0;
+    /** Of the files as they are, compressed or not. */
     #bytesBefore = 0;
+    /** How many of them a byte of the input stands for. */
+    #scale = 1;
     #toldAt = 0;
     #decoder = new TextDecoder();
 
@@ -138,7 +141,7 @@ class Run {
         const now = performance.now();
         if (now - this.#toldAt < 100) return;
         this.#toldAt = now;
-        const bytes = this.#bytesBefore + this.#input.bytesRead;
+        const bytes = this.#bytesBefore + this.#input.bytesRead * this.#scale;
         postMessage({ kind: "progress", messages: this.#messages, bytes });
     }
 
@@ -147,7 +150,7 @@ class Run {
         postMessage({ kind: "problem", place, reason });
     }
 
-    async #add({ file, name }) {
+    async #add(file, name) {
         this.#name = name;
         let content;
         try {
@@ -158,12 +161,12 @@ class Run {
             return;
         }
         this.#input = new Input(content);
+        this.#scale = content.size > 0 ? file.size / content.size : 1;
         const letters = new TextEncoder().encode(name);
         const at = this.#exports.page_name(letters.length) >>> 0;
         new Uint8Array(this.#exports.memory.buffer, at, letters.length).set(letters);
         this.#exports.page_add(content.size);
         if (this.#input.problem) this.#problem(this.#input.problem);
-        this.#bytesBefore += file.size;
     }
 
     /** Ends the page. Where the module has stopped, messages that were not written are lost. */
@@ -171,12 +174,13 @@ class Run {
         let ending;
         this.#begin();
         try {
-            for (const file of this.#files) {
+            for (const { file, name } of this.#files) {
                 if (this.#messages >= mostMessages) {
                     ending = `The rest was not read: a report has ${mostMessages.toLocaleString("en")} messages at most.`;
                     break;
                 }
-                await this.#add(file);
+                await this.#add(file, name);
+                this.#bytesBefore += file.size;
             }
             this.#exports.page_finish();
         } catch (error) {
