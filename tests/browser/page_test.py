@@ -17,6 +17,8 @@ import page_case
 HOSTILE = "<img src=x onerror=hit=1></script><script>hit=1</script>"
 FULL = "the mailbox is full"
 COUNT = 1000
+# What a search takes apart.
+HOSTILE_STATUS = '"5.1.1,5.2.2"'
 # The message of several recipients, and that of none.
 SEVERAL, LETTER = 5, 3
 
@@ -25,8 +27,8 @@ MORE = 30
 ROWS = f"{COUNT + MORE:,}"
 
 
-def group(address, reason):
-    status = "5.2.2" if reason == FULL else "5.1.1"
+def group(address, reason, status=None):
+    status = status or ("5.2.2" if reason == FULL else "5.1.1")
     return (f"Final-Recipient: rfc822; {address}\nAction: failed\nStatus: {status}\n"
             f"Diagnostic-Code: smtp; {reason} <b>\n\n")
 
@@ -35,14 +37,15 @@ def message(number):
     start = "From MAILER-DAEMON Thu Sep 18 17:54:04 2008\n"
     if number == LETTER:
         return start + "From: ann@x.example\nSubject: A letter\n\nHello.\n\n"
-    subject = HOSTILE if number == 7 else f"Mail delivery failed {number:04}"
+    is_hostile = number == 7
+    subject = HOSTILE if is_hostile else f"Mail delivery failed {number:04}"
     reason = FULL if number % 5 == 0 else "unknown user"
     domain = f"d{number % 12}.example"
     return (start + f"From: MAILER-DAEMON@relay.example\nSubject: {subject}\n"
             f"Date: {number % 28 + 1} {('Jan', 'Feb', 'Apr')[number % 3]} 2025 08:00 +0000\n"
             "Content-Type: multipart/report; boundary=b\n\n--b\n\nSorry.\n"
             "--b\nContent-Type: message/delivery-status\n\nReporting-MTA: dns; relay.example\n\n"
-            + group(f"u{number:04}@{domain}", reason)
+            + group(f"u{number:04}@{domain}", reason, HOSTILE_STATUS if is_hostile else None)
             + "".join(group(f"more{i}@{domain}", reason) for i in range(MORE) if number == SEVERAL)
             + "--b--\n\n")
 
@@ -95,8 +98,9 @@ class PageTest(page_case.PageCase):
         reason, advice = full[0]["reason"], full[0]["advice"]
         for search, count in (
                 ("u0125@ FULL", 1), ("u0123@ full", 0), ("u0125@ -full", 0), ("-full", COUNT - 200),
-                ('"mailbox is" more29', 1), ("status:5.2", 200 + MORE), ("status:5.2.", 0),
-                ("status:5.1.1,5.2.2", COUNT - 1 + MORE), ("status:none", 1),
+                ('"mailbox is" more29', 1), ('status:"5.2.2",none', 200 + MORE + 1),
+                ("-status:5.1.1,5.2.2", 2), ("status:5.2", 200 + MORE), ("status:5.2.", 0),
+                ("status:5.1.1,5.2.2", COUNT - 2 + MORE), ("status:none", 1),
                 ("address:MORE2", 11), ("domain:d5.example -address:more", 83),
                 ("domain:5.example", 0), ("date:2025-01-01", 12), ("date:2025-02", 333),
                 ("verdict:none", 1), ("subject:full", 0), ("reply:full", 200 + MORE),
@@ -230,6 +234,19 @@ class PageTest(page_case.PageCase):
         self.browser.press("Escape", 27)
         self.expect("document.querySelectorAll('.unfolded').length", 0)
         self.assertEqual(self.value("document.activeElement.ariaExpanded"), "false")
+
+    def test_charts_ask_for_values_with_marks_of_the_search(self):
+        bar = (f"[...document.querySelectorAll('#chart-status button')]"
+               f".find((one) => one.dataset.key === {json.dumps(HOSTILE_STATUS)})")
+        self.value(f"{bar}.click()")
+        self.expect_found(1)
+        self.assertEqual(self.texts(".row .recipient"), ["u0007@d7.example"])
+        self.expect(f"{bar}.ariaPressed", "true")
+        # Beside another value, and taken back.
+        self.value("document.querySelector('#chart-status button').click()")
+        self.expect_found(COUNT - 200 - 1)
+        self.value(f"{bar}.click()")
+        self.expect("document.querySelector('#search').value", "status:5.1.1")
 
     def test_keeps_hostile_text_text(self):
         self.search("u0007@")

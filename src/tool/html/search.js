@@ -1,5 +1,6 @@
 // The language of the search: words, which all have to be found, and "name:value". A minus in
-// front of either excludes what it finds; quotes keep blanks.
+// front of either excludes what it finds. Quotes around a value keep blanks and commas, and ""
+// within them is one quote.
 
 const orNone = (text) => text || "none";
 const isEqual = (text, value) => text === value;
@@ -10,16 +11,28 @@ const isDateWithin = (text, value) => text.startsWith(value.replace("t", " "));
 /** "5.1" finds "5.1.1", but "5.1.1" does not find "5.1.10". */
 const isCodeWithin = (text, value) => text === value || text.startsWith(`${value}.`);
 
+const quoted = /"((?:[^"]+|"")*)"?/.source;
+const pieceOf = new RegExp(`-?(?:[a-z]+:)?(?:${quoted}|\\S)(?:,${quoted}|\\S)*`, "gi");
+const choiceOf = new RegExp(`${quoted}[^,]*|[^,]+`, "g");
+const quotedFirst = new RegExp(`^${quoted}`);
+
+const withoutQuotes = (text) =>
+    text.replace(quotedFirst, (whole, inner) => inner.replaceAll('""', '"'));
+const withQuotes = (value) =>
+    /^"|[\s,]/.test(value) ? `"${value.replaceAll('"', '""')}"` : value;
+
 /** Terms of a search: their text, and the parts of it. */
 function parseSearch(search) {
-    const pieces = search.match(/-?(?:[a-z]+:)?(?:"[^"]*"?|\S)\S*/gi) ?? [];
+    const pieces = search.match(pieceOf) ?? [];
     return pieces.map((text) => {
         const [, minus, prefix, rest] = text.toLowerCase().match(/^(-?)([a-z]+:)?(.*)$/s);
         const name = prefix?.slice(0, -1);
         const isNamed = Object.hasOwn(searchNames, name ?? "");
-        const value = (isNamed ? rest : (prefix ?? "") + rest).replaceAll('"', "");
         const isSplit = isNamed && searchNames[name].isChoice;
-        const values = (isSplit ? value.split(",") : [value]).filter(Boolean);
+        const given = isSplit
+            ? (rest.match(choiceOf) ?? []).map(withoutQuotes)
+            : [(isNamed ? "" : (prefix ?? "")) + withoutQuotes(rest)];
+        const values = given.filter(Boolean);
         return { text, excludes: minus === "-", name: isNamed ? name : "", values };
     });
 }
@@ -55,6 +68,6 @@ function valuesAsked(search, name) {
 function withValues(search, name, values) {
     const others = parseSearch(search).filter((term) => term.name !== name || term.excludes);
     const texts = others.map(({ text }) => text);
-    if (values.length > 0) texts.push(`${name}:${values.join(",")}`);
+    if (values.length > 0) texts.push(`${name}:${values.map(withQuotes).join(",")}`);
     return texts.join(" ");
 }
