@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "ResultJson.h"
+#include "tool/output/MessageJson.h"
 
 /// What the module exports: a C interface for one caller at a time, as JavaScript is. The caller
 /// writes a text into the room that `bouncecheck_room` gives, and then calls what reads it.
@@ -62,18 +62,20 @@ extern "C" {
     const Message message(std::exchange(exchange.input, {}));
     LogTrace trace;
     Classifier classifier;
-    Result result;
-    result.verdict =
+    const Verdict verdict =
         (wanted & wantsTrace) ? classifier.classify(message, trace) : classifier.classify(message);
-    result.recipients = recipientsOf(message, verp);
-    result.facts = factsOf(message);
-    if (wanted & wantsTrace) result.trace = &trace;
-    result.hasData = (wanted & wantsData) != 0;
-    exchange.output = resultJson(result);
+    JsonText json;
+    json.beginObject();
+    addFindings(json, verdict, recipientsOf(message, verp), factsOf(message));
+    if (wanted & wantsData) json.member("data", verdict.text.view());
+    if (wanted & wantsTrace) addTrace(json, trace.events());
+    json.endObject();
+    exchange.output = json.take();
     return exchange.output.size();
 }
 
-/// The result: JSON in UTF-8, valid until it is freed.
+/// The result, valid until it is freed: an object of JSON in UTF-8 as docs/result.schema.json has
+/// it, but `source` and `index`, which a message in memory does not have.
 [[clang::export_name("bouncecheck_result")]] const char* bouncecheck_result() {
     return bouncecheck::exchange().output.data();
 }

@@ -1,12 +1,11 @@
 #include <algorithm>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include <bouncecheck/BounceType.h>
 #include "tool/output/JsonWriter.h"
+#include "tool/output/MessageJson.h"
 #include "tool/output/Output.h"
 
 namespace bouncecheck {
@@ -21,86 +20,6 @@ std::vector<const Field*> eachOnce(const std::vector<const Field*>& fields) {
     return all;
 }
 
-/// Writes a member, unless its text is empty.
-void addText(JsonWriter& json, std::string_view name, std::string_view text) {
-    if (!text.empty()) json.member(name, text);
-}
-
-void addEvent(JsonWriter& json, const LogTrace::Event& event) {
-    json.beginObject();
-    switch (event.kind) {
-        case LogTrace::Kind::enter: json.member("enter", event.text); break;
-        case LogTrace::Kind::leave: json.member("leave", event.text); break;
-        case LogTrace::Kind::info: json.member("info", event.text); break;
-        case LogTrace::Kind::data:
-            json.member("tag", event.text);
-            json.member("value", event.value.view());
-            break;
-    }
-    json.endObject();
-}
-
-void addRecipient(JsonWriter& json, const Recipient& recipient) {
-    json.beginObject();
-    json.member("address", recipient.address);
-    addText(json, "final_address", recipient.finalAddress);
-    addText(json, "tag", recipient.tag);
-    json.member("outcome", nameOf(recipient.outcome));
-    addText(json, "reason", nameOf(recipient.reason));
-    json.member("advice", nameOf(recipient.advice));
-    addText(json, "status", recipient.status);
-    addText(json, "reply_code", recipient.replyCode);
-    addText(json, "diagnostic", recipient.diagnostic);
-    addText(json, "remote_mta", recipient.remoteMta);
-    addText(json, "last_attempt", recipient.lastAttempt);
-    addText(json, "will_retry_until", recipient.willRetryUntil);
-    json.name("evidence");
-    json.beginObject();
-    json.member("found_in", nameOf(recipient.source));
-    addText(json, "reason_from", nameOf(recipient.basis));
-    addText(json, "row", recipient.row);
-    addText(json, "quote", recipient.quote);
-    json.endObject();
-    json.endObject();
-}
-
-void addReport(JsonWriter& json, const Facts& facts) {
-    json.name("report");
-    json.beginObject();
-    addText(json, "reporting_mta", facts.reportingMta);
-    if (!facts.report.empty()) {
-        // A list, since fields may be repeated and their order may matter.
-        json.name("fields");
-        json.beginArray();
-        for (const ReportField& field : facts.report) {
-            json.beginObject();
-            json.member("name", field.name);
-            json.member("value", field.value);
-            json.endObject();
-        }
-        json.endArray();
-    }
-    json.endObject();
-}
-
-void addReturned(JsonWriter& json, const ReturnedMessage& message) {
-    json.name("returned");
-    json.beginObject();
-    addText(json, "message_id", message.messageId);
-    addText(json, "from", message.from);
-    addText(json, "to", message.to);
-    addText(json, "subject", message.subject);
-    addText(json, "date", message.date);
-    addText(json, "list_id", message.listId);
-    addText(json, "return_path", message.returnPath);
-    json.endObject();
-}
-
-void addNumber(JsonWriter& json, std::string_view name, std::uint64_t value) {
-    json.name(name);
-    json.number(std::to_string(value));
-}
-
 void addChosen(JsonWriter& json, const std::vector<const Field*>& fields, const Shown& shown) {
     std::string scratch;
     for (const Field* field : fields) {
@@ -112,26 +31,6 @@ void addChosen(JsonWriter& json, const std::vector<const Field*>& fields, const 
             json.member(field->name, value);
         }
     }
-}
-
-void addEverything(JsonWriter& json, const Classified& message) {
-    json.member("source", message.place.source);
-    addNumber(json, "index", message.place.index);
-    addNumber(json, "type", static_cast<std::uint64_t>(message.type));
-    json.member("name", bounceTypeName(message.type));
-    if (message.label().empty()) {
-        json.name("label");
-        json.null();
-    } else {
-        json.member("label", message.label());
-    }
-    json.member("address", message.address);
-    json.name("recipients");
-    json.beginArray();
-    for (const Recipient& recipient : message.recipients) addRecipient(json, recipient);
-    json.endArray();
-    addReport(json, message.facts);
-    addReturned(json, message.facts.returned);
 }
 
 class JsonOutput final : public Output {
@@ -173,18 +72,16 @@ private:
             return;
         }
         json_.beginObject();
-        addEverything(json_, message);
+        json_.member("source", message.place.source);
+        json_.name("index");
+        json_.number(std::to_string(message.place.index));
+        addFindings(json_, message, message.recipients, message.facts);
         endLine(message);
     }
 
     void endLine(const Classified& message) {
         if (parts_.data) json_.member("data", message.text.view());
-        if (parts_.trace) {
-            json_.name("trace");
-            json_.beginArray();
-            for (const LogTrace::Event& event : message.trace) addEvent(json_, event);
-            json_.endArray();
-        }
+        if (parts_.trace) addTrace(json_, message.trace);
         json_.endObject();
         json_.endLine();
     }
