@@ -9,6 +9,7 @@ import functools
 import gzip
 import http.server
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -150,6 +151,11 @@ class WebTest(unittest.TestCase):
 
     def report(self):
         return self.browser.evaluate("made.at(-1).text()")
+
+    def test_is_about_as_large_as_its_guide_tells(self):
+        guide = pathlib.Path(__file__).parents[2].joinpath("docs/web.md").read_text()
+        told = int(re.search(r"one file of some (\d+) KB", guide)[1]) * 1000
+        self.assertAlmostEqual((self.page / "index.html").stat().st_size / told, 1, delta=0.1)
 
     def test_makes_the_page_that_the_tool_writes(self):
         files = [*self.samples, self.write("hostile", HOSTILE), self.write("empty", b""),

@@ -2,8 +2,10 @@
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
-import { join } from 'node:path';
+import { createRequire } from 'node:module';
+import { dirname, join } from 'node:path';
 import { test } from 'node:test';
+import { gzipSync } from 'node:zlib';
 
 import { root } from './support.mjs';
 
@@ -22,3 +24,17 @@ for (const [, program, output] of programs) {
         assert.equal(printed, output);
     });
 }
+
+test('the sizes that it tells are about those of the package', () => {
+    const folder = dirname(createRequire(import.meta.url).resolve('bouncecheck'));
+    const module = readFileSync(join(folder, 'bouncecheck.wasm'));
+    const sizes = {
+        'the module': module,
+        'the module as `gzip -9` compresses it': gzipSync(module, { level: 9 }),
+        'the package': readFileSync(join(root, 'build/node/bouncecheck.tgz')),
+    };
+    for (const [what, { length }] of Object.entries(sizes)) {
+        const [, told] = page.match(new RegExp(`^\\| ${what} \\| (\\d+) KB \\|$`, 'm')) ?? [];
+        assert.ok(Math.abs(told * 1000 / length - 1) < 0.1, `${what}: ${told} KB, is ${length}`);
+    }
+});
