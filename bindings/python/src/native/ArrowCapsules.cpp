@@ -33,7 +33,7 @@ template <class Structure>
 nb::capsule capsuleOf(Structure structure, const char* name) {
     auto owned = std::make_unique<Structure>(structure);
     nb::capsule capsule(owned.get(), name, endCapsule<Structure>);
-    owned.release();
+    static_cast<void>(owned.release());  // the capsule has it
     return capsule;
 }
 
