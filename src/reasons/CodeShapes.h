@@ -65,4 +65,10 @@ constexpr std::size_t replyCodeLength(std::string_view text, std::size_t at) noe
     return length;
 }
 
+/// Whether `line` begins with the reply code of a failure, and has words behind it.
+constexpr bool beginsWithFailure(std::string_view line) noexcept {
+    return line.size() > 4 && ascii::isOneOf(line[0], "45") && ascii::isOneOf(line[3], " -") &&
+           replyCodeLength(line, 0) > 0;
+}
+
 }  // namespace bouncecheck

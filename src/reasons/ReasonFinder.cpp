@@ -88,18 +88,8 @@ private:
         const std::string_view text = text_.substr(0, advice);
         const PhraseMatches front(text);
         ReasonFinding finding = clearWordsOf(front, text);
-        if (finding.isFound() && mayBeAboutSender(fromCode(text, finding.at))) {
-            finding.isSure = false;
-        }
+        if (mayBeAboutSender(text)) finding.isSure = false;
         return finding;
-    }
-
-    /// `text` from the code of the reply on that is in front of the byte `at`.
-    std::string_view fromCode(std::string_view text, std::size_t at) const {
-        const std::string_view code = reading_.codes.textCodes().reply;
-        if (code.empty()) return text;
-        const auto begin = static_cast<std::size_t>(code.data() - text_.data());
-        return begin < at ? text.substr(begin) : text;
     }
 
     /// What words that only hint at why give, unless a vague code, or the notice that they

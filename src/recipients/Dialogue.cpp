@@ -8,30 +8,22 @@
 #include "reasons/CodeShapes.h"
 #include "reasons/ReplyCodes.h"
 #include "recipients/LineShape.h"
-#include "text/Ascii.h"
 
 namespace bouncecheck {
-namespace {
-
-bool isFailureReply(std::string_view line) noexcept {
-    return !line.empty() && ascii::isOneOf(line.front(), "45") && replyCodeLength(line, 0) > 0;
-}
-
-}  // namespace
 
 bool Dialogue::read(std::string_view line) {
-    if (std::exchange(endsReply_, false) && restatesReply(line)) return true;
+    if (std::exchange(endsReply_, false) && isInOwnWords(line)) return true;
     const DialogueLine dialogue(line);
     if (dialogue.isCommand()) readCommand(dialogue);
     if (!dialogue.isReply()) return dialogue.isCommand();
-    endsReply_ = isFailureReply(dialogue.said()) && !isFirstLineOnly(dialogue.said());
+    endsReply_ = beginsWithFailure(dialogue.said()) && !isFirstLineOnly(dialogue.said());
     return readReply(dialogue.said());
 }
 
-/// "550 5.1.1 <a@b.example>... User unknown": below any reply 550, the system that writes says so
-/// in its own words.
-bool Dialogue::restatesReply(std::string_view line) const {
-    if (!isFailureReply(line)) return false;
+/// "550 5.1.1 <a@b.example>... User unknown", "554 Service unavailable": below any reply that
+/// refuses, the system that writes says so in words of its own, which mean no more.
+bool Dialogue::isInOwnWords(std::string_view line) const {
+    if (!beginsWithFailure(line)) return false;
     return std::ranges::all_of(findAddresses(line), [&](const AddressSpan& span) {
         const auto known = named_.find(span.in(line));
         return known && !named_.of(Tier::stated)[*known].said.empty();

@@ -25,7 +25,7 @@ public:
 private:
     void readCommand(const DialogueLine& command);
     bool readReply(std::string_view reply);
-    bool restatesReply(std::string_view line) const;
+    bool isInOwnWords(std::string_view line) const;
 
     NamedRecipients& named_;
     const Bystanders& others_;

@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "reasons/CodeShapes.h"
 #include "recipients/tables/LineMarks.h"
 #include "text/Ascii.h"
 #include "text/ByteSet.h"
@@ -109,6 +110,11 @@ bool beginsWithReplyCode(std::string_view line) {
            ascii::isDigit(line[2]) && (ascii::isBlank(line[3]) || line[3] == '-');
 }
 
+/// The same, where what follows is no further number: "450 12 34" is that of a telephone.
+bool beginsWithReply(std::string_view line) {
+    return beginsWithReplyCode(line) && (statusLength(line, 4) > 0 || !ascii::isDigit(line[4]));
+}
+
 /// Whether `text` ends with `word`, in any letter case (for ASCII).
 bool endsWithWord(std::string_view text, std::string_view word) {
     if (text.size() < word.size()) return false;
@@ -178,7 +184,7 @@ LineShape::Kind LineShape::kindOf() {
         const std::string_view trimmed = ascii::trimLeft(rest);
         isSeparated_ = !trimmed.empty() && (ascii::isOneOf(trimmed.front(), ":([-|;=") ||
                                             rest.starts_with("...") || rest.starts_with("\t"));
-        isAnswered_ = beginsWithReplyCode(trimmed);
+        isAnswered_ = beginsWithReply(trimmed);
         return Kind::leading;
     }
     if (beginsWithReplyCode(line_)) return Kind::reply;

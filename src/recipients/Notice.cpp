@@ -23,12 +23,6 @@ bool isOwnType(std::string_view type) {
                      ReportKind::message, ReportKind::header);
 }
 
-/// Whether `line` begins with the code of a failure, and has words behind it.
-bool isFailureReply(std::string_view line) {
-    return line.size() > 4 && ascii::isOneOf(line[0], "45") && ascii::isOneOf(line[3], " -") &&
-           replyCodeLength(line, 0) > 0;
-}
-
 /// The start of `text`, `most` bytes at most. What is cut loses its last word: the rest of an
 /// address may be another one.
 std::string_view wholeWords(std::string_view text, std::size_t most) {
@@ -86,7 +80,7 @@ std::string_view Notice::quotedReply() const {
         const char* end = begin;
         bool isReply = false;
         for (; i < lines_.size() && !lines_[i].isBlank(); ++i) {
-            isReply = isReply || isFailureReply(ascii::trimLeft(lines_[i].text));
+            isReply = isReply || beginsWithFailure(ascii::trimLeft(lines_[i].text));
             end = lines_[i].text.data() + lines_[i].text.size();
         }
         if (!isReply) continue;

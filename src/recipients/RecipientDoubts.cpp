@@ -72,15 +72,16 @@ bool areOnlyWords(const Explanation& explanation) {
     return inner.isFound() && saysNothing(codesIn(inner.text.substr(inner.at)).status);
 }
 
-/// The reply around what was found at `at` of `text`, from its code up to `end`, as one line:
-/// replies are folded anywhere. Not much more than a sentence of it.
+/// The reply around what was found at `at` of `text`, as one line, since replies are folded
+/// anywhere: from its code, or else the start of the line, up to `end`, and not much more than a
+/// sentence of it.
 std::string replyAround(std::string_view text, std::size_t at, std::size_t end) {
     constexpr std::size_t near = 300;
-    const std::size_t first = at - std::min(at, near);
+    const std::size_t farthest = at - std::min(at, near);
     const auto line = static_cast<std::size_t>(lineAt(text, at).data() - text.data());
-    std::size_t begin = std::max(first, line);
+    std::size_t begin = std::max(farthest, line);
     std::string_view code;
-    for (std::size_t i = at; i-- > first;) {
+    for (std::size_t i = at; i-- > farthest;) {
         const bool beginsWord =
             i == 0 || ascii::isSpace(text[i - 1]) || ascii::isOneOf(text[i - 1], ";#'");
         if (!beginsWord || replyCodeLength(text, i) == 0) continue;
@@ -155,10 +156,13 @@ bool saysSome(const Explanation& explanation) {
     const std::string_view text = explanation.recipient.diagnostic;
     if (finding.inNotice || finding.basis != ReasonBasis::phrase) return false;
     const std::size_t lineEnd = text.find_first_of("\r\n", finding.end());
-    const std::string reply = replyAround(text, finding.at, lineEnd);
-    if (containsNoCase(reply, explanation.recipient.address)) return false;
-    return std::ranges::any_of(
-        partialWords, [&](std::string_view words) { return containsNoCase(reply, words); });
+    const auto isSaidIn = [&](std::string_view part) {
+        return !containsNoCase(part, explanation.recipient.address) &&
+               std::ranges::any_of(partialWords, [&](std::string_view words) {
+                   return containsNoCase(part, words);
+               });
+    };
+    return isSaidIn(lineAt(text, finding.at)) || isSaidIn(replyAround(text, finding.at, lineEnd));
 }
 
 /// "Host not found, name=relay.z.example", "relay.z.example: no such host", "Smart host not found":

@@ -49,7 +49,10 @@ bool RecipientReasons::explainReported() {
     for (const Recipient& recipient : list_.all()) {
         const ReplyCodes codes = codesIn(recipient.diagnostic);
         const ReasonFinding finding = reasonOf(replyOf(recipient, codes));
-        const bool isComplete = isExplained(recipient, finding) && !recipient.diagnostic.empty();
+        // A status alone does not stop mail where words beside it say less.
+        const bool isComplete = isExplained(recipient, finding) &&
+                                (!recipient.diagnostic.empty() ||
+                                 adviceFor(recipient.outcome, finding) != Advice::suppress);
         if (isTrouble(recipient.outcome) && !isComplete) areExplained = false;
         reported_.push_back({finding, !recipient.diagnostic.empty(), std::string(codes.reply),
                              std::string(codes.status)});

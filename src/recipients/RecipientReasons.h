@@ -37,7 +37,7 @@ public:
     void fill(const Notice* notice);
 
 private:
-    /// What `explainReported` found of one of the first.
+    /// What `explainReported` found of a recipient whom the list had then.
     struct Reported {
         ReasonFinding finding;
         /// Whether the report has words for it; else it counts until others are found.

@@ -24,6 +24,7 @@
 #include "recipients/Verp.h"
 #include "recipients/tables/Origins.h"
 #include "text/Ascii.h"
+#include "text/Lines.h"
 #include "text/Search.h"
 
 namespace bouncecheck {
@@ -38,17 +39,43 @@ bool saysPermanent(std::string_view said) {
 }
 
 bool quotesFailure(std::string_view notice) {
-    const auto isFailure = [](std::string_view code) {
-        return code.starts_with('4') || code.starts_with('5');
-    };
-    const ReplyCodes codes = codesIn(notice);
-    return isFailure(codes.reply) || isFailure(codes.status);
+    // Any number may look like the code of a reply.
+    const std::string_view status = codesIn(notice).status;
+    return status.starts_with('4') || status.starts_with('5');
 }
 
 /// Whether the only reply in `said` is that of a success, and no words are about a failure.
 bool saysDelivered(std::string_view said) {
     return codesIn(said).status.starts_with('2') &&
            reasonOf({.text = said}).basis == ReasonBasis::none;
+}
+
+/// Whether a text that names addresses names that of `recipient`.
+bool mayBeOf(const Recipient& recipient, std::string_view text) {
+    const std::vector<AddressSpan> spans = findAddresses(text);
+    return spans.empty() || std::ranges::any_of(spans, [&](const AddressSpan& span) {
+               const std::string_view address = span.in(text);
+               return ascii::equalsNoCase(address, recipient.address) ||
+                      ascii::equalsNoCase(address, recipient.finalAddress);
+           });
+}
+
+/// Whether `reply`, a paragraph of `notice`, can be nothing but that to the only recipient: it
+/// looks like one, nobody else stands in it or in the line in front, and there is no other status.
+bool isReplyTo(const Recipient& recipient, std::string_view notice, std::string_view reply) {
+    const std::string_view status = codesIn(reply).status;
+    if (status.empty() && !explains(reply)) return false;
+    const std::string_view own = status.empty() ? reply : status;
+    const auto begin = static_cast<std::size_t>(own.data() - notice.data());
+    const auto isOther = [&](std::string_view text) {
+        const std::string_view other = codesIn(text).status;
+        return !other.empty() && other != status;
+    };
+    if (isOther(notice.substr(0, begin)) || isOther(notice.substr(begin + own.size())))
+        return false;
+    const auto at = static_cast<std::size_t>(reply.data() - notice.data());
+    const std::string_view front = ascii::trimRight(notice.substr(0, at));
+    return mayBeOf(recipient, reply) && mayBeOf(recipient, lineAt(front, front.size()));
 }
 
 /// Collects the recipients of one message from its sources, the surest first.
@@ -102,7 +129,6 @@ private:
         if (!report_.isFound() && reading_.isNotice()) readReportInText();
         const bool isKnown = !list_.isEmpty();
         if (!isKnown && !(reading_.isNotice() && isAboutTrouble())) return;
-        const bool isAnswered = isKnown && !list_.all().front().diagnostic.empty();
         const Outcome outcome = outcomeOfText();
         std::vector<TextRecipient> all =
             recipientsNamedIn(reading_.notice(), reading_.bystanders());
@@ -115,19 +141,21 @@ private:
             setOutcome(*recipient, named.said, outcome);
             addText(*recipient, std::move(named));
         }
-        if (list_.all().size() == 1 && !isAnswered) addQuotedReply(list_.all().front());
+        if (list_.all().size() == 1 && all.size() <= 1) addQuotedReply(list_.all().front());
     }
 
     /// "The response was:", "550 5.1.1 no such user": a reply that stands by itself is that to the
     /// only recipient.
     void addQuotedReply(Recipient& recipient) {
         std::string& diagnostic = recipient.diagnostic;
-        if (!codesIn(diagnostic).reply.empty()) return;
-        const Notice& notice = reading_.notice();
-        const std::string_view reply = notice.quotedReply();
-        if (reply.empty()) return;
-        const auto at = static_cast<std::size_t>(reply.data() - notice.text().data());
-        const std::string lines = linesAround(notice.text(), {at, reply.size()});
+        if (recipient.source == RecipientSource::report || !codesIn(diagnostic).reply.empty()) {
+            return;
+        }
+        const std::string_view notice = reading_.notice().text();
+        const std::string_view reply = reading_.notice().quotedReply();
+        if (reply.empty() || !isReplyTo(recipient, notice, reply)) return;
+        const auto at = static_cast<std::size_t>(reply.data() - notice.data());
+        const std::string lines = linesAround(notice, {at, reply.size()});
         // "Size: 222"
         if (!explains(diagnostic)) diagnostic.clear();
         if (!diagnostic.empty()) diagnostic += '\n';

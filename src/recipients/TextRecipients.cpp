@@ -136,7 +136,7 @@ private:
 
     /// "550 User unknown", "(b@y.example)": the line before goes on.
     bool goesOnInBrackets(const NoticeLine& line) const {
-        return !beginsParagraph_ && !before_.isIntroduction() &&
+        return open_ && !beginsParagraph_ && !before_.isIntroduction() &&
                ascii::trimLeft(line.text).starts_with('(') &&
                !codesIn(before_.text()).reply.empty();
     }
@@ -180,16 +180,15 @@ private:
     bool readReply(const NoticeLine& line, const LineShape& shape) {
         const std::string_view address = shape.first();
         const std::optional<std::size_t> known = named_.find(address);
-        const bool isOfOpen = open_ && (open_->hasWords || !beginsParagraph_);
-        if (isOfOpen && (!known || known == open_->recipient)) return false;
+        if (open_ && open_->hasWords && (!known || known == open_->recipient)) return false;
         const bool isOfOther = line.has(Cue::sender) || others_.isOfSender(address) ||
                                shape.isOfSender(shape.spans().front());
-        // "550 User unknown (b@y.example)", below a sentence that names the recipient
-        const bool isOfNamed = !shape.beginsReply() && !named_.of(Tier::sentence).empty();
-        // "550-If this is wrong, write to", "550 postmaster@b.example"
-        const bool isOfHelper = tellsContact(line, shape) || before_.tellsContact();
-        if (isOfOther || isOfHelper || (!known && isOfNamed) || !shape.isFailureReply())
-            return false;
+        // "550-If this is wrong, write to", "550 c@b.example"
+        const bool isAnswered =
+            shape.beginsReply() && !shape.restBehind(shape.spans().front()).empty();
+        const bool isOfHelper = tellsContact(line, shape) ||
+                                (!isAnswered && !beginsParagraph_ && before_.tellsContact());
+        if (isOfOther || isOfHelper || !shape.isFailureReply()) return false;
         if (known) {
             named_.say(*known, ascii::trim(line.text));
         } else if (const auto added = named_.add(Tier::stated, address)) {
@@ -243,7 +242,8 @@ private:
     /// "550 User unknown: b@y.example", in the lines about another one: what a reply to the mail
     /// for them says.
     bool isOfReplyToOpen(const NoticeLine& line, const LineShape& shape) const {
-        if (!open_ || beginsParagraph_) return false;
+        if (!open_ || beginsParagraph_ || !codesIn(openRecipient().said).reply.empty())
+            return false;
         return !codesIn(line.text.substr(0, shape.spans().front().begin)).reply.empty();
     }
 

@@ -32,12 +32,19 @@ std::string withoutGuard(std::string value) {
     return value;
 }
 
+std::string listed(const std::vector<std::string>& names) {
+    std::string all;
+    for (const std::string& name : names) all.append(all.empty() ? "" : ", ").append(name);
+    return all;
+}
+
 std::string nameProblem(const std::string& name) { return name.empty() ? "the name is empty" : ""; }
 
 /// What is wrong with how many values an option has.
 std::string countProblem(const CLI::App& app, const CLI::ArgumentMismatch& error) {
     for (const CLI::Option* option : app.get_options()) {
-        const bool takesOne = option->get_items_expected_max() == 1;
+        const bool takesOne = option->get_items_expected_max() == 1 &&
+                              option->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw;
         if (takesOne && option->count() > 1) return option->get_name() + " is given more than once";
     }
     return error.what();
@@ -83,8 +90,7 @@ int readArguments(CLI::App& app, const Arguments& arguments, std::ostream& out, 
 CLI::Validator oneOf(std::vector<std::string> names) {
     return {[names = std::move(names)](const std::string& value) {
                 if (std::ranges::find(names, value) != names.end()) return std::string();
-                return '"' + value +
-                       "\" is unknown; choose from: " + CLI::detail::join(names, ", ");
+                return '"' + value + "\" is unknown; choose from: " + listed(names);
             },
             ""};
 }

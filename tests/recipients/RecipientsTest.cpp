@@ -256,11 +256,11 @@ TEST(Recipients, AttachesWhatIsSaidToItsRecipient) {
 TEST(Recipients, KnowsARefusalInAnyLanguage) {
     const std::string quoted[] = {
         "<a@x.example>: host mx.x.example[192.0.2.1] said: 550 5.2.0 nihil (in reply to RCPT TO)",
-        "  a@x.example\n    SMTP error from remote server: 550 nihil",
-        "<a@x.example>:\nRemote host said: 450 nihil\n",
-        ">>> RCPT To:<a@x.example>\n<<< 550 nihil\n",
-        "'a@x.example' 550 nihil\n",
-        "a@x.example => 550 nihil\n",
+        "  a@x.example\n    SMTP error from remote server: 550 5.2.0 nihil",
+        "<a@x.example>:\nRemote host said: 450 4.2.0 nihil\n",
+        ">>> RCPT To:<a@x.example>\n<<< 550 5.2.0 nihil\n",
+        "'a@x.example' 550 5.2.0 nihil\n",
+        "a@x.example => 550 5.2.0 nihil\n",
         "<a@x.example>:\nNihil (#5.4.4)\n",
     };
     const std::string greeting = "\n\nLorem ipsum dolor sit amet.\n\n";
@@ -269,7 +269,11 @@ TEST(Recipients, KnowsARefusalInAnyLanguage) {
         EXPECT_EQ(named("From: MAILER-DAEMON@y.example" + text), "a@x.example failed text") << text;
         EXPECT_EQ(named("From: b@y.example\nIn-Reply-To: <1@own.example>" + text), "") << text;
     }
-    EXPECT_EQ(named("From: postmaster@y.example\nSubject: 550" + greeting + "  a@x.example\n"), "");
+    for (const char* other :
+         {"  a@x.example\n", "a@x.example\n550 euro dolor\n", "a@x.example 450 12 34"}) {
+        EXPECT_EQ(named("From: postmaster@y.example\nSubject: 550" + greeting + other), "")
+            << other;
+    }
 }
 
 /// Where the lines about a recipient have no code, those that gave the reason are shown.
