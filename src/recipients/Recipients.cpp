@@ -71,8 +71,8 @@ bool isReplyTo(const Recipient& recipient, std::string_view notice, std::string_
         const std::string_view other = codesIn(text).status;
         return !other.empty() && other != status;
     };
-    if (isOther(notice.substr(0, begin)) || isOther(notice.substr(begin + own.size())))
-        return false;
+    if (isOther(notice.substr(0, begin))) return false;
+    if (isOther(notice.substr(begin + own.size()))) return false;
     const auto at = static_cast<std::size_t>(reply.data() - notice.data());
     const std::string_view front = ascii::trimRight(notice.substr(0, at));
     return mayBeOf(recipient, reply) && mayBeOf(recipient, lineAt(front, front.size()));

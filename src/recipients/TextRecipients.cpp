@@ -184,10 +184,10 @@ private:
         const bool isOfOther = line.has(Cue::sender) || others_.isOfSender(address) ||
                                shape.isOfSender(shape.spans().front());
         // "550-If this is wrong, write to", "550 c@b.example"
-        const bool isAnswered =
+        const bool hasWords =
             shape.beginsReply() && !shape.restBehind(shape.spans().front()).empty();
-        const bool isOfHelper = tellsContact(line, shape) ||
-                                (!isAnswered && !beginsParagraph_ && before_.tellsContact());
+        const bool isOfHelper =
+            tellsContact(line, shape) || (!hasWords && !beginsParagraph_ && before_.tellsContact());
         if (isOfOther || isOfHelper || !shape.isFailureReply()) return false;
         if (known) {
             named_.say(*known, ascii::trim(line.text));
@@ -242,9 +242,9 @@ private:
     /// "550 User unknown: b@y.example", in the lines about another one: what a reply to the mail
     /// for them says.
     bool isOfReplyToOpen(const NoticeLine& line, const LineShape& shape) const {
-        if (!open_ || beginsParagraph_ || !codesIn(openRecipient().said).reply.empty())
-            return false;
-        return !codesIn(line.text.substr(0, shape.spans().front().begin)).reply.empty();
+        const auto hasReply = [](std::string_view text) { return !codesIn(text).reply.empty(); };
+        return open_ && !beginsParagraph_ && !hasReply(openRecipient().said) &&
+               hasReply(line.text.substr(0, shape.spans().front().begin));
     }
 
     /// Whether the command in the line tells that the mail of another one, whose lines are being
@@ -291,8 +291,9 @@ private:
             if (!added) continue;
             std::string& said = all[*added].said;
             const bool isNews = said.find(sentence) == npos;
-            if (isNews && said.size() < mostSaid)
+            if (isNews && said.size() < mostSaid) {
                 said.append(wordsFrom(restOfParagraph, sentence, address)) += '\n';
+            }
             paragraph_.noteNaming(sentence);
             // Of two who are not in a list, one may have failed, and the other be the way there.
             if (last.data() == sentence.data() && *added != lastAdded && !shape.isJoined(i)) {

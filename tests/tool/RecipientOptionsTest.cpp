@@ -77,13 +77,7 @@ TEST_F(RecipientOptions, AreRefusedInOneLine) {
         {{"--verp", "{local}{domain}@x"}, "is no form"},
         {{"--verp"}, "--verp"},
     };
-    for (const auto& [arguments, problem] : mistakes) {
-        const ToolRun result = run(arguments);
-        EXPECT_EQ(result.status, EXIT_WRONG_USAGE) << problem;
-        EXPECT_EQ(result.out, "");
-        EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
-        EXPECT_NE(result.err.find(problem), std::string::npos) << result.err;
-    }
+    for (const auto& [arguments, problem] : mistakes) expectRefused(arguments, problem);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "support/TestFolder.h"
+#include "tool/ExitStatus.h"
 #include "tool/Run.h"
 
 namespace bouncecheck {
@@ -38,6 +40,15 @@ inline ToolRun run(const std::vector<std::string>& arguments, const Terminal& te
     std::ostringstream err;
     const int status = runTool(static_cast<int>(argv.size()), argv.data(), out, err, terminal);
     return {status, out.str(), err.str()};
+}
+
+/// Wrong usage is told of in one line, which holds `problem`.
+inline void expectRefused(const std::vector<std::string>& arguments, const std::string& problem) {
+    const ToolRun result = run(arguments);
+    EXPECT_EQ(result.status, EXIT_WRONG_USAGE) << problem;
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(std::ranges::count(result.err, '\n'), 1) << result.err;
+    EXPECT_NE(result.err.find(problem), std::string::npos) << result.err;
 }
 
 /// A folder of its own for each test.

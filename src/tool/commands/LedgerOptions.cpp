@@ -34,8 +34,8 @@ void declareRules(CLI::App& app, RuleOptions& rules) {
                }
                rules.within = seconds / ledger::secondsPerDay;
            }),
-           "Count the days of --after within a stretch of this length, such as 30d or\n4w; the "
-           "ledger remembers it [30d]")
+           "Count only days of --after that lie within this time, such as 30d or 4w;\nthe ledger "
+           "remembers it [30d]")
         ->type_name("TIME")
         ->group(group);
 }

@@ -1,7 +1,6 @@
 #include "tool/output/JsonText.h"
 
 #include <cstdint>
-#include <utility>
 
 #include "text/Controls.h"
 #include "text/Utf8.h"

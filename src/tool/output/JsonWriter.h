@@ -19,6 +19,8 @@ public:
     void abandonLine();
 
 private:
+    // What was made is the stream's.
+    using JsonText::take;
     void grown() override;
     void flush();
 

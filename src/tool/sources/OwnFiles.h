@@ -20,8 +20,8 @@ public:
     /// Whether a file or folder is left out, wherever it is met.
     bool isExcluded(const std::string& path) const;
     bool isExcluded(const FileIdentity& file) const;
-    /// Whether what was opened by the name `path` is no source. Once it is open, it cannot become
-    /// another file. Reads of it only where it is true, or else throws SourceIsOutput.
+    /// Whether what was opened by the name `path` is no source: once it is open, it cannot become
+    /// another file. A source is not read from; one that the run writes to throws SourceIsOutput.
     bool has(InputStream& stream, std::string_view path) const;
 
 private:
