@@ -60,12 +60,13 @@ bool isBeside(const AddressSpan& span, std::size_t at, const ReasonFinding& find
 }
 
 /// Whether nothing but words says that there is no mailbox. Where a status says so as well, it does
-/// not matter who else is named, and when. That of any failure, 5.0.0, says nothing, nor does one
-/// in front of any reply: "5.1.0 Unknown address error 550-'User unknown'".
+/// not matter who else is named, and when. One without a subject, 5.0.0 or 5.0.350, says nothing
+/// (RFC 3463, section 3.1), nor does one in front of any reply: "5.1.0 Unknown address error
+/// 550-'User unknown'".
 bool areOnlyWords(const Explanation& explanation) {
     if (explanation.finding.basis != ReasonBasis::phrase) return false;
     const auto saysNothing = [](std::string_view status) {
-        return status.empty() || status.ends_with(".0.0");
+        return status.empty() || status.substr(1).starts_with(".0.");
     };
     if (saysNothing(explanation.codes.status)) return true;
     const InnerReply inner = innerReplyOf(explanation.recipient.diagnostic, {});
@@ -132,11 +133,10 @@ bool namesRecipient(const Explanation& explanation) {
 /// of a reply at once, or is one of them.
 bool namesAnother(const Explanation& explanation) {
     const ReasonFinding& finding = explanation.finding;
-    if (finding.inNotice) return false;
-    constexpr std::string_view between = " \r\n(<[:'\"";
+    // In a notice, the next line may be that of the next recipient.
+    const std::string_view between = finding.inNotice ? " (<[:'\"" : " \r\n(<[:'\"";
     constexpr std::size_t most = 300;
-    const std::string_view text =
-        std::string_view(explanation.recipient.diagnostic).substr(finding.at, most);
+    const std::string_view text = explanation.text().substr(finding.at, most);
     const std::vector<AddressSpan> spans = findAddresses(text);
     if (spans.empty() || text.find_first_not_of(between, finding.length) < spans[0].begin) {
         return false;

@@ -32,6 +32,8 @@ TEST(RecipientDoubts, AreWhetherOthersAreMeant) {
         {"550 User unknown, ask c@z.example", gone + " suppress"},
         {"550 5.0.0 User unknown (c@z.example)", gone + " retry"},
         {"5.1.0 Unknown address error 550-'User unknown (c@z.example)'", gone + " retry"},
+        {"550 5.0.350 Remote server returned an error -> 550 User unknown (c@z.example)",
+         gone + " retry"},
         {"550 5.1.1 User unknown: c@z.example", gone + " suppress"},
         // some of several
         {"550 One or more recipients do not exist", gone + " retry"},
@@ -65,6 +67,13 @@ TEST(RecipientDoubts, AreWhetherOthersAreMeant) {
         EXPECT_EQ(sentOn("Diagnostic-Code: smtp; " + text), "a@x.example->b@y.example " + told)
             << text;
     }
+    // Words in a notice are doubted alike; its next line may be about the next recipient.
+    const std::string front =
+        "Delivery to this recipient failed:\n\n    a@x.example\n\nDetails of "
+        "the failure:\nThe host said: User unknown";
+    EXPECT_EQ(advised(notice(front + " (c@z.example)\n")), "a@x.example unknown-mailbox retry");
+    EXPECT_EQ(advised(notice(front + "\nc@z.example: mailbox full\n")),
+              "a@x.example unknown-mailbox suppress; c@z.example mailbox-full retry");
     // What only the field of a report says is not said by words.
     EXPECT_EQ(sentOn("Status: 5.1.1\nDiagnostic-Code: smtp; 554 failed (in reply to end of DATA)"),
               "a@x.example->b@y.example unknown-mailbox suppress");
