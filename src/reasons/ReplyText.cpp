@@ -153,7 +153,13 @@ void walk(std::string_view text, Sink& sink) {
     bool beginsLine = true;
     bool beginsWord = true;
     bool wasBlank = false;
+    /// Those since the last word.
+    std::size_t lineEnds = 0;
     std::size_t wordEnd = 0;
+    const auto endWord = [&] {
+        beginsLine = beginsWord = wasBlank = false;
+        lineEnds = 0;
+    };
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t address = addresses.atOrAfter(at);
         const bool endsPair = at > 0 && ascii::isOneOf(text[at - 1], pairStarts);
@@ -162,7 +168,7 @@ void walk(std::string_view text, Sink& sink) {
             const std::size_t length = plainEnd(text, at, address) - at;
             if (!sink.take(at, length)) return;
             at += length;
-            beginsLine = beginsWord = wasBlank = false;
+            endWord();
             continue;
         }
         if (beginsWord) {
@@ -178,16 +184,22 @@ void walk(std::string_view text, Sink& sink) {
             if (word.isAddress) {
                 if (!sink.replace('@', at, word.end - at)) return;
                 at = word.end;
-                beginsLine = beginsWord = wasBlank = false;
+                endWord();
                 continue;
             }
         }
         const char c = text[at];
+        if (c == '\n' || (c == '\r' && text.substr(at + 1, 1) != "\n")) {
+            if (++lineEnds == 2 && !sink.replace('\n', at, 1)) return;
+        }
         if (c == '\n' || c == '\r') beginsLine = true;
         const bool isQuote = beginsLine && ascii::isOneOf(c, quoteMarks);
         const PlainByte plain = isQuote ? PlainByte{} : plainByteAt(text, at);
         beginsWord = plain.byte == ' ';
-        if (!beginsWord) beginsLine = false;
+        if (!beginsWord) {
+            beginsLine = false;
+            lineEnds = 0;
+        }
         if (!(beginsWord && wasBlank) && !sink.replace(plain.byte, at, plain.length)) return;
         wasBlank = beginsWord;
         at += plain.length;

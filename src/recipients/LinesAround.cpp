@@ -35,7 +35,7 @@ std::string linesAround(std::string_view text, TextPart words) {
             lines.append(line) += '\n';
         } else if (end < words.at) {
             lines.clear();
-        } else if (at >= wordsEnd) {
+        } else {
             break;
         }
         at = end + 1;

@@ -22,6 +22,9 @@ TEST(ReplyText, HasPhrasesAsTheTablesHaveThem) {
         {"550-5.1.1 no such\r\n550 5.1.1 user", " no such user"},
         {"error 550 in line 4 of 25", "error 550 in line 4 of 25"},
         {"550 no\n550-such\n554", "no such 554"},
+        // a blank line, which no phrase goes on behind
+        {"spam\r\n\r\n\r\nMessage", "spam \nMessage"},
+        {"spam\n> \n> Message\n", "spam \nMessage "},
         // marks of quoting
         {"> no\n> such\n* user <b>", " no such user <b>"},
         // addresses, but no part of one

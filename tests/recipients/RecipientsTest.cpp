@@ -291,7 +291,7 @@ TEST(Recipients, QuotesWhatGaveTheReason) {
          "mx.x.example did not like our DATA:\n550 5.7.1 DMARC policy of reject", "550 5.7.1"},
         {"Recipient: <a@x.example>\nSize: 222\n\nError:\n  552 5.2.2 no\n", "Error:\n552 5.2.2 no",
          "552 5.2.2"},
-        {"(552 5.2.2) mailbox\n \nis full\n\nRecipient: <a@x.example>\nSize: 222\n",
+        {"(552 5.2.2) mailbox\nis full\n\nRecipient: <a@x.example>\nSize: 222\n",
          "(552 5.2.2) mailbox\nis full", "552 5.2.2"},
         {"Delivery to <a@x.example> failed: 550 5.0.0 Error\n\nIts mailbox is full.\n",
          "Delivery to <a@x.example> failed: 550 5.0.0 Error", "550 5.0.0"},

@@ -1132,6 +1132,7 @@ inline constexpr PhraseRow clearPhrases[] = {
     {"content inspection", Reason::content},
     {"content not allowed", Reason::content},
     {"unacceptable content", Reason::content},
+    {"unacceptable language", Reason::content},
     {"prohibited content", Reason::content},
     {"inappropriate content", Reason::content},
     {"forbidden content", Reason::content},
