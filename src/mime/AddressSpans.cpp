@@ -118,6 +118,13 @@ std::size_t skipPunctuation(std::string_view line, std::size_t begin, std::size_
         local.find('=') == label && local.substr(0, label).find_first_of("+-.") == npos) {
         begin += label + 1;
     }
+    // "550-'user"
+    constexpr std::size_t code = 3;
+    const std::string_view rest = line.substr(begin, at - begin);
+    if (rest.size() > code + 2 && rest[code] == '-' && ascii::isOneOf(rest[code + 1], "'`") &&
+        std::ranges::all_of(rest.substr(0, code), ascii::isDigit)) {
+        begin += code + 1;
+    }
     while (begin < at && ascii::isOneOf(line[begin], "'*`|.~=#{")) ++begin;
     return begin;
 }

@@ -42,6 +42,8 @@ TEST(AddressSpans, AreWhereAddressesStand) {
         {"\"Joe <a@b.example>\"@x.example", "\"Joe <a@b.example>\"@x.example"},
         {"\"Joe\" <a@x.example>, \"b\"@x.example", "a@x.example|\"b\"@x.example"},
         // labels
+        {"550-'a@x.example' 550-b@x.example 550-`c@x.example'",
+         "a@x.example|550-b@x.example|c@x.example"},
         {"rcpt=a@x.example to=<b=c@x.example> d+e=f@x.example",
          "a@x.example|b=c@x.example|d+e=f@x.example"},
         {"mailto:a@x.example SMTP:b@x.example rfc822;c@x.example <@relay.example:d@x.example>",
